@@ -1,0 +1,49 @@
+# Boost, GoogleTest, and the header-only libraries, one interface target each.
+set(boostComponents thread chrono filesystem system)
+if(WIN32)
+    # Debian has no Boost for mingw; scripts/setup.sh builds it.
+    list(APPEND CMAKE_FIND_ROOT_PATH "${ORVO_CACHE}/boost-mingw")
+    set(boostPlace PATHS "${ORVO_CACHE}/boost-mingw" NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+    # Its package files look each other up by the ordinary rules.
+    set(CMAKE_PREFIX_PATH /)
+endif()
+find_package(Boost 1.81.0 EXACT CONFIG REQUIRED COMPONENTS ${boostComponents} ${boostPlace})
+find_package(Threads REQUIRED)
+
+# The system's include folder would shadow mingw's own headers, so for Windows a folder with links to
+# these few libraries stands in its place.
+set(headerFolder /usr/include)
+if(WIN32)
+    set(headerFolder "${PROJECT_BINARY_DIR}/headers")
+    file(MAKE_DIRECTORY "${headerFolder}")
+    foreach(library CLI fmt nlohmann spdlog stb)
+        file(CREATE_LINK "/usr/include/${library}" "${headerFolder}/${library}" SYMBOLIC)
+    endforeach()
+endif()
+
+# orvo_header_only(<target> <header>): fails the configuration where the header is missing.
+function(orvo_header_only target header)
+    if(NOT EXISTS "${headerFolder}/${header}")
+        message(FATAL_ERROR "${headerFolder}/${header} is missing; scripts/setup.sh installs it.")
+    endif()
+    add_library(${target} INTERFACE)
+    if(WIN32)
+        target_include_directories(${target} SYSTEM INTERFACE "${headerFolder}")
+    endif()
+endfunction()
+orvo_header_only(orvo_cli11 CLI/CLI.hpp)
+orvo_header_only(orvo_json nlohmann/json.hpp)
+orvo_header_only(orvo_spdlog spdlog/spdlog.h)
+orvo_header_only(orvo_stb stb/stb_image.h)
+target_compile_definitions(orvo_spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
+target_link_libraries(orvo_spdlog INTERFACE Threads::Threads)
+
+# From source in every preset: mingw has none, and a sanitizer wants to see all of the program.
+set(INSTALL_GTEST OFF)
+add_subdirectory(/usr/src/googletest "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+include(GoogleTest)
+set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
+
+if(NOT WIN32 AND NOT ORVO_SANITIZERS)
+    find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,5 @@
+#!/bin/bash
+# Runs a Windows program in the project's own Wine prefix, which scripts/setup.sh makes.
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+useWine
+exec wine "$@"
