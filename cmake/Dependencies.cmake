@@ -1,13 +1,12 @@
 # Boost, GoogleTest, and the header-only libraries, one interface target each.
-set(boostComponents thread chrono filesystem system)
 if(WIN32)
     # Debian has no Boost for mingw; scripts/setup.sh builds it.
     list(APPEND CMAKE_FIND_ROOT_PATH "${ORVO_CACHE}/boost-mingw")
-    set(boostPlace PATHS "${ORVO_CACHE}/boost-mingw" NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
-    # Its package files look each other up by the ordinary rules.
-    set(CMAKE_PREFIX_PATH /)
+    list(APPEND CMAKE_PREFIX_PATH "${ORVO_CACHE}/boost-mingw")
 endif()
-find_package(Boost 1.81.0 EXACT CONFIG REQUIRED COMPONENTS ${boostComponents} ${boostPlace})
+foreach(component thread chrono filesystem system)
+    find_package(boost_${component} 1.81.0 EXACT CONFIG REQUIRED)
+endforeach()
 find_package(Threads REQUIRED)
 
 # The system's include folder would shadow mingw's own headers, so for Windows a folder with links to

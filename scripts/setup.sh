@@ -1,0 +1,130 @@
+#!/bin/bash
+# Makes this machine ready for building and testing: installs what is missing from Debian and fills the
+# cache folder. Run again it finds all in place, and needs neither network nor rights.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+packages=(
+    cmake ninja-build git g++ binutils                            # native build
+    g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64   # Windows build, and its tests
+    clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-16     # sanitizers, checks
+    googletest libbenchmark-dev libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
+    libboost-thread1.81-dev libboost-chrono1.81-dev libboost-filesystem1.81-dev libboost-system1.81-dev
+    dpkg-dev patch xz-utils                                       # unpack Boost's source package
+)
+
+# step <what> <command...>: runs it with its output in a log file, and says how long it took.
+step() {
+    local what=$1 log=$cache/log/${1// /-}.log begin=$SECONDS status
+    shift
+    mkdir -p "$cache/log"
+    # Not in a condition: there bash would ignore `set -e` in all that the command runs.
+    set +e
+    (set -e && "$@") >"$log" 2>&1 9>&-
+    status=$?
+    set -e
+    if ((status != 0)); then
+        echo "setup: $what: failed after $((SECONDS - begin)) s; what it said is in $log" >&2
+        exit 1
+    fi
+    echo "setup: $what: $((SECONDS - begin)) s"
+}
+
+# provide <what> <folder> <version> <command>: makes the cache's folder unless it is of this version.
+# The command makes it under another name, so that a broken run leaves nothing half-done.
+provide() {
+    local what=$1 folder=$cache/$2 version=$3 command=$4
+    if [[ -f $folder/.version && $(<"$folder/.version") == "$version" ]]; then
+        return
+    fi
+    rm -rf "$folder.new" && mkdir -p "$folder.new"
+    step "$what" "$command" "$folder.new"
+    echo "$version" >"$folder.new/.version"
+    rm -rf "$folder" && mv "$folder.new" "$folder"
+}
+
+missingPackages() {
+    local installed
+    installed=$(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${packages[@]}" 2>/dev/null |
+        sed -n 's/^.i. *//p' || true)
+    comm -23 <(printf '%s\n' "${packages[@]}" | sort) <(sort <<<"$installed")
+}
+
+# installPackages <package...>, as root or by sudo.
+installPackages() {
+    local asRoot=()
+    ((EUID == 0)) || asRoot=(sudo)
+    "${asRoot[@]}" apt-get -o DPkg::Lock::Timeout=600 update
+    "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600 \
+        install --yes --no-install-recommends "$@"
+}
+
+# usePrivateApt <type> <folder>: lets apt-get of this shell work in the folder, without rights and
+# without touching the machine's lists, on the machine's own sources with their type set to deb or deb-src.
+usePrivateApt() {
+    local type=$1 folder=$2 parts list file
+    mkdir -p "$folder"/{sources.list.d,state/lists/partial,cache/archives/partial}
+    eval "$(apt-config shell parts Dir::Etc::sourceparts/d list Dir::Etc::sourcelist/f)"
+    for file in "$list" "$parts"*.list "$parts"*.sources; do
+        [[ -f $file ]] || continue
+        sed -E -e "s/^([[:space:]]*)deb(-src)?([[:space:]])/\1$type\3/" -e "s/^Types:.*/Types: $type/I" \
+            "$file" >"$folder/sources.list.d/$(basename "$file")"
+    done
+    cat >"$folder/apt.conf" <<END
+Dir::State "$folder/state";
+Dir::Cache "$folder/cache";
+Dir::Etc::sourcelist "/dev/null";
+Dir::Etc::sourceparts "$folder/sources.list.d";
+APT::Sandbox::User "$(id -un)";
+Acquire::Languages "none";
+END
+    export APT_CONFIG=$folder/apt.conf
+    # One of the machine's other sources may lack this type; what is fetched next tells whether it matters.
+    apt-get update || true
+}
+
+# Debian has no Boost for mingw, but its source package is a CMake project.
+buildBoost() {
+    local target=$1 work=$1/work
+    mkdir "$work" && cd "$work"
+    usePrivateApt deb-src "$work/apt"
+    apt-get source --download-only boost1.81
+    dpkg-source --extract boost1.81_*.dsc boost
+    cmake -S boost -B build -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=OFF \
+        -DCMAKE_TOOLCHAIN_FILE="$repository/cmake/mingw-w64.cmake" \
+        -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$work/boost=boost -ffile-prefix-map=$work/build=boost" \
+        -DBOOST_INCLUDE_LIBRARIES="thread;chrono;filesystem;system" \
+        -DBOOST_INSTALL_LAYOUT=system -DCMAKE_INSTALL_PREFIX="$target"
+    cmake --build build --target install
+    cd "$target" && rm -rf "$work"
+}
+
+makeWinePrefix() {
+    useWine "$1"
+    wineboot --init
+    wineserver --wait
+}
+
+begin=$SECONDS
+if ! mkdir -p "$cache"; then
+    echo "setup: the cache folder can't be made; ORVO_CACHE names another" >&2
+    exit 1
+fi
+exec 9>"$cache/lock"
+flock --nonblock 9 || { echo "setup: waits for another setup to end"; flock 9; }
+
+mapfile -t missing < <(missingPackages)
+if ((${#missing[@]} > 0)); then
+    if ((EUID != 0)) && ! command -v sudo >/dev/null; then
+        echo "setup: these packages are missing, and installing them needs root or sudo:" >&2
+        echo "    apt-get install ${missing[*]}" >&2
+        exit 1
+    fi
+    step "${#missing[@]} packages" installPackages "${missing[@]}"
+fi
+
+compiler=$(dpkg-query -W -f '${Version}' g++-mingw-w64-x86-64-posix)
+recipe=$(cat "$repository/cmake/mingw-w64.cmake" <(declare -f buildBoost) | sha256sum | cut -c1-16)
+provide "Boost for Windows" boost-mingw "1.81, g++ $compiler, recipe $recipe" buildBoost
+provide "Wine prefix" wine "$(dpkg-query -W -f '${Version}' wine64)" makeWinePrefix
+echo "setup: all is in place ($((SECONDS - begin)) s)"
