@@ -4,19 +4,19 @@ function(orvo_split_debug target)
     if(NOT WIN32)
         return()
     endif()
+    # Without --preserve-dates the tools write the time of day into the header.
     add_custom_command(TARGET ${target} POST_BUILD VERBATIM
         WORKING_DIRECTORY "$<TARGET_FILE_DIR:${target}>"
-        COMMAND ${CMAKE_OBJCOPY} --only-keep-debug
+        COMMAND ${CMAKE_OBJCOPY} --preserve-dates --only-keep-debug
             $<TARGET_FILE_NAME:${target}> $<TARGET_FILE_NAME:${target}>.debug
-        COMMAND ${CMAKE_STRIP} --strip-all $<TARGET_FILE_NAME:${target}>
-        COMMAND ${CMAKE_OBJCOPY} --add-gnu-debuglink=$<TARGET_FILE_NAME:${target}>.debug
-            $<TARGET_FILE_NAME:${target}>)
+        COMMAND ${CMAKE_STRIP} --preserve-dates --strip-all $<TARGET_FILE_NAME:${target}>
+        COMMAND ${CMAKE_OBJCOPY} --preserve-dates
+            --add-gnu-debuglink=$<TARGET_FILE_NAME:${target}>.debug $<TARGET_FILE_NAME:${target}>)
 endfunction()
 
-find_program(CMAKE_DLLTOOL NAMES x86_64-w64-mingw32-dlltool)
-
 # orvo_import_library(<target> <def file>): an imported library of what the .def lists. An export that
-# stands there as `name @ordinal NONAME` is imported by its ordinal, and its name stays out of the program.
+# stands there as `name @ordinal NONAME` is imported by its ordinal, and its name stays out of the program. For Windows only: natively one links
+# against the library itself.
 function(orvo_import_library target definition)
     cmake_path(ABSOLUTE_PATH definition)
     cmake_path(GET definition STEM name)

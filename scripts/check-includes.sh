@@ -1,0 +1,182 @@
+#!/bin/bash
+# Checks which folder includes which: check-includes.sh [root of a checkout]. Each source and header
+# belongs to the room with the longest name that its path begins with. Prints each wrong line; fails if
+# there was one. check-includes.sh --self-test shows on a small tree that it can fail.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+# The rooms of src/ from the top: a row includes itself and the rows below, never one above; rooms that
+# share a row don't include each other. The same list stands in docs/architecture.md.
+rooms='
+    src
+    src/channels
+    src/camera/eth src/camera/ogc
+    src/camera
+    src/acquisition
+    src/brdlib
+    src/acquisition/buffers
+    src/features
+    src/tools/logging
+    src/brdlib/binding
+    src/templates/platform
+    src/AIKException
+'
+
+# The other folders, and where in all of the tree they may include from, besides themselves. To "src",
+# every room of it belongs, and each room of it may include what stands here for "src".
+folders='
+    include
+    os
+    src             include os
+    sim             os
+    aikctl          include os
+    tests           include os src sim aikctl
+    tests/system    include os sim tests
+    tests/aikctl    include os sim tests
+    bench           include os src sim
+    docs            include os
+'
+
+# Including file, included file, and a reason.
+exceptions='
+'
+
+check() {
+    cd "$1"
+    find . \( -path ./build -o -path ./.git \) -prune -o -type f \
+        \( -name '*.h' -o -name '*.c' -o -name '*.cpp' -o -name '*.rc' \) -print |
+        sed 's|^\./||' | sort |
+        awk -v rooms="$rooms" -v folders="$folders" -v exceptions="$exceptions" '
+        function complain(text) { print text; wrong = 1 }
+
+        # The longest of the names that is the path, or a folder of it, or its stem.
+        function longest(path, names,    name, best) {
+            best = ""
+            for (name in names)
+                if (index(path, name) == 1 && substr(path, length(name) + 1, 1) ~ /^[\/.]?$/ &&
+                    length(name) > length(best))
+                    best = name
+            return best
+        }
+
+        # A file that stands in src/ itself belongs to "src"; a folder there needs a room of its own.
+        function roomOf(path,    room) {
+            room = longest(path, level)
+            return room == "src" && path ~ /^src\/.*\// ? "" : room
+        }
+
+        function mayInclude(from, to,    above, below, own, other) {
+            own = longest(from, mayUse)
+            other = longest(to, mayUse)
+            if (own != other)
+                return (own, other) in allowed || index(other, own "/") == 1
+            if (own != "src")
+                return 1
+            above = roomOf(from)
+            below = roomOf(to)
+            return above == below || level[above] < level[below]
+        }
+
+        # What an include line means: by path from src/ for those that see src/, from the root, from include/.
+        function resolve(name) {
+            if (("src/" name) in files) return "src/" name
+            if (name in files) return name
+            if (("include/" name) in files) return "include/" name
+            return ""
+        }
+
+        BEGIN {
+            count = split(rooms, rows, "\n")
+            for (row = 1; row <= count; ++row) {
+                size = split(rows[row], names, " ")
+                for (i = 1; i <= size; ++i)
+                    level[names[i]] = row
+            }
+            count = split(folders, rows, "\n")
+            for (row = 1; row <= count; ++row) {
+                size = split(rows[row], names, " ")
+                if (size > 0)
+                    mayUse[names[1]] = 1
+                for (i = 2; i <= size; ++i)
+                    allowed[names[1], names[i]] = 1
+            }
+            count = split(exceptions, rows, "\n")
+            for (row = 1; row <= count; ++row)
+                if (split(rows[row], names, " ") > 2)
+                    excepted[names[1], names[2]] = 1
+        }
+
+        { files[$0] = 1; order[++total] = $0 }
+
+        END {
+            for (n = 1; n <= total; ++n) {
+                file = order[n]
+                folder = longest(file, mayUse)
+                if (folder == "" || (folder == "src" && roomOf(file) == "")) {
+                    complain(file ": its folder has no row in the table of scripts/check-includes.sh")
+                    continue
+                }
+                line = 0
+                while ((getline text < file) > 0) {
+                    ++line
+                    if (text !~ /^[ \t]*#[ \t]*include[ \t]*["<]/)
+                        continue
+                    quoted = text ~ /^[^"<]*"/
+                    sub(/^[^"<]*["<]/, "", text)
+                    sub(/[">].*$/, "", text)
+                    target = resolve(text)
+                    if (target == "") {
+                        if (quoted)
+                            complain(file ":" line ": \"" text "\" is no path from src/, the root or include/")
+                    } else if (!mayInclude(file, target) && !((file, target) in excepted)) {
+                        complain(file ":" line ": may not include " target)
+                    }
+                }
+                close(file)
+            }
+            if (total == 0)
+                complain("no source found")
+            exit wrong
+        }'
+}
+
+# expect <wrong lines> <files, each as path=include,include...>: checks a tree of these files.
+expect() {
+    local wanted=$1 tree file include found
+    shift
+    tree=$(mktemp -d)
+    for file in src/AIKException.h src/brdlib/DmaPort.h include/aik/aik.h os/Os.h sim/brdlib5/wheel.h "$@"; do
+        mkdir -p "$tree/$(dirname "${file%%=*}")"
+        : >"$tree/${file%%=*}"
+        [[ $file == *=* ]] || continue
+        for include in ${file#*=}; do
+            echo "#include \"$include\"" >>"$tree/${file%%=*}"
+        done
+    done
+    found=$(check "$tree" | wc -l) || true
+    rm -rf "$tree"
+    if ((found != wanted)); then
+        echo "self-test: $found complaints instead of $wanted about $*" >&2
+        return 1
+    fi
+}
+
+selfTest() {
+    expect 0 "src/OrvoCognexAdapter.cpp=brdlib/DmaPort.h os/Os.h aik/aik.h AIKException.h" \
+        "src/brdlib/AppletProcess.cpp=brdlib/DmaPort.h acquisition/buffers/Buffer.h" \
+        "src/acquisition/buffers/Buffer.h=AIKException.h" "tests/brdlib/DmaPort.cpp=brdlib/DmaPort.h"
+    expect 1 "src/brdlib/binding/Functions.cpp=brdlib/DmaPort.h"
+    expect 1 "src/acquisition/buffers/Buffer.cpp=brdlib/DmaPort.h"
+    expect 2 "src/camera/eth/A.h=camera/ogc/B.h" "src/camera/ogc/B.h=camera/eth/A.h"
+    expect 1 "src/brdlib/AppletProcess.cpp=sim/brdlib5/wheel.h"
+    expect 3 "sim/ethlib/A.cpp=brdlib/DmaPort.h" "aikctl/B.cpp=AIKException.h" "os/C.cpp=aik/aik.h"
+    expect 1 "tests/system/Life.cpp=brdlib/DmaPort.h os/Os.h sim/brdlib5/wheel.h"
+    expect 2 "src/gadgets/A.h" "elsewhere/B.h"
+    expect 1 "src/brdlib/AppletProcess.cpp=DmaPort.h"
+}
+
+if [[ ${1-} == --self-test ]]; then
+    selfTest
+else
+    check "${1:-$repository}"
+fi
