@@ -1,0 +1,87 @@
+#include "sim/pictures/Photo.h"
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+// Only what a folder of recorded pictures may hold, and nothing that leaves this file.
+#define STB_IMAGE_STATIC
+#define STB_IMAGE_IMPLEMENTATION
+#define STBI_ONLY_PNG
+#define STBI_ONLY_JPEG
+#define STBI_ONLY_PNM
+#define STBI_NO_STDIO
+#define STB_IMAGE_RESIZE_STATIC
+#define STB_IMAGE_RESIZE_IMPLEMENTATION
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wunused-function"
+#include <stb/stb_image.h>
+#include <stb/stb_image_resize.h>
+#pragma GCC diagnostic pop
+
+namespace orvo::sim {
+
+namespace {
+
+struct FreeImage {
+    void operator()(stbi_us* samples) const { stbi_image_free(samples); }
+};
+
+std::string contentOf(const std::string& path)
+{
+    const std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+}   // namespace
+
+Photo Photo::read(const std::string& path)
+{
+    const std::string content = contentOf(path);
+    const auto* bytes = reinterpret_cast<const stbi_uc*>(content.data());
+    const int size = static_cast<int>(content.size());
+    int width = 0, height = 0, channels = 0;
+    if (!stbi_info_from_memory(bytes, size, &width, &height, &channels))
+        throw std::runtime_error(path + ": is no PNG, JPEG, PGM or PPM picture");
+    const int wanted = channels <= 2 ? 1 : 3;   // transparency is left out
+    const std::unique_ptr<stbi_us, FreeImage> samples(
+        stbi_load_16_from_memory(bytes, size, &width, &height, &channels, wanted));
+    if (!samples)
+        throw std::runtime_error(path + ": is a damaged picture (" + stbi_failure_reason() + ")");
+
+    Photo photo;
+    photo.m_width = static_cast<uint32_t>(width);
+    photo.m_height = static_cast<uint32_t>(height);
+    photo.m_channels = static_cast<uint32_t>(wanted);
+    const size_t count = size_t{photo.m_width} * photo.m_height * photo.m_channels;
+    photo.m_samples.assign(samples.get(), samples.get() + count);
+    return photo;
+}
+
+Pixel Photo::at(uint32_t column, uint32_t row) const
+{
+    const uint16_t* sample = &m_samples[(size_t{row} * m_width + column) * m_channels];
+    return isGrey() ? Pixel::grey(sample[0]) : Pixel{sample[0], sample[1], sample[2]};
+}
+
+Photo Photo::scaledTo(uint32_t width, uint32_t height) const
+{
+    if (width == m_width && height == m_height)
+        return *this;
+    Photo scaled;
+    scaled.m_width = width;
+    scaled.m_height = height;
+    scaled.m_channels = m_channels;
+    scaled.m_samples.resize(size_t{width} * height * m_channels);
+    stbir_resize_uint16_generic(m_samples.data(), static_cast<int>(m_width), static_cast<int>(m_height), 0,
+                                scaled.m_samples.data(), static_cast<int>(width), static_cast<int>(height), 0,
+                                static_cast<int>(m_channels), STBIR_ALPHA_CHANNEL_NONE, 0, STBIR_EDGE_CLAMP,
+                                STBIR_FILTER_DEFAULT, STBIR_COLORSPACE_LINEAR, nullptr);
+    return scaled;
+}
+
+}   // namespace orvo::sim
