@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstring>
+#include <string>
+
+namespace orvo::cognex
+{
+
+inline constexpr size_t kHostTextSize = 256;   // of every text buffer of the host, with the NUL
+
+/// Copies the whole text and its NUL: for texts that are short by their nature.
+inline void copyWhole(char* destination, const std::string& text)
+{
+    std::memcpy(destination, text.c_str(), text.size() + 1);
+}
+
+/// Copies at most 255 characters and puts a NUL behind them.
+inline void copyBounded(char* destination, const std::string& text)
+{
+    destination[text.copy(destination, kHostTextSize - 1)] = '\0';
+}
+
+}   // namespace orvo::cognex
