@@ -1,0 +1,21 @@
+#pragma once
+
+#include "brdlib/AppletLoader.h"
+
+namespace orvo::cognex
+{
+
+/// Loads an applet in the form of a library: "DLL" in its path.
+class DllLoader : public AppletLoader
+{
+public:
+    /// Throws AIKException if the path is none of this kind.
+    static std::unique_ptr<AppletLoader> create(const std::string& path, std::weak_ptr<BoardWrapper> board);
+
+    std::unique_ptr<AppletWrapper> load() override;
+
+private:
+    using AppletLoader::AppletLoader;
+};
+
+}   // namespace orvo::cognex
