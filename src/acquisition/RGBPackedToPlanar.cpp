@@ -1,0 +1,28 @@
+#include "acquisition/RGBPackedToPlanar.h"
+
+#include <cstddef>
+
+#include "acquisition/buffers/Buffer.h"
+
+namespace orvo::cognex
+{
+
+template <typename T>
+void RGBPackedToPlanar<T>::transform(void* destination, const std::weak_ptr<Buffer>& image)
+{
+    const auto buffer = locked(image);
+    const T* const packed = static_cast<const T*>(buffer->data());
+    const size_t pixels = buffer->size() / (3 * sizeof(T));
+    T* const first = static_cast<T*>(destination);
+    T* const second = first + pixels;
+    T* const third = second + pixels;
+    for (size_t i = 0; i < pixels; ++i) {
+        first[i] = packed[3 * i + 2];
+        second[i] = packed[3 * i + 1];
+        third[i] = packed[3 * i];
+    }
+}
+
+template class RGBPackedToPlanar<unsigned char>;
+
+}   // namespace orvo::cognex
