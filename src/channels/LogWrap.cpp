@@ -1,0 +1,44 @@
+#include "channels/LogWrap.h"
+
+#include "templates/platform/LibraryInitController.h"
+
+namespace orvo::cognex
+{
+
+namespace
+{
+
+using templates::platform::LibraryInitController;
+
+LogWrap* g_instance = nullptr;   // plain: nothing of ours may run at the end of the process
+
+}   // namespace
+
+LogWrap::LogWrap()
+{
+    LibraryInitController::init();
+}
+
+LogWrap::~LogWrap()
+{
+    LibraryInitController::deinit();
+}
+
+LogWrap* LogWrap::instance()
+{
+    return g_instance;
+}
+
+void LogWrap::createInstance()
+{
+    if (!g_instance)
+        g_instance = new LogWrap;
+}
+
+void LogWrap::destroyInstance()
+{
+    delete g_instance;
+    g_instance = nullptr;
+}
+
+}   // namespace orvo::cognex
