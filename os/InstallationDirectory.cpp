@@ -4,11 +4,16 @@
 #include <array>
 #include <cctype>
 
-namespace orvo::os {
+#include "os/Os.h"
 
-namespace {
+namespace orvo::os
+{
 
-constexpr std::array<std::string_view, 5> kLibraryFolders = {"bin", "dll", "Hardware Applets", "lib", "lib64"};
+namespace
+{
+
+constexpr std::array<std::string_view, 5> kLibraryFolders = {"bin", "dll", "Hardware Applets", "lib",
+                                                             "lib64"};
 
 bool equalIgnoringCase(std::string_view a, std::string_view b)
 {
@@ -36,6 +41,18 @@ std::optional<std::string> installationOf(std::string_view modulePath, char sepa
         if (std::any_of(kLibraryFolders.begin(), kLibraryFolders.end(),
                         [&](std::string_view known) { return equalIgnoringCase(name, known); }))
             return std::string(withoutTrailing(folder.substr(0, end), separator));
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> installationServing(std::string_view modulePath)
+{
+    if (auto installation = installationOf(modulePath, kSeparator))
+        return installation;
+    for (const char* variable : {"ORVODIR5_64", "ORVODIR5"}) {
+        const std::string value = environmentVariable(variable);
+        if (!value.empty())
+            return std::string(withoutTrailing(value, kSeparator));
     }
     return std::nullopt;
 }

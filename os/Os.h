@@ -5,18 +5,19 @@
 
 /// The operating-system seam: everything that differs between Windows and Linux, one header with two
 /// implementations. Callable on any thread.
-namespace orvo::os {
+namespace orvo::os
+{
 
 using Module = void*;   // a loaded library, null for none
 using Symbol = void*;   // an address inside one, null for none
 
-extern const char kSeparator;             // between the folders of a path: '\\' or '/'
-extern const char* const kLibraryEnding;  // ".dll" or ".so"
+extern const char kSeparator;              // between the folders of a path: '\\' or '/'
+extern const char* const kLibraryEnding;   // ".dll" or ".so"
 
 /// Where the system loader looks for the libraries that the loaded one needs in turn.
 enum class Neighbours {
-    AsTheSystemDoes,   // the program's folder and the system's own places
-    BesideTheLibrary,  // the folder of the loaded library first; the path must then be absolute
+    AsTheSystemDoes,    // the program's folder and the system's own places
+    BesideTheLibrary,   // the folder of the loaded library first; the path must then be absolute
 };
 
 /// What the system said about its last failure: its number, and its text in its own language.
@@ -43,5 +44,13 @@ void setEnvironmentVariable(const std::string& name, const std::string& value);
 
 /// The system's number of the calling thread.
 uint32_t currentThreadId();
+
+/// From now on the first Ctrl-C, or the system's polite request to end, doesn't end the process but lets
+/// interrupted() answer true. The second one ends it, as ever.
+void catchInterrupts();
+bool interrupted();
+
+/// Whether what is written to standard error reaches a person's terminal.
+bool standardErrorIsTerminal();
 
 }   // namespace orvo::os

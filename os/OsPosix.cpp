@@ -1,14 +1,25 @@
 #include "os/Os.h"
 
+#include <atomic>
+#include <csignal>
 #include <cstdlib>
 
 #include <dlfcn.h>
 #include <unistd.h>
 
-namespace orvo::os {
+namespace orvo::os
+{
 
 const char kSeparator = '/';
 const char* const kLibraryEnding = ".so";
+
+namespace
+{
+
+std::atomic<bool> g_interrupted{false};
+static_assert(std::atomic<bool>::is_always_lock_free);   // so that a signal handler may set it
+
+}   // namespace
 
 // The system loader always looks beside a library that was linked with $ORIGIN, as ours are.
 Module loadLibrary(const std::string& path, Neighbours /*neighbours*/, Error* error)
@@ -59,6 +70,26 @@ void setEnvironmentVariable(const std::string& name, const std::string& value)
 uint32_t currentThreadId()
 {
     return static_cast<uint32_t>(gettid());
+}
+
+void catchInterrupts()
+{
+    struct sigaction action {
+    };
+    action.sa_handler = [](int) { g_interrupted = true; };
+    action.sa_flags = SA_RESETHAND | SA_RESTART;
+    for (const int signal : {SIGINT, SIGTERM})
+        sigaction(signal, &action, nullptr);
+}
+
+bool interrupted()
+{
+    return g_interrupted;
+}
+
+bool standardErrorIsTerminal()
+{
+    return isatty(STDERR_FILENO) == 1;
 }
 
 }   // namespace orvo::os

@@ -1,24 +1,35 @@
 #include "os/Os.h"
 
 #include <array>
+#include <atomic>
 
 #include <windows.h>
 
-namespace orvo::os {
+namespace orvo::os
+{
 
 const char kSeparator = '\\';
 const char* const kLibraryEnding = ".dll";
 
-namespace {
+namespace
+{
 
 constexpr DWORD kLongestPath = 32'768;
+
+std::atomic<bool> g_interrupted{false};
+
+// On a thread that the system makes for it. FALSE passes the event on, which ends the process.
+BOOL WINAPI noteInterrupt(DWORD event)
+{
+    const bool polite = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+    return polite && !g_interrupted.exchange(true) ? TRUE : FALSE;
+}
 
 std::string messageOf(DWORD number)
 {
     std::array<char, 1024> buffer{};
-    const DWORD length =
-        FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, number, 0,
-                       buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
+    const DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                        number, 0, buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
     std::string text(buffer.data(), length);
     text.erase(text.find_last_not_of(" \r\n") + 1);
     return text;
@@ -75,6 +86,22 @@ void setEnvironmentVariable(const std::string& name, const std::string& value)
 uint32_t currentThreadId()
 {
     return GetCurrentThreadId();
+}
+
+void catchInterrupts()
+{
+    SetConsoleCtrlHandler(noteInterrupt, TRUE);
+}
+
+bool interrupted()
+{
+    return g_interrupted;
+}
+
+bool standardErrorIsTerminal()
+{
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
 }
 
 }   // namespace orvo::os

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <ostream>
+#include <source_location>
+
+#include "AIKException.h"
+#include "aik/aik.h"
+#include "channels/LogWrap.h"
+#include "features/HostText.h"
+#include "tools/logging/Record.h"
+
+namespace orvo::cognex
+{
+
+/// What all exports have in common of their arguments.
+struct Call {
+    const char* name;
+    char* errstr;
+    uint32_t* acqResult = nullptr;   // of the image functions alone
+};
+
+inline void require(const void* pointer, const char* text)
+{
+    if (!pointer)
+        throw AIKException(text);
+}
+
+inline void storeAcqResult(const Call& call, uint32_t result)
+{
+    if (call.acqResult)
+        *call.acqResult = result;
+}
+
+/// The frame of every export: enter and leave records around the body, failures turned into a return code, an
+/// acquisition status and a text. The body does the checks behind that of `errstr`, and the one dispatch.
+template <typename Body>
+int32_t callFrame(const Call& call, Body&& body,
+                  const std::source_location& place = std::source_location::current())
+{
+    using namespace tools::logging;
+    const auto trace = [&](const auto& streamMessage) {
+        if (LogWrap* const log = LogWrap::instance())
+            recordTrace(log->logger(), {"OrvoCognexAdapter", place.line()}, streamMessage);
+    };
+    const auto traceCaught = [&](const char* verb, const std::exception& caught) {
+        if (LogWrap* const log = LogWrap::instance())
+            recordFailure(log->logger(), kCaught,
+                          [&](std::ostream& text) { text << call.name << verb << caught.what(); });
+    };
+
+    int32_t code = AIK_OK;
+    trace([&](std::ostream& text) { text << "Enter " << call.name; });
+    try {
+        require(call.errstr, "errstr is an invalid pointer.");
+        body();
+    } catch (const Pending& pending) {   // stands first: to wait is no failure
+        storeAcqResult(call, AIK_ACQ_PENDING);
+        traceCaught(" panding: ", pending);
+    } catch (const std::exception& failure) {   // and nothing wider: the rest is not ours to hide
+        storeAcqResult(call, AIK_ACQ_FAILED);
+        if (call.errstr)
+            copyBounded(call.errstr, failure.what());
+        traceCaught(" exception: ", failure);
+        code = AIK_FAILED;
+    }
+    trace([&](std::ostream& text) { text << "Leave " << call.name << ": " << code; });
+    return code;
+}
+
+}   // namespace orvo::cognex
