@@ -77,7 +77,7 @@ void catchInterrupts()
     struct sigaction action {
     };
     action.sa_handler = [](int) { g_interrupted = true; };
-    action.sa_flags = SA_RESETHAND | SA_RESTART;
+    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
     for (const int signal : {SIGINT, SIGTERM})
         sigaction(signal, &action, nullptr);
 }
