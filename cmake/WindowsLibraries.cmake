@@ -15,19 +15,20 @@ function(orvo_split_debug target)
 endfunction()
 
 # orvo_import_library(<target> <def file>): an imported library of what the .def lists. An export that
-# stands there as `name @ordinal NONAME` is imported by its ordinal, and its name stays out of the program. For Windows only: natively one links
-# against the library itself.
+# stands there as `name @ordinal NONAME` is imported by its ordinal, and its name stays out of the program.
+# For Windows only: natively one links against the library itself.
 function(orvo_import_library target definition)
     cmake_path(ABSOLUTE_PATH definition)
     cmake_path(GET definition STEM name)
-    set(library "${CMAKE_CURRENT_BINARY_DIR}/${name}.imports.a")
+    set(library "${name}.imports.a")
+    # The names of symbols and members come from the path of the library and from the process id, if not
+    # from these arguments: hence the relative path, and the prefix.
     add_custom_command(OUTPUT "${library}" DEPENDS "${definition}" VERBATIM
-        # dlltool names its temporary files, and so the archive's members, after its process id unless told.
+        WORKING_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}"
         COMMAND ${CMAKE_DLLTOOL} --deterministic-libraries --temp-prefix ${name}
-            --input-def "${definition}" --output-lib "${library}"
-        WORKING_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}")
-    add_custom_target(${target}_file DEPENDS "${library}")
+            --input-def "${definition}" --output-lib "${library}")
+    add_custom_target(${target}_file DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/${library}")
     add_library(${target} STATIC IMPORTED GLOBAL)
-    set_target_properties(${target} PROPERTIES IMPORTED_LOCATION "${library}")
+    set_target_properties(${target} PROPERTIES IMPORTED_LOCATION "${CMAKE_CURRENT_BINARY_DIR}/${library}")
     add_dependencies(${target} ${target}_file)
 endfunction()

@@ -13,21 +13,12 @@ packages=(
     dpkg-dev patch xz-utils                                       # unpack Boost's source package
 )
 
-# step <what> <command...>: runs it with its output in a log file, and says how long it took.
+# step <what> <command...>: nothing that follows makes sense without it.
 step() {
-    local what=$1 log=$cache/log/${1// /-}.log begin=$SECONDS status
+    local what=$1
     shift
-    mkdir -p "$cache/log"
-    # Not in a condition: there bash would ignore `set -e` in all that the command runs.
-    set +e
-    (set -e && "$@") >"$log" 2>&1 9>&-
-    status=$?
-    set -e
-    if ((status != 0)); then
-        echo "setup: $what: failed after $((SECONDS - begin)) s; what it said is in $log" >&2
-        exit 1
-    fi
-    echo "setup: $what: $((SECONDS - begin)) s"
+    run "setup: $what" "$cache/log/${what// /-}.log" "$@" 9>&-
+    ((status == 0)) || exit 1
 }
 
 # provide <what> <folder> <version> <command>: makes the cache's folder unless it is of this version.
