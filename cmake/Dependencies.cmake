@@ -1,4 +1,4 @@
-# Boost, GoogleTest, and the header-only libraries, one interface target each.
+# Boost, GoogleTest, and the header-only libraries: orvo_cli11, orvo_json, orvo_spdlog, orvo_stb.
 if(WIN32)
     # Debian has no Boost for mingw; scripts/setup.sh builds it.
     list(APPEND CMAKE_FIND_ROOT_PATH "${ORVO_CACHE}/boost-mingw")
@@ -33,9 +33,24 @@ endfunction()
 orvo_header_only(orvo_cli11 CLI/CLI.hpp)
 orvo_header_only(orvo_json nlohmann/json.hpp)
 orvo_header_only(orvo_spdlog spdlog/spdlog.h)
-orvo_header_only(orvo_stb stb/stb_image.h)
 target_compile_definitions(orvo_spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
 target_link_libraries(orvo_spdlog INTERFACE Threads::Threads)
+
+# stb's headers hold their own implementations: compiled here once, so that nobody else defines them.
+orvo_header_only(orvo_stb_headers stb/stb_image.h)
+add_library(orvo_stb STATIC EXCLUDE_FROM_ALL)
+foreach(header stb_image stb_image_resize stb_image_write)
+    string(TOUPPER ${header} name)
+    file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/stb/${header}.c"
+        CONTENT "#define ${name}_IMPLEMENTATION\n#include <stb/${header}.h>\n")
+    target_sources(orvo_stb PRIVATE "${PROJECT_BINARY_DIR}/stb/${header}.c")
+endforeach()
+target_link_libraries(orvo_stb PUBLIC orvo_stb_headers)
+if(ORVO_SANITIZERS)
+    # stb shifts into sign bits; that is not ours to report.
+    target_compile_options(orvo_stb PRIVATE -fno-sanitize=undefined)
+endif()
+set_target_properties(orvo_stb PROPERTIES POSITION_INDEPENDENT_CODE ON C_VISIBILITY_PRESET hidden)
 
 # From source in every preset: mingw has none, and a sanitizer wants to see all of the program.
 set(INSTALL_GTEST OFF)
