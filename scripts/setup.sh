@@ -96,6 +96,19 @@ makeWinePrefix() {
     wineserver --wait
 }
 
+# Photographs that vision people know, out of the data of a Python package that is not installed.
+fetchPhotographs() {
+    local target=$1 work=$1/work name
+    mkdir "$work" && cd "$work"
+    usePrivateApt deb "$work/apt"
+    apt-get download python3-skimage
+    dpkg-deb --extract python3-skimage_*.deb unpacked
+    for name in coins brick page motorcycle_left motorcycle_right coffee astronaut; do
+        mv unpacked/usr/lib/python3/dist-packages/skimage/data/$name.png "$target"
+    done
+    cd "$target" && rm -rf "$work"
+}
+
 begin=$SECONDS
 if ! mkdir -p "$cache"; then
     echo "setup: the cache folder can't be made; ORVO_CACHE names another" >&2
@@ -118,4 +131,5 @@ compiler=$(dpkg-query -W -f '${Version}' g++-mingw-w64-x86-64-posix)
 recipe=$(cat "$repository/cmake/mingw-w64.cmake" <(declare -f buildBoost) | sha256sum | cut -c1-16)
 provide "Boost for Windows" boost-mingw "1.81, g++ $compiler, recipe $recipe" buildBoost
 provide "Wine prefix" wine "$(dpkg-query -W -f '${Version}' wine64)" makeWinePrefix
+provide "photographs" photographs 1 fetchPhotographs
 echo "setup: all is in place ($((SECONDS - begin)) s)"

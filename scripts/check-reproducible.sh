@@ -1,0 +1,21 @@
+#!/bin/bash
+# Builds the Windows product of the last commit in two clones, in folders whose names and depths differ,
+# and compares all that an integrator gets, byte by byte.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+place=$(mktemp -d)
+trap 'rm -rf "$place"' EXIT
+clones=("$place/one" "$place/further/down/another")
+
+for clone in "${clones[@]}"; do
+    git clone --quiet --no-hardlinks "$repository" "$clone"
+    (cd "$clone" && cmake --preset windows && cmake --build --preset windows --target OrvoCognexAdapter)
+    (cd "$clone/build/windows" && find . -name '*OrvoCognexAdapter.dll*' -exec sha256sum {} + | sort -k 2) \
+        >"$clone.sums"
+done
+
+echo "what came out:"
+cat "${clones[0]}.sums"
+grep -q '/OrvoCognexAdapter.dll$' "${clones[0]}.sums"
+cmp "${clones[@]/%/.sums}"
