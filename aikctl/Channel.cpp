@@ -1,0 +1,110 @@
+#include "aikctl/Channel.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace orvo::aikctl {
+
+namespace {
+
+// Any use of a failed channel tells why it failed; this one has no effect on others.
+std::string reasonOf(const Exports& exports, int64_t id)
+{
+    try {
+        std::array<char, AIK_NAME_SIZE> name{};
+        call(exports.getFeatureName, id, 0U, name.data());
+    } catch (const AdapterFailure& failure) {
+        return failure.what();
+    }
+    return "The adapter calls the channel failed and gives no reason.";
+}
+
+}   // namespace
+
+Channel::Channel(const Exports& exports, int32_t index, const csAIK_ChannelRecord& record,
+                 std::string failure)
+    : m_exports(&exports),
+      m_id(record.channelID),
+      m_index(index),
+      m_name(record.name),
+      m_boardText(record.boardText),
+      m_width(static_cast<uint32_t>(std::max(record.width, 0))),
+      m_height(static_cast<uint32_t>(std::max(record.height, 0))),
+      m_failure(std::move(failure))
+{
+    if (m_failure.empty() && record.failed != 0)
+        m_failure = reasonOf(exports, m_id);
+}
+
+Channel::Channel(Channel&& other) noexcept
+    : m_exports(other.m_exports),
+      m_id(std::exchange(other.m_id, 0)),
+      m_index(other.m_index),
+      m_name(std::move(other.m_name)),
+      m_boardText(std::move(other.m_boardText)),
+      m_width(other.m_width),
+      m_height(other.m_height),
+      m_failure(std::move(other.m_failure))
+{}
+
+Channel::~Channel()
+{
+    if (m_id == 0)
+        return;
+    std::array<char, AIK_ERRSTR_SIZE> unheard{};
+    m_exports->releaseVideoChannel(unheard.data(), m_id);
+}
+
+std::string Channel::read(const char* feature) const
+{
+    std::array<char, AIK_VALUE_SIZE> value{};
+    call(m_exports->readValue, m_id, feature, value.data());
+    return value.data();
+}
+
+void Channel::write(const char* feature, const std::string& value)
+{
+    call(m_exports->writeValue, m_id, feature, value.c_str());
+}
+
+void Channel::setup()
+{
+    csAIK_CommonParams params{};
+    params.width = m_width;
+    params.height = m_height;
+    call(m_exports->setupCommonParams, m_id, &params);
+}
+
+void Channel::start()
+{
+    call(m_exports->startAcquisition, m_id);
+}
+
+void Channel::stop()
+{
+    call(m_exports->stopAcquisition, m_id);
+}
+
+void Channel::release()
+{
+    call(m_exports->releaseVideoChannel, std::exchange(m_id, 0));
+}
+
+std::optional<csAIK_ImageAttributes> Channel::attributes()
+{
+    csAIK_ImageAttributes attributes{};
+    attributes.size = sizeof(attributes);
+    uint32_t result = AIK_ACQ_FAILED;
+    call(m_exports->getImageAttributes, m_id, &attributes, &result);
+    return result == AIK_ACQ_PENDING ? std::nullopt : std::optional(attributes);
+}
+
+bool Channel::getImage(void* destination)
+{
+    uint32_t result = AIK_ACQ_FAILED;
+    call(m_exports->getImage, m_id, destination, &result);
+    return result != AIK_ACQ_PENDING;
+}
+
+}   // namespace orvo::aikctl

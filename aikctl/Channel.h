@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "aik/aik.h"
+#include "aikctl/Exports.h"
+
+namespace orvo::aikctl {
+
+/// One open channel. Closes it when it goes, unless release() did.
+/// Threads: attributes(), getImage() and read() on one thread at a time, which may differ from that of the
+///          rest; the rest on one thread for all channels.
+/// Throws:  AdapterFailure, from every call that the adapter refuses.
+class Channel {
+public:
+    /// `record` is what the adapter filled. `failure` is why the opening failed half-way; empty if it didn't.
+    Channel(const Exports& exports, int32_t index, const csAIK_ChannelRecord& record, std::string failure);
+    Channel(Channel&& other) noexcept;
+    Channel& operator=(Channel&&) = delete;
+    ~Channel();
+
+    int32_t index() const { return m_index; }
+    const std::string& name() const { return m_name; }
+    const std::string& boardText() const { return m_boardText; }
+    uint32_t width() const { return m_width; }   // in pixels, when the channel was opened
+    uint32_t height() const { return m_height; }
+    /// Why the channel can't be used; empty if it can.
+    const std::string& failure() const { return m_failure; }
+
+    std::string read(const char* feature) const;
+    void write(const char* feature, const std::string& value);
+
+    /// Builds the ring for width() x height().
+    void setup();
+    void start();
+    void stop();
+    /// Closes the channel, whatever comes of it.
+    void release();
+
+    /// Describes the next picture; none if no picture came in 7 ms.
+    std::optional<csAIK_ImageAttributes> attributes();
+    /// Copies the next picture, at most width() x height() x AIK_MAX_BYTES_PER_PIXEL bytes. False if none
+    /// came in 7 ms.
+    bool getImage(void* destination);
+
+private:
+    const Exports* m_exports;
+    int64_t m_id;   // 0 once the channel is closed
+    int32_t m_index;
+    std::string m_name;
+    std::string m_boardText;
+    uint32_t m_width;
+    uint32_t m_height;
+    std::string m_failure;
+};
+
+}   // namespace orvo::aikctl

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "aikctl/Channel.h"
+#include "aikctl/ImageReader.h"
+#include "aikctl/PictureFolder.h"
+
+namespace orvo::aikctl {
+
+struct GrabOptions {
+    uint64_t count = 10;    // pictures from each channel
+    std::string strategy;   // for "AcquisitionStrategy"; empty leaves it alone
+    bool isPlanar = false;
+    bool isRaw = false;                         // save the bytes as they come, and no PNG
+    std::chrono::duration<double> timeout{5};   // the longest wait for one picture
+};
+
+/// What the grab of one channel came to.
+struct GrabResult {
+    std::string format;             // of the first picture, for people; empty without one
+    uint64_t pictures = 0;          // saved
+    uint64_t lost = 0;              // counted by adapter or board, and not fetched
+    double picturesPerSecond = 0;   // from the first to the last; 0 below two pictures
+    std::string note;               // what a person should know, and is no failure
+    std::string failure;            // why it ended early
+};
+
+/// Fetches pictures from one channel and saves them, on a thread of its own. Call in this order: prepare(),
+/// start(), askToEnd() if need be, join(), stop(), result().
+/// Threads: fetched() on any, the rest on one.
+/// Throws:  nothing: what fails goes to the result, and ends this channel's grab alone.
+class ChannelGrab {
+public:
+    /// `options` are copied; channel and folder outlive the grab.
+    ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder);
+    ChannelGrab(const ChannelGrab&) = delete;
+    ChannelGrab& operator=(const ChannelGrab&) = delete;
+    ~ChannelGrab();
+
+    /// Writes the features and builds the ring.
+    void prepare();
+    /// Starts the channel and the thread, on which `onDone` is called when nothing more is to fetch. False,
+    /// and never a call, if this or a step before it failed.
+    bool start(std::function<void()> onDone);
+    void askToEnd() { m_isAskedToEnd = true; }
+    void join();
+    void stop();
+
+    const Channel& channel() const { return m_channel; }
+    uint64_t fetched() const { return m_fetched; }
+    const GrabResult& result() const { return m_result; }   // after join()
+
+private:
+    using Clock = std::chrono::steady_clock;
+    using Image = std::span<const uint8_t>;
+
+    void fetchAll();
+    void take(Image image);
+    void save(Image image);
+    void saveWaiting();
+    void account();
+    void fail(const std::string& text);
+
+    Channel& m_channel;
+    const GrabOptions m_options;
+    const PictureFolder& m_folder;
+    bool m_isRunning = false;
+    std::thread m_thread;
+    std::atomic<bool> m_isAskedToEnd{false};
+    std::atomic<uint64_t> m_fetched{0};
+
+    // The fetching thread's own, from start() to join().
+    ImageReader m_reader;
+    std::vector<std::vector<uint8_t>> m_waiting;   // fetched before the pixel code was known: a few
+    Clock::time_point m_firstTime;
+    GrabResult m_result;
+};
+
+}   // namespace orvo::aikctl

@@ -1,0 +1,67 @@
+#include "aikctl/GrabReport.h"
+
+#include <iomanip>
+#include <ostream>
+#include <sstream>
+
+#include "aikctl/Table.h"
+#include "aikctl/toJsonText.h"
+
+namespace orvo::aikctl {
+
+namespace {
+
+std::string orDash(const std::string& text)
+{
+    return text.empty() ? "-" : text;
+}
+
+std::string rateText(double picturesPerSecond)
+{
+    if (picturesPerSecond == 0)
+        return "-";
+    std::ostringstream text;
+    text << std::fixed << std::setprecision(1) << picturesPerSecond;
+    return text.str();
+}
+
+}   // namespace
+
+void GrabReport::printTable(std::ostream& out) const
+{
+    uint64_t saved = 0;
+    Table table({"channel", "size", "format of the first picture", "pictures", "lost", "pictures/s"});
+    for (const ChannelGrab& grab : m_grabs) {
+        const GrabResult& result = grab.result();
+        saved += result.pictures;
+        table.add({std::to_string(grab.channel().index()),
+                   std::to_string(grab.channel().width()) + " x " + std::to_string(grab.channel().height()),
+                   orDash(result.format), std::to_string(result.pictures), std::to_string(result.lost),
+                   rateText(result.picturesPerSecond)});
+    }
+    table.print(out);
+    out << '\n'
+        << (m_wasInterrupted ? "interrupted; " : "") << "saved " << saved << " pictures in "
+        << m_folder.path().string() << std::endl;
+}
+
+void GrabReport::printJson(std::ostream& out) const
+{
+    nlohmann::ordered_json report = {{"folder", m_folder.path().string()}, {"interrupted", m_wasInterrupted}};
+    auto& entries = report["channels"] = nlohmann::ordered_json::array();
+    for (const ChannelGrab& grab : m_grabs) {
+        const GrabResult& result = grab.result();
+        entries.push_back({{"channel", grab.channel().index()},
+                           {"width", grab.channel().width()},
+                           {"height", grab.channel().height()},
+                           {"format", result.format},
+                           {"pictures", result.pictures},
+                           {"lost", result.lost},
+                           {"picturesPerSecond", result.picturesPerSecond},
+                           {"note", result.note},
+                           {"failure", result.failure}});
+    }
+    out << toJsonText(report) << std::endl;
+}
+
+}   // namespace orvo::aikctl

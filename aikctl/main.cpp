@@ -1,0 +1,13 @@
+#include <iostream>
+
+#include "aikctl/CommandLine.h"
+#include "aikctl/Console.h"
+#include "os/Os.h"
+
+int main(int argc, char** argv)
+{
+    namespace os = orvo::os;
+    os::catchInterrupts();
+    orvo::aikctl::Console console(std::cout, std::cerr, os::standardErrorIsTerminal(), os::interrupted);
+    return orvo::aikctl::runCommandLine(argc, argv, console);
+}
