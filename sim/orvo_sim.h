@@ -27,11 +27,11 @@ void OrvoSim_reset(void);
 /// Messages to standard error, such as what is wrong with a boards file: 0 switches them off.
 void OrvoSim_setMessages(int32_t on);
 
-/* Delivering by hand ---------------------------------------------------------------------------------- */
+// Delivering by hand
 
 enum {
-    ORVO_SIM_NOT_RUNNING = -1,   /* no such board or DMA, or it isn't running; for callBack: no callback */
-    ORVO_SIM_BUSY = -2           /* asked from inside the very callback that would have to end first */
+    ORVO_SIM_NOT_RUNNING = -1,   // no such board or DMA, or it isn't running; for callBack: no callback
+    ORVO_SIM_BUSY = -2           // asked from inside the very callback that would have to end first
 };
 
 /// Manual mode: 1 and no run delivers by itself, 0 and every run does. A run keeps the mode in which
@@ -56,13 +56,13 @@ int32_t OrvoSim_callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumbe
 /// or 0 after the timeout.
 int32_t OrvoSim_waitForDelivered(uint32_t boardIndex, uint32_t dma, uint64_t count, uint32_t timeoutMs);
 
-/* The script: what chosen calls do -------------------------------------------------------------------- */
+// The script: what chosen calls do
 
-/* A `call` is chosen by its function's name, and by any of its arguments as the journal writes them:
- * "Brd_AddMem", "Brd_getParameter id=3080", "Brd_AcquireEx board=1 dma=0". `nth` counts the calls that match
- * from now on: 1 is the next one, 0 is every one. Rules are tried in the order in which they were made; each
- * counts for itself. A call that several rules meet is held, is slow, and takes the answer of the first
- * that has one. */
+// A `call` is chosen by its function's name, and by any of its arguments as the journal writes them:
+// "Brd_AddMem", "Brd_getParameter id=3080", "Brd_AcquireEx board=1 dma=0". `nth` counts the calls that match
+// from now on: 1 is the next one, 0 is every one. Rules are tried in the order in which they were made; each
+// counts for itself. A call that several rules meet is held, is slow, and takes the answer of the first
+// that has one.
 
 /// The call answers `result` and does nothing else; 0 is a call that claims success and did nothing. A
 /// function that returns a pointer returns null, and `result` becomes the board's last error number.
@@ -71,15 +71,15 @@ void OrvoSim_answer(const char* call, uint32_t nth, int64_t result);
 
 /// As OrvoSim_answer(), and the call hands out these bytes: into its `value` or `buffer` (as many as there
 /// are: the length word is checked and set as ever), or, from a function that returns a pointer, as the
-/// address of a copy that lives until the script is cleared.
+/// address of a copy that stays for good.
 void OrvoSim_answerWith(const char* call, uint32_t nth, int64_t result, const void* bytes, uint64_t size);
 
 /// The call takes this much longer, before it has any effect.
 void OrvoSim_slow(const char* call, uint32_t nth, uint32_t milliseconds);
 
 enum {
-    ORVO_SIM_AT_ENTRY = 0,   /* before the call has any effect */
-    ORVO_SIM_AT_EXIT = 1     /* after its effect, before it returns */
+    ORVO_SIM_AT_ENTRY = 0,   // before the call has any effect
+    ORVO_SIM_AT_EXIT = 1     // after its effect, before it returns
 };
 
 /// The call waits until OrvoSim_letGo(). No lock is held meanwhile: all other calls work.
@@ -95,18 +95,22 @@ void OrvoSim_letGo(const char* call);
 /// Ends all rules, those of the boards file too; whoever is held goes on.
 void OrvoSim_clearScript(void);
 
-/* The journal: one line a call ------------------------------------------------------------------------ */
+// The journal: one line a call
 
-/* `Brd_AddMem board=0 buffer=b0 size=307200 index=0 head=h1 -> 0`: name, arguments by name in their order,
- * result. Lines stand in the order in which the calls began; ` ...` stands in the place of the result
- * while a call is under way. Symbols stand for addresses: a board handle is its board's index, a memory head
- * is h1, h2, ... in the order of making since the library's life began, a block is b and the index under
- * which its head has it, null is `null`, and whatever is no longer known is `?`. Texts stand in double
- * quotes. A callback record is `control=set` or `control=null`. What a call hands out stands behind the
- * result by the name of its argument: `Brd_getParameter board=0 id=100 dma=0 -> 0 value=640`. The word
- * of ids 3080 and 3090 goes in as well and then stands in both places. A length word is `length=256`; with
- * a buffer of null it isn't read and stands behind the result alone. Functions without result end with
- * their arguments. */
+// `Brd_AddMem board=0 buffer=b0 size=307200 index=0 head=h1 -> 0`: name, arguments in their order, result.
+// The arguments bear the names of the prototypes, a memory head is `head`. Lines stand in the order in which
+// the calls began; ` ...` stands in the place of the result while a call is under way.
+//
+// Symbols stand for addresses: a board handle is its board's index, a memory head is h1, h2, ... in the order
+// of making since the library's life began, a block is b and the index under which its head has it, null is
+// `null`, and whatever is no longer known is `?`. Texts stand in double quotes. A callback record is
+// `control=set` or `control=null`, a buffer to be filled `buffer=set` or `buffer=null`. The image number of
+// picture n is 1000000000 + n.
+//
+// What a call hands out stands behind the result by the name of its argument, if the result is 0:
+// `Brd_getParameter board=0 id=100 dma=0 -> 0 value=640`. A value that goes in as well, as the word of ids
+// 3080 and 3090 does, stands in both places. A length word is `length=256`; with a buffer of null it isn't
+// read, and stands behind the result alone. Brd_FreeLibraries has neither arguments nor result.
 
 /// The journal as text, each line ended by a line feed. `filter`: empty for all lines, or function names with
 /// blanks between. A name keeps its lines, a name with a minus in front drops them, and a star at the end
@@ -124,19 +128,19 @@ void OrvoSim_clearJournal(void);
 /// first 10000.
 void OrvoSim_limitJournal(uint64_t lines);
 
-/* The ledger: what became of every picture ------------------------------------------------------------ */
+// The ledger: what became of every picture
 
 /// The account of one DMA since the first `Brd_InitLibraries` of this life of the library, or since
 /// OrvoSim_reset(). It can still be read after the last `Brd_FreeLibraries`.
-/// produced = delivered + droppedNoBlock + droppedByFault, but for a picture that is just on its way.
+/// produced = delivered + droppedNoBlock + droppedByFault; a picture counts when its callback has ended.
 typedef struct OrvoSim_Ledger {
-    uint64_t runs;             /* successful calls of Brd_AcquireEx */
+    uint64_t runs;   // successful calls of Brd_AcquireEx
     uint64_t produced;
-    uint64_t delivered;        /* callbacks that have ended */
-    uint64_t droppedNoBlock;   /* status 30 counts these too, and starts anew with each run */
+    uint64_t delivered;
+    uint64_t droppedNoBlock;   // status 30 counts these too, and starts anew with each run
     uint64_t droppedByFault;
-    double askedRate;          /* pictures per second of the latest run; 0: as fast as the ring allows */
-    double heldRate;           /* pictures per second produced in it, first to last; 0 below two pictures */
+    double askedRate;   // pictures per second of the latest run; 0: as fast as the ring allows
+    double heldRate;    // pictures per second produced in it, first to last; 0 below two pictures
 } OrvoSim_Ledger;
 
 /// Returns 1, or 0 with `ledger` left alone for a DMA that never ran.
@@ -145,7 +149,7 @@ int32_t OrvoSim_readLedger(uint32_t boardIndex, uint32_t dma, OrvoSim_Ledger* le
 /// The whole ledger as JSON, as the boards file's "ledger" has it written.
 uint64_t OrvoSim_writeLedger(char* buffer, uint64_t size);
 
-/* Pointer types, for programs that load the library at run time ---------------------------------------- */
+// Pointer types, for programs that load the library at run time
 
 typedef void (*OrvoSim_reset_t)(void);
 typedef void (*OrvoSim_setMessages_t)(int32_t on);

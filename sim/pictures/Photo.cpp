@@ -1,25 +1,12 @@
 #include "sim/pictures/Photo.h"
 
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
 
-// Only what a folder of recorded pictures may hold, and nothing that leaves this file.
-#define STB_IMAGE_STATIC
-#define STB_IMAGE_IMPLEMENTATION
-#define STBI_ONLY_PNG
-#define STBI_ONLY_JPEG
-#define STBI_ONLY_PNM
-#define STBI_NO_STDIO
-#define STB_IMAGE_RESIZE_STATIC
-#define STB_IMAGE_RESIZE_IMPLEMENTATION
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wunused-function"
 #include <stb/stb_image.h>
 #include <stb/stb_image_resize.h>
-#pragma GCC diagnostic pop
 
 namespace orvo::sim {
 
@@ -35,6 +22,13 @@ std::string contentOf(const std::string& path)
     std::ostringstream content;
     content << file.rdbuf();
     return content.str();
+}
+
+/// PGM and PPM files have the upper byte of a 16-bit sample first, and stb hands it out so.
+bool needsSwapping(const std::string& content)
+{
+    const auto* bytes = reinterpret_cast<const stbi_uc*>(content.data());
+    return content.starts_with('P') && stbi_is_16_bit_from_memory(bytes, static_cast<int>(content.size()));
 }
 
 }   // namespace
@@ -59,6 +53,9 @@ Photo Photo::read(const std::string& path)
     photo.m_channels = static_cast<uint32_t>(wanted);
     const size_t count = size_t{photo.m_width} * photo.m_height * photo.m_channels;
     photo.m_samples.assign(samples.get(), samples.get() + count);
+    if (needsSwapping(content))
+        for (uint16_t& sample : photo.m_samples)
+            sample = static_cast<uint16_t>(sample << 8 | sample >> 8);
     return photo;
 }
 

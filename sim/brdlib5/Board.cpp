@@ -1,0 +1,154 @@
+#include "sim/brdlib5/Board.h"
+
+#include <utility>
+#include <vector>
+
+#include "sim/brdlib5/BrdError.h"
+
+namespace orvo::sim {
+
+namespace {
+
+constexpr int32_t kFormatId = 700;
+constexpr int32_t kDmaCountId = 3050;
+constexpr int32_t kCameraPortCountId = 3060;
+constexpr int32_t kProcessCountId = 3070;
+constexpr int32_t kDmaIdId = 3080;
+constexpr int32_t kCameraPortId = 3090;
+
+struct ExtentRow {
+    int32_t id;
+    const char* name;
+    DmaChannel::Extent extent;
+    DmaChannel::Limit most, step;
+};
+
+constexpr ExtentRow kExtents[] = {
+    {100, "BRD_WIDTH", &Geometry::width, &DmaDescription::maxWidth, &DmaDescription::widthStep},
+    {200, "BRD_HEIGHT", &Geometry::height, &DmaDescription::maxHeight, &DmaDescription::heightStep},
+    {300, "BRD_XOFFSET", &Geometry::xOffset, &DmaDescription::maxXOffset, &DmaDescription::offsetStep},
+    {400, "BRD_YOFFSET", &Geometry::yOffset, &DmaDescription::maxYOffset, &DmaDescription::offsetStep},
+};
+
+/// The entry of a process's list at a position that came in as a parameter's word.
+template <typename Entry>
+const Entry& entryAt(const std::vector<Entry>& entries, int64_t position)
+{
+    if (position < 0 || static_cast<uint64_t>(position) >= entries.size())
+        throw BrdError(kOutOfRange, "The process has nothing at position " + std::to_string(position));
+    return entries[static_cast<size_t>(position)];
+}
+
+}   // namespace
+
+Board::Board(uint32_t index, const BoardDescription& description, Applet applet)
+    : m_index(index), m_applet(std::move(applet))
+{
+    for (const ProcessDescription& process : m_applet.processes)
+        for (const DmaDescription& dma : process.dmas)
+            m_dmas.emplace(dma.id, std::make_shared<DmaChannel>(index, dma, description.faults));
+    addGeometryParameters();
+    addProcessParameters();
+}
+
+Board::~Board()
+{
+    stopAll();
+}
+
+void Board::addGeometryParameters()
+{
+    for (const ExtentRow& row : kExtents) {
+        Parameter parameter{.id = row.id, .name = row.name, .entries = {}, .get = {}, .set = {}};
+        parameter.get = [this, row](uint32_t dmaId, int64_t) {
+            return Value(uint64_t{dma(dmaId).geometry().*row.extent});
+        };
+        parameter.set = [this, row](uint32_t dmaId, const Value& value) {
+            const auto extent = static_cast<uint32_t>(std::get<uint64_t>(value));
+            dma(dmaId).setExtent(row.extent, row.most, row.step, extent);
+        };
+        m_parameters.add(std::move(parameter));
+    }
+    Parameter format{.id = kFormatId, .name = "BRD_FORMAT", .entries = {}, .get = {}, .set = {}};
+    format.entries = {{1, "Grey16"},   {2, "Colour24"}, {3, "Grey8"},
+                      {4, "Colour32"}, {5, "Grey8x5"},  {6, "Colour48"}};
+    format.get = [this](uint32_t dmaId, int64_t) {
+        return Value(static_cast<uint64_t>(dma(dmaId).geometry().format));
+    };
+    format.set = [this](uint32_t dmaId, const Value& value) {
+        dma(dmaId).setFormat(static_cast<uint32_t>(std::get<uint64_t>(value)));
+    };
+    m_parameters.add(std::move(format));
+}
+
+void Board::addProcessParameters()
+{
+    const auto add = [&](int32_t id, const char* name, bool takesWord, auto get) {
+        if (m_applet.lacking.count(id))
+            return;
+        m_parameters.add(
+            {.id = id,
+             .name = name,
+             .type = ValueType::Int32,
+             .entries = {},
+             .takesWord = takesWord,
+             .get = [get](uint32_t scope, int64_t word) { return Value(int64_t(get(scope, word))); },
+             .set = {}});
+    };
+    add(kProcessCountId, "BRD_PROCESS_COUNT", false,
+        [this](uint32_t, int64_t) { return m_applet.processes.size(); });
+    add(kDmaCountId, "BRD_DMA_COUNT", false,
+        [this](uint32_t index, int64_t) { return process(index).dmas.size(); });
+    add(kCameraPortCountId, "BRD_CAMERA_PORT_COUNT", false,
+        [this](uint32_t index, int64_t) { return process(index).cameraPorts.size(); });
+    add(kDmaIdId, "BRD_DMA_ID", true,
+        [this](uint32_t index, int64_t position) { return entryAt(process(index).dmas, position).id; });
+    add(kCameraPortId, "BRD_CAMERA_PORT", true,
+        [this](uint32_t index, int64_t position) { return entryAt(process(index).cameraPorts, position); });
+}
+
+const ProcessDescription& Board::process(uint32_t index) const
+{
+    if (index >= m_applet.processes.size())
+        throw BrdError(kUnknownProcess, "The applet has no process " + std::to_string(index));
+    return m_applet.processes[index];
+}
+
+DmaChannel& Board::dma(uint32_t id) const
+{
+    const auto found = m_dmas.find(id);
+    if (found == m_dmas.end())
+        throw BrdError(kUnknownDma, "The applet has no DMA " + std::to_string(id));
+    return *found->second;
+}
+
+void Board::stopAll()
+{
+    for (const auto& [id, channel] : m_dmas)
+        channel->stop();
+}
+
+void Board::addHead(void* handle, std::shared_ptr<MemoryHead> head)
+{
+    const std::lock_guard lock(m_mutex);
+    m_heads.emplace(handle, std::move(head));
+}
+
+std::shared_ptr<MemoryHead> Board::head(const void* handle) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_heads.find(handle);
+    if (found == m_heads.end())
+        throw BrdError(kUnknownHead,
+                       handle ? "This is no memory head of the board" : "The memory head is null");
+    return found->second;
+}
+
+void Board::removeHead(void* handle)
+{
+    head(handle)->requireIdle();
+    const std::lock_guard lock(m_mutex);
+    m_heads.erase(handle);
+}
+
+}   // namespace orvo::sim

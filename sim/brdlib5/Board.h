@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "sim/brdlib5/Applet.h"
+#include "sim/brdlib5/DmaChannel.h"
+#include "sim/brdlib5/MemoryHead.h"
+#include "sim/brdlib5/ParameterTable.h"
+#include "sim/core/Core.h"
+
+namespace orvo::sim {
+
+/// A board with its applet loaded. Threads: any.
+class Board {
+public:
+    Board(uint32_t index, const BoardDescription& description, Applet applet);
+    /// Ends what still runs.
+    ~Board();
+
+    uint32_t index() const { return m_index; }
+    const Applet& applet() const { return m_applet; }
+    const ParameterTable& parameters() const { return m_parameters; }
+
+    /// Throws BrdError for an id that the applet doesn't have.
+    DmaChannel& dma(uint32_t id) const;
+    /// The DMA that stands for the board where a call names none.
+    uint32_t firstDma() const { return m_dmas.empty() ? 0 : m_dmas.begin()->first; }
+    void stopAll();
+
+    /// Memory heads by handle. Throw BrdError for a handle that isn't one of this board.
+    void addHead(void* handle, std::shared_ptr<MemoryHead> head);
+    std::shared_ptr<MemoryHead> head(const void* handle) const;
+    void removeHead(void* handle);
+
+private:
+    void addProcessParameters();
+    void addGeometryParameters();
+    const ProcessDescription& process(uint32_t index) const;
+
+    const uint32_t m_index;
+    const Applet m_applet;
+    ParameterTable m_parameters;
+    std::map<uint32_t, std::shared_ptr<DmaChannel>> m_dmas;   // by id
+
+    mutable std::mutex m_mutex;
+    std::map<const void*, std::shared_ptr<MemoryHead>> m_heads;
+};
+
+}   // namespace orvo::sim

@@ -1,0 +1,247 @@
+#include "sim/brdlib5/DmaChannel.h"
+
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "sim/brdlib5/BoardClock.h"
+#include "sim/brdlib5/BrdError.h"
+#include "sim/orvo_sim.h"
+
+namespace orvo::sim {
+
+namespace {
+
+constexpr double kManualRateOfFreeRuns = 1'000;   // pictures per second, for the time stamps alone
+
+uint64_t ticksPerPicture(double rate)
+{
+    return static_cast<uint64_t>(static_cast<double>(kTimestampFrequency) /
+                                 (rate > 0 ? rate : kManualRateOfFreeRuns));
+}
+
+}   // namespace
+
+/// What belongs to one run: guarded by the channel's mutex, but for the source, which belongs to the turn.
+struct DmaChannel::Run {
+    const std::shared_ptr<MemoryHead> head;
+    const std::unique_ptr<PictureSource> source;
+    const int64_t limit;   // of pictures, -1: none
+    const bool isManual;
+    Pacer pacer;
+    uint64_t exposures = 0;   // pictures made, whatever became of them
+    int64_t pictures = 0;     // those that got a number
+    bool isEnded = false;
+
+    bool isComplete() const { return limit >= 0 && pictures >= limit; }
+};
+
+DmaChannel::DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults)
+    : m_description(description),
+      m_faults(faults),
+      m_account(orvo_sim_core()->account(boardIndex, description.id)),
+      m_geometry(description.geometry)
+{
+}
+
+Geometry DmaChannel::geometry() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_geometry;
+}
+
+void DmaChannel::setExtent(Extent extent, Limit most, Limit step, uint32_t value)
+{
+    if (value > m_description.*most || value % m_description.*step != 0)
+        throw BrdError(kOutOfRange, std::to_string(value) + " is above " +
+                                        std::to_string(m_description.*most) + " or no multiple of " +
+                                        std::to_string(m_description.*step));
+    const std::lock_guard lock(m_mutex);
+    m_geometry.*extent = value;
+}
+
+void DmaChannel::setFormat(uint32_t number)
+{
+    const auto format = pixelFormatOf(number);
+    if (!format)
+        throw BrdError(kOutOfRange, "There is no format " + std::to_string(number));
+    const std::lock_guard lock(m_mutex);
+    m_geometry.format = *format;
+}
+
+void DmaChannel::setCallback(const BrdApcControl* control)
+{
+    if (control && !control->func)
+        throw BrdError(kNullArgument, "The callback is null");
+    const std::lock_guard lock(m_mutex);
+    m_callback = control ? std::optional(*control) : std::nullopt;
+}
+
+void DmaChannel::start(std::shared_ptr<MemoryHead> head, int64_t pictureCount)
+{
+    const Lock lock(m_mutex);
+    if (m_run)
+        throw BrdError(kAlreadyRunning, "The DMA is running already");
+    const double rate = m_description.picturesPerSecond;
+    auto run =
+        std::make_shared<Run>(std::move(head), m_description.pictures.sourceFor(m_geometry), pictureCount,
+                              orvo_sim_core()->isManual(), Pacer(rate, m_faults, Pacer::Clock::now()));
+    run->head->beginUse();
+    m_account.beginRun(rate);
+    m_lost = 0;
+    m_run = run;
+    if (run->isManual)
+        return;
+    try {
+        // Detached: a stop from inside the callback can't wait for its own thread's end, and nothing waits for
+        // it when the process ends.
+        std::thread([self = shared_from_this(), run] { self->runByItself(run); }).detach();
+    } catch (const std::system_error&) {
+        m_run.reset();
+        run->head->endUse();
+        throw;
+    }
+}
+
+void DmaChannel::stop()
+{
+    Lock lock(m_mutex);
+    const std::shared_ptr<Run> run = std::move(m_run);
+    m_run.reset();
+    if (run)
+        run->isEnded = true;
+    m_changed.notify_all();
+    m_changed.wait(lock, [&] { return !m_turn || *m_turn == std::this_thread::get_id(); });
+    if (run)
+        run->head->endUse();
+}
+
+int64_t DmaChannel::lostPictures() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lost;
+}
+
+void DmaChannel::giveBack(MemoryHead& head, int64_t blockIndex)
+{
+    head.giveBack(blockIndex);
+    const std::lock_guard lock(m_mutex);
+    m_changed.notify_all();
+}
+
+int32_t DmaChannel::deliver(uint32_t count)
+{
+    Lock lock(m_mutex);
+    const std::shared_ptr<Run> run = m_run;
+    if (!run)
+        return ORVO_SIM_NOT_RUNNING;
+    if (m_turn == std::this_thread::get_id())
+        return ORVO_SIM_BUSY;
+    int32_t delivered = 0;
+    for (; count > 0 && takeTurn(lock, run.get()); --count) {
+        const uint64_t timestamp =
+            run->isManual ? (run->exposures + 1) * ticksPerPicture(m_description.picturesPerSecond)
+                          : timestampOf(Pacer::Clock::now());
+        delivered += produce(*run, timestamp, lock) == Fate::Delivered;
+        endTurn();
+    }
+    return delivered;
+}
+
+int32_t DmaChannel::callBack(int64_t pictureNumber)
+{
+    Lock lock(m_mutex);
+    if (m_turn == std::this_thread::get_id())
+        return ORVO_SIM_BUSY;
+    takeTurn(lock, nullptr);
+    const bool isRegistered = m_callback.has_value();
+    call(pictureNumber, lock);
+    endTurn();
+    return isRegistered ? 0 : ORVO_SIM_NOT_RUNNING;
+}
+
+void DmaChannel::runByItself(const std::shared_ptr<Run>& run)
+{
+    Lock lock(m_mutex);
+    while (awaitDueTime(*run, lock) && takeTurn(lock, run.get())) {
+        const bool isScheduled = m_description.picturesPerSecond > 0;
+        produce(*run, timestampOf(isScheduled ? run->pacer.due() : Pacer::Clock::now()), lock);
+        endTurn();
+        run->pacer.advance();
+    }
+}
+
+/// Without a rate the board waits for a free block as well, instead of dropping what it could have made.
+bool DmaChannel::awaitDueTime(Run& run, Lock& lock)
+{
+    m_changed.wait_until(lock, run.pacer.due(), [&] { return run.isEnded; });
+    if (m_description.picturesPerSecond <= 0)
+        m_changed.wait(lock, [&] { return run.isEnded || run.head->freeCount() > 0; });
+    return !run.isEnded;
+}
+
+/// False, and the turn not taken, if the run is over before the turn comes.
+bool DmaChannel::takeTurn(Lock& lock, const Run* run)
+{
+    const auto isOver = [&] { return run && (run->isEnded || run->isComplete()); };
+    m_changed.wait(lock, [&] { return isOver() || !m_turn; });
+    if (isOver())
+        return false;
+    m_turn = std::this_thread::get_id();
+    return true;
+}
+
+void DmaChannel::endTurn()
+{
+    m_turn.reset();
+    m_changed.notify_all();
+}
+
+/// Makes one picture, and enters into the ledger what became of it. Nothing, if the run ended meanwhile.
+std::optional<Fate> DmaChannel::produce(Run& run, uint64_t timestamp, Lock& lock)
+{
+    const auto isEvery = [&](uint64_t n) { return n > 0 && run.exposures % n == 0; };
+    std::optional<Fate> fate = Fate::Fault;
+    ++run.exposures;
+    if (isEvery(m_faults.dropEvery))
+        fate = Fate::Fault;
+    else if (isEvery(m_faults.negativeEvery))
+        call(m_faults.negativeNumber, lock);
+    else
+        fate = fillBlock(run, timestamp, lock);
+    if (fate)
+        m_account.enter(*fate);
+    return fate;
+}
+
+std::optional<Fate> DmaChannel::fillBlock(Run& run, uint64_t timestamp, Lock& lock)
+{
+    const auto block = run.head->takeNext();
+    if (!block) {
+        ++m_lost;
+        return Fate::NoBlock;
+    }
+    const int64_t number = ++run.pictures;
+    lock.unlock();
+    run.source->paint(static_cast<uint64_t>(number), block->memory);
+    lock.lock();
+    if (run.isEnded) {
+        run.head->putBack(block->index);
+        return std::nullopt;
+    }
+    run.head->publish(block->index, number, timestamp);
+    call(number, lock);
+    return Fate::Delivered;
+}
+
+void DmaChannel::call(int64_t pictureNumber, Lock& lock)
+{
+    const std::optional<BrdApcControl> callback = m_callback;
+    if (!callback)
+        return;
+    lock.unlock();
+    callback->func(pictureNumber, callback->data);
+    lock.lock();
+}
+
+}   // namespace orvo::sim

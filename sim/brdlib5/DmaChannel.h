@@ -1,0 +1,79 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+#include "sim/brdlib5/Applet.h"
+#include "sim/brdlib5/MemoryHead.h"
+#include "sim/brdlib5/Pacer.h"
+#include "sim/brdlib5/brdlib5.h"
+#include "sim/core/Core.h"
+
+namespace orvo::sim {
+
+/// One DMA port of an open board: makes the pictures of a run, on a thread of its own or by the wheel, and
+/// calls back. Threads: any. Whoever calls back has the channel's turn, so callbacks don't overlap; no lock
+/// is held during a callback, nor while somebody waits for the turn.
+/// Owns: the running thread shares the channel, so it outlives its board for as long as a callback takes.
+class DmaChannel : public std::enable_shared_from_this<DmaChannel> {
+public:
+    using Extent = uint32_t Geometry::*;
+    using Limit = uint32_t DmaDescription::*;
+
+    DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults);
+
+    uint32_t id() const { return m_description.id; }
+
+    /// Changes apply from the next start. Those out of the applet's limits throw BrdError.
+    Geometry geometry() const;
+    void setExtent(Extent extent, Limit most, Limit step, uint32_t value);
+    void setFormat(uint32_t number);
+
+    /// Null removes the callback.
+    void setCallback(const BrdApcControl* control);
+
+    /// Begins a run of at most `pictureCount` pictures, -1 for no limit. Throws BrdError, and nothing has
+    /// begun.
+    void start(std::shared_ptr<MemoryHead> head, int64_t pictureCount);
+    /// Ends the run, if there is one. When it returns no callback is under way and none will start, unless
+    /// the caller is that callback.
+    void stop();
+
+    /// Pictures of the present or latest run for which no block was free.
+    int64_t lostPictures() const;
+    void giveBack(MemoryHead& head, int64_t blockIndex);
+
+    /// The wheel: results as OrvoSim_deliver() and OrvoSim_callBack() have them.
+    int32_t deliver(uint32_t count);
+    int32_t callBack(int64_t pictureNumber);
+
+private:
+    struct Run;
+    using Lock = std::unique_lock<std::mutex>;
+
+    void runByItself(const std::shared_ptr<Run>& run);
+    bool awaitDueTime(Run& run, Lock& lock);
+    bool takeTurn(Lock& lock, const Run* run);
+    void endTurn();
+    std::optional<Fate> produce(Run& run, uint64_t timestamp, Lock& lock);
+    std::optional<Fate> fillBlock(Run& run, uint64_t timestamp, Lock& lock);
+    void call(int64_t pictureNumber, Lock& lock);
+
+    const DmaDescription m_description;
+    const PictureFaults m_faults;
+    DmaAccount& m_account;
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;   // the turn, the run, or a block given back
+    Geometry m_geometry;
+    std::optional<BrdApcControl> m_callback;
+    std::shared_ptr<Run> m_run;              // null while the DMA stands still
+    std::optional<std::thread::id> m_turn;   // who makes a picture or calls back
+    int64_t m_lost = 0;
+};
+
+}   // namespace orvo::sim

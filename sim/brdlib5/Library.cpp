@@ -1,0 +1,226 @@
+#include "sim/brdlib5/Library.h"
+
+#include <string_view>
+#include <utility>
+
+#include "sim/brdlib5/BoardTypes.h"
+#include "sim/brdlib5/BrdError.h"
+#include "sim/json/JsonValue.h"
+#include "sim/orvo_sim.h"
+
+namespace orvo::sim {
+
+namespace {
+
+constexpr uint64_t kLargestRing = uint64_t{64} << 30;   // bytes; a negative size is above it
+constexpr int32_t kNoSuchBoard = -1;
+
+uint64_t numberOf(const void* handle)
+{
+    return reinterpret_cast<uintptr_t>(handle);
+}
+
+void* handleOf(uint64_t number)
+{
+    return reinterpret_cast<void*>(static_cast<uintptr_t>(number));
+}
+
+}   // namespace
+
+Library& Library::instance()
+{
+    static Library* const only = new Library;
+    return *only;
+}
+
+void Library::init()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_users++ > 0)
+            return;
+        ++m_lives;
+        m_heads = 0;
+    }
+    orvo_sim_core()->beginLife();
+    orvo_sim_core()->setDelivery(*this);
+}
+
+void Library::free()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_users == 0 || --m_users > 0)
+            return;
+    }
+    for (Slot& slot : m_slots)
+        release(slot);
+    orvo_sim_core()->endLife();
+}
+
+int32_t Library::boardType(int32_t boardIndex) const
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_users == 0)
+            return kNoSuchBoard;
+    }
+    BoardDescription description;
+    return orvo_sim_core()->findBoard(static_cast<uint32_t>(boardIndex), description) ? description.type
+                                                                                      : kNoSuchBoard;
+}
+
+std::string Library::boardText(int32_t boardIndex) const
+{
+    const BoardDescription description = described(static_cast<uint32_t>(boardIndex));
+    return boardNameOf(description.type) + ", serial number " + description.serial + ", simulated";
+}
+
+BoardDescription Library::described(uint32_t boardIndex) const
+{
+    BoardDescription description;
+    if (boardType(static_cast<int32_t>(boardIndex)) < 0 ||
+        !orvo_sim_core()->findBoard(boardIndex, description))
+        throw BrdError(kNoBoard, "There is no board of index " + std::to_string(boardIndex));
+    return description;
+}
+
+void* Library::open(const std::string& path, uint32_t boardIndex)
+{
+    const BoardDescription description = described(boardIndex);
+    const std::string_view problem = orvo_sim_core()->boardsFileError();
+    if (!problem.empty())
+        throw BrdError(kBadBoardsFile, std::string(problem));
+    Slot& slot = m_slots[boardIndex];
+    {
+        const std::lock_guard lock(m_mutex);
+        if (std::exchange(slot.isTaken, true))
+            throw BrdError(kBoardInUse, "Board " + std::to_string(boardIndex) + " is open already");
+    }
+    try {
+        Applet applet = loadApplet(path, boardIndex, description.type);
+        auto board = std::make_shared<Board>(boardIndex, description, std::move(applet));
+        const std::lock_guard lock(m_mutex);
+        slot.board = std::move(board);
+        slot.handle = ++m_openings << 8 | boardIndex << 4 | 8;
+        m_errors.set(boardIndex, 0, "");
+        return handleOf(slot.handle);
+    } catch (...) {   // whatever it was, the board can be opened again
+        release(slot);
+        throw;
+    }
+}
+
+Applet Library::loadApplet(const std::string& path, uint32_t boardIndex, int32_t type) const
+{
+    try {
+        return Applet::read(path, type);
+    } catch (const JsonError& error) {
+        orvo_sim_core()->say("board " + std::to_string(boardIndex) + ": " + error.what());
+        throw BrdError(kBadApplet, error.what());
+    }
+}
+
+void Library::close(void* handle)
+{
+    const std::shared_ptr<Board> closing = board(handle);
+    closing->stopAll();   // the handle still works for callbacks that are under way
+    release(m_slots[closing->index()]);
+}
+
+void Library::release(Slot& slot)
+{
+    std::shared_ptr<Board> board;
+    {
+        const std::lock_guard lock(m_mutex);
+        board = slot.board;
+    }
+    if (board)
+        board->stopAll();
+    const std::lock_guard lock(m_mutex);
+    slot = {};
+}
+
+std::shared_ptr<Board> Library::board(const void* handle) const
+{
+    const std::lock_guard lock(m_mutex);
+    const size_t slot = slotOf(handle);
+    if (slot == LastErrors::kNoBoard)
+        throw BrdError(kUnknownHandle,
+                       handle ? "This is no handle of an open board" : "The board's handle is null");
+    return m_slots[slot].board;
+}
+
+size_t Library::slotOf(const void* handle) const
+{
+    const size_t index = numberOf(handle) >> 4 & 0xF;
+    const bool isOpen = handle && index < m_slots.size() && m_slots[index].handle == numberOf(handle);
+    return isOpen ? index : LastErrors::kNoBoard;
+}
+
+size_t Library::errorSlotOf(const void* handle) const
+{
+    const std::lock_guard lock(m_mutex);
+    return slotOf(handle);
+}
+
+std::shared_ptr<Board> Library::boardAt(uint32_t boardIndex) const
+{
+    const std::lock_guard lock(m_mutex);
+    return boardIndex < m_slots.size() ? m_slots[boardIndex].board : nullptr;
+}
+
+void* Library::addHead(const void* handle, uint64_t totalSize, int64_t blockCount)
+{
+    const std::shared_ptr<Board> owner = board(handle);
+    if (blockCount < 0)
+        throw BrdError(kOutOfRange, "A ring of " + std::to_string(blockCount) + " buffers can't be made");
+    if (totalSize > kLargestRing)
+        throw BrdError(kTooLarge, "A ring of " + std::to_string(totalSize) + " bytes is above 64 GiB");
+    uint64_t symbol = 0, life = 0;
+    {
+        const std::lock_guard lock(m_mutex);
+        symbol = ++m_heads;
+        life = m_lives;
+    }
+    void* const head = handleOf(life << 40 | symbol << 4);
+    owner->addHead(head, std::make_shared<MemoryHead>(symbol, blockCount));
+    return head;
+}
+
+void Library::setLastError(const void* handle, int32_t number, std::string_view text)
+{
+    m_errors.set(errorSlotOf(handle), number, text);
+}
+
+int32_t Library::lastErrorNumber(const void* handle) const
+{
+    return m_errors.number(errorSlotOf(handle));
+}
+
+void Library::copyLastErrorText(const void* handle, std::span<char> buffer) const
+{
+    m_errors.copyText(errorSlotOf(handle), buffer);
+}
+
+int32_t Library::deliver(uint32_t boardIndex, uint32_t dma, uint32_t count)
+{
+    try {
+        const auto board = boardAt(boardIndex);
+        return board ? board->dma(dma).deliver(count) : ORVO_SIM_NOT_RUNNING;
+    } catch (const BrdError&) {   // no such DMA
+        return ORVO_SIM_NOT_RUNNING;
+    }
+}
+
+int32_t Library::callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumber)
+{
+    try {
+        const auto board = boardAt(boardIndex);
+        return board ? board->dma(dma).callBack(pictureNumber) : ORVO_SIM_NOT_RUNNING;
+    } catch (const BrdError&) {   // no such DMA
+        return ORVO_SIM_NOT_RUNNING;
+    }
+}
+
+}   // namespace orvo::sim

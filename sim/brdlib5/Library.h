@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "sim/brdlib5/Board.h"
+#include "sim/brdlib5/LastErrors.h"
+#include "sim/core/Core.h"
+
+namespace orvo::sim {
+
+/// The library as a whole: its nested lives, the open boards by handle, the failures. Handles are numbers
+/// that are never given out twice, so one that has ended is found out. Threads: any, but init() and free()
+/// are left to one. No lock is held while a board is loaded or stopped.
+class Library final : public PictureDelivery {
+public:
+    static constexpr uint32_t kMostBoards = 8;
+
+    /// Made at the first call and never destroyed: pictures may flow while the process ends.
+    static Library& instance();
+
+    void init();
+    void free();
+
+    /// Negative for an index without board, and outside of every life.
+    int32_t boardType(int32_t boardIndex) const;
+    std::string boardText(int32_t boardIndex) const;
+
+    /// Loads an applet onto a board; returns the handle. Throws BrdError.
+    void* open(const std::string& path, uint32_t boardIndex);
+    void close(void* handle);
+    /// Throws BrdError for a handle of no open board.
+    std::shared_ptr<Board> board(const void* handle) const;
+
+    /// Makes a memory head and returns its handle. Throws BrdError.
+    void* addHead(const void* board, uint64_t totalSize, int64_t blockCount);
+
+    /// The failures of the board behind a handle, or of calls without one.
+    void setLastError(const void* handle, int32_t number, std::string_view text);
+    int32_t lastErrorNumber(const void* handle) const;
+    void copyLastErrorText(const void* handle, std::span<char> buffer) const;
+
+    int32_t deliver(uint32_t boardIndex, uint32_t dma, uint32_t count) override;
+    int32_t callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumber) override;
+
+private:
+    struct Slot {
+        uint64_t handle = 0;   // 0: free, also while the board is being loaded
+        std::shared_ptr<Board> board;
+        bool isTaken = false;
+    };
+
+    Library() = default;
+    BoardDescription described(uint32_t boardIndex) const;
+    Applet loadApplet(const std::string& path, uint32_t boardIndex, int32_t type) const;
+    /// LastErrors::kNoBoard for a handle of no open board. The caller of the first holds the mutex.
+    size_t slotOf(const void* handle) const;
+    size_t errorSlotOf(const void* handle) const;
+    std::shared_ptr<Board> boardAt(uint32_t boardIndex) const;
+    void release(Slot& slot);
+
+    LastErrors m_errors;
+
+    mutable std::mutex m_mutex;
+    std::array<Slot, kMostBoards> m_slots;
+    uint32_t m_users = 0;
+    uint64_t m_openings = 0;   // in the process's time: part of a board's handle
+    uint64_t m_lives = 0;      // likewise, of a memory head's
+    uint64_t m_heads = 0;      // made in this life
+};
+
+}   // namespace orvo::sim

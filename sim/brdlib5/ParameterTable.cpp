@@ -1,0 +1,98 @@
+#include "sim/brdlib5/ParameterTable.h"
+
+#include <algorithm>
+
+#include "sim/brdlib5/BrdError.h"
+
+namespace orvo::sim {
+
+namespace {
+
+constexpr int32_t kValueProperty = 0;
+constexpr int32_t kTypeProperty = 1;
+constexpr int32_t kNameProperty = 3;
+constexpr int32_t kTableSizeProperty = 13;
+constexpr int32_t kTableProperty = 14;
+constexpr int32_t kEndOfTable = -1;
+
+void append(std::vector<std::byte>& bytes, int32_t number)
+{
+    for (int shift = 0; shift < 32; shift += 8)
+        bytes.push_back(static_cast<std::byte>(static_cast<uint32_t>(number) >> shift & 0xFF));
+}
+
+void append(std::vector<std::byte>& bytes, const std::string& text)
+{
+    const auto* const first = reinterpret_cast<const std::byte*>(text.c_str());
+    bytes.insert(bytes.end(), first, first + text.size() + 1);
+}
+
+std::vector<std::byte> bytesOf(const std::string& text)
+{
+    std::vector<std::byte> bytes;
+    append(bytes, text);
+    return bytes;
+}
+
+/// Packed: each entry's number, then its name with the NUL; the end mark where the next number would stand.
+std::vector<std::byte> tableOf(const Parameter& parameter)
+{
+    std::vector<std::byte> bytes;
+    for (const Parameter::Entry& entry : parameter.entries) {
+        append(bytes, entry.value);
+        append(bytes, entry.name);
+    }
+    if (!bytes.empty())
+        append(bytes, kEndOfTable);
+    return bytes;
+}
+
+}   // namespace
+
+const Parameter& ParameterTable::byId(int32_t id) const
+{
+    const auto found = std::find_if(m_parameters.begin(), m_parameters.end(),
+                                    [&](const Parameter& parameter) { return parameter.id == id; });
+    if (found == m_parameters.end())
+        throw BrdError(kUnknownParameter, "The applet has no parameter " + std::to_string(id));
+    return *found;
+}
+
+int32_t ParameterTable::idOf(std::string_view name) const
+{
+    const auto found = std::find_if(m_parameters.begin(), m_parameters.end(),
+                                    [&](const Parameter& parameter) { return parameter.name == name; });
+    if (found == m_parameters.end())
+        throw BrdError(kUnknownParameter, "The applet has no parameter \"" + std::string(name) + "\"");
+    return found->id;
+}
+
+void ParameterTable::set(int32_t id, uint32_t scope, const Value& value) const
+{
+    const Parameter& parameter = byId(id);
+    if (!parameter.set)
+        throw BrdError(kReadOnly, parameter.name + " can't be written");
+    parameter.set(scope, converted(value, parameter.type));
+}
+
+std::vector<std::byte> ParameterTable::property(int32_t id, int32_t code, uint32_t scope) const
+{
+    const Parameter& parameter = byId(id);
+    switch (code) {
+    case kValueProperty:
+        return bytesOf(textOf(parameter.get(scope, 0)));
+    case kTypeProperty:
+        return bytesOf(std::to_string(static_cast<int32_t>(parameter.type)));
+    case kNameProperty:
+        return bytesOf(parameter.name);
+    case kTableSizeProperty:
+        return bytesOf(std::to_string(tableOf(parameter).size()));
+    case kTableProperty:
+        if (!parameter.entries.empty())
+            return tableOf(parameter);
+        break;
+    }
+    throw BrdError(kUnknownCode, parameter.name + " has no property " + std::to_string(code));
+}
+
+}   // namespace orvo::sim

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sim/brdlib5/Value.h"
+
+namespace orvo::sim {
+
+/// A parameter of an open board's applet.
+struct Parameter {
+    struct Entry {
+        int32_t value;
+        std::string name;
+    };
+
+    int32_t id;
+    std::string name;
+    ValueType type = ValueType::UInt32;
+    std::vector<Entry> entries;   // of an enumeration
+    bool takesWord = false;       // the value goes in as well as out
+
+    /// `scope`: the DMA id or the process index. `word`: what went in. Throws BrdError.
+    std::function<Value(uint32_t scope, int64_t word)> get;
+    /// Gets a value of the parameter's type; empty for what can't be written. Throws BrdError.
+    std::function<void(uint32_t scope, const Value& value)> set;
+};
+
+/// All parameters of an applet, by id and by name. Built once; then any thread may read.
+class ParameterTable {
+public:
+    void add(Parameter parameter) { m_parameters.push_back(std::move(parameter)); }
+
+    /// Both throw BrdError for a parameter that the applet lacks.
+    const Parameter& byId(int32_t id) const;
+    int32_t idOf(std::string_view name) const;
+
+    void set(int32_t id, uint32_t scope, const Value& value) const;
+    /// The bytes that a property of a parameter consists of, the NUL of a text among them.
+    std::vector<std::byte> property(int32_t id, int32_t code, uint32_t scope) const;
+
+private:
+    std::vector<Parameter> m_parameters;
+};
+
+}   // namespace orvo::sim

@@ -1,0 +1,108 @@
+#include "sim/core/Simulator.h"
+
+#include <cstdio>
+#include <fstream>
+
+#include "os/Os.h"
+#include "sim/json/JsonValue.h"
+
+namespace orvo::sim {
+
+Simulator& Simulator::instance()
+{
+    static Simulator* const only = new Simulator;
+    return *only;
+}
+
+void Simulator::beginLife()
+{
+    readBoardsFile();
+    m_script.clear(Script::Origin::BoardsFile);
+    for (const BoardsFile::ScriptedCall& scripted : m_boards.script)
+        m_script.add(scripted.call, scripted.nth, scripted.order, Script::Origin::BoardsFile);
+    m_ledger.clear();
+}
+
+void Simulator::readBoardsFile()
+{
+    m_boards = BoardsFile::builtIn();
+    m_boardsFileError.clear();
+    const std::string path = os::environmentVariable("ORVO_SIM_BOARDS");
+    if (path.empty())
+        return;
+    try {
+        m_boards = BoardsFile::read(path);
+    } catch (const JsonError& error) {
+        m_boardsFileError = error.what();
+        say(m_boardsFileError);
+    }
+}
+
+void Simulator::endLife()
+{
+    if (!m_boards.ledgerPath.empty())
+        write(m_boards.ledgerPath, m_ledger.json());
+    if (!m_boards.journalPath.empty())
+        write(m_boards.journalPath, m_journal.text(FunctionFilter(""), 0));
+}
+
+void Simulator::write(const std::string& path, const std::string& text)
+{
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file)
+        say(path + ": cannot be written");
+}
+
+bool Simulator::findBoard(uint32_t index, BoardDescription& board) const
+{
+    if (index >= m_boards.boards.size() || !m_boards.boards[index])
+        return false;
+    board = *m_boards.boards[index];
+    return true;
+}
+
+std::string_view Simulator::boardsFileError() const
+{
+    return m_boardsFileError;
+}
+
+DmaAccount& Simulator::account(uint32_t boardIndex, uint32_t dma)
+{
+    return m_ledger.account(boardIndex, dma);
+}
+
+void Simulator::say(std::string_view message)
+{
+    if (m_messages && !m_boards.isQuiet)
+        std::fputs(("orvo_sim: " + std::string(message) + "\n").c_str(), stderr);
+}
+
+bool Simulator::isWatching() const
+{
+    return m_journal.isRecording() || !m_script.isEmpty();
+}
+
+CallPass Simulator::enter(std::string_view function, std::string_view arguments)
+{
+    const Journal::Place place = m_journal.begin(function, arguments);
+    CallPass pass;
+    pass.journalLine = place.line;
+    pass.journalEpoch = place.epoch;
+    m_script.enter(function, arguments, pass);
+    return pass;
+}
+
+void Simulator::leave(const CallPass& pass, std::string_view rest)
+{
+    m_script.leave(pass);
+    m_journal.end({pass.journalLine, pass.journalEpoch}, rest);
+}
+
+}   // namespace orvo::sim
+
+orvo::sim::Core* orvo_sim_core()
+{
+    return &orvo::sim::Simulator::instance();
+}
