@@ -10,9 +10,11 @@
 #include "sim/json/JsonFile.h"
 #include "sim/pictures/PictureFolder.h"
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 constexpr int64_t kMostDmaPorts = 64;   // of a process
 constexpr int64_t kHighestId = 65'535;

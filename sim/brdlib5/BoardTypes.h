@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <string>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
 /// The camera inputs of a board.
 enum class CameraFamily { GigEVision, GenICam };

@@ -8,9 +8,11 @@
 #include "sim/brdlib5/BrdError.h"
 #include "sim/orvo_sim.h"
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 constexpr double kManualRateOfFreeRuns = 1'000;   // pictures per second, for the time stamps alone
 

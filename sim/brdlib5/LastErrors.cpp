@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
 void LastErrors::set(size_t slot, int32_t number, std::string_view text)
 {

@@ -9,7 +9,8 @@
 
 #include "sim/brdlib5/Call.h"
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
 /// A function that answers a handle or an address: `symbolOf(result)` is its name in the journal.
 template <typename SymbolOf>

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 std::chrono::nanoseconds nanoseconds(double count)
 {

@@ -10,7 +10,8 @@
 
 using namespace orvo::sim;
 
-namespace {
+namespace
+{
 
 constexpr int32_t kTimestampId = 22030;
 

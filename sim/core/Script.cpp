@@ -4,7 +4,8 @@
 #include <thread>
 #include <utility>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
 using Kind = Script::Order::Kind;
 

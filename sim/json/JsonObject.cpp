@@ -5,7 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
 JsonObject::JsonObject(const nlohmann::json& value, std::string place)
     : m_value(&value), m_place(std::move(place))

@@ -7,9 +7,11 @@
 
 #include "sim/json/JsonObject.h"
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 constexpr size_t kLongestQuote = 40;
 

@@ -1,8 +1,10 @@
 #include "sim/pictures/NumbersOnly.h"
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 constexpr size_t kNumberSize = sizeof(uint64_t);
 

@@ -9,9 +9,11 @@
 #include <system_error>
 #include <utility>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 constexpr std::array<std::string_view, 5> kEndings = {".png", ".jpg", ".jpeg", ".pgm", ".ppm"};
 

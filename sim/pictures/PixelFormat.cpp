@@ -2,9 +2,11 @@
 
 #include <initializer_list>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 struct FormatRow {
     PixelFormat format;

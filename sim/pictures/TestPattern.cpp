@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 constexpr size_t kPeriod = 256;
 
