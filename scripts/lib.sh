@@ -29,6 +29,12 @@ useWine() {
     unset DISPLAY WAYLAND_DISPLAY
 }
 
+# Starts the prefix's own services unless they run. They would keep open the output of the program that
+# they start with, and whoever reads it would wait for them.
+startWine() {
+    wineserver --kill=0 || wineboot </dev/null >/dev/null 2>&1 8>&- || true
+}
+
 # Keeps the prefix's server up while this script runs: starting it takes longer than most tests. The last
 # script to leave the prefix ends it.
 enterWine() {
@@ -37,6 +43,7 @@ enterWine() {
     flock --shared 8
     trap leaveWine EXIT
     wineserver --persistent 8>&-
+    wineboot </dev/null >/dev/null 2>&1 8>&-
 }
 
 leaveWine() {
