@@ -6,9 +6,11 @@
 #include "aikctl/requireLibraries.h"
 #include "os/Os.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 constexpr const char* kEndOfChannels = "index is not valid";
 

@@ -7,9 +7,11 @@
 #include "aikctl/PixelFormat.h"
 #include "aikctl/encodePng.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 constexpr std::string_view kNotRunning = "Acquisition is not running";
 constexpr std::string_view kOverflow = " images lost due buffer overflow";
@@ -153,7 +155,7 @@ void ChannelGrab::save(Image image)
     if (m_result.pictures == 0) {
         m_result.format = describePixelFormat(code, m_reader.bytesPerPixel(), m_options.isPlanar);
         if (!format && !m_options.isRaw)
-            m_result.note = "saved raw, since " + m_result.format + " make no PNG";
+            m_result.note = "saved raw, for no PNG can show this: " + m_result.format;
     }
     const uint64_t number = m_result.pictures + 1;
     if (!format || m_options.isRaw) {

@@ -1,10 +1,12 @@
 #pragma once
 
-namespace CLI {
+namespace CLI
+{
 class App;
 }
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
 class Adapter;
 class Console;
@@ -15,7 +17,8 @@ struct CommonOptions {
 };
 
 /// A command of the program. Declared once, then run at most once.
-class Command {
+class Command
+{
 public:
     virtual ~Command() = default;
 

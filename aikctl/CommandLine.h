@@ -1,6 +1,7 @@
 #pragma once
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
 class Console;
 

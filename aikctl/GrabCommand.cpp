@@ -16,9 +16,11 @@
 #include "aikctl/GrabReport.h"
 #include "aikctl/releaseAll.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 using namespace std::chrono_literals;
 

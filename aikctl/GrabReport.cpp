@@ -7,9 +7,11 @@
 #include "aikctl/Table.h"
 #include "aikctl/toJsonText.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 std::string orDash(const std::string& text)
 {
@@ -41,8 +43,8 @@ void GrabReport::printTable(std::ostream& out) const
     }
     table.print(out);
     out << '\n'
-        << (m_wasInterrupted ? "interrupted; " : "") << "saved " << saved << " pictures in "
-        << m_folder.path().string() << std::endl;
+        << (m_wasInterrupted ? "interrupted; " : "") << "saved " << saved
+        << (saved == 1 ? " picture in " : " pictures in ") << m_folder.path().string() << std::endl;
 }
 
 void GrabReport::printJson(std::ostream& out) const

@@ -5,9 +5,11 @@
 #include "aik/aik.h"
 #include "aikctl/writtenExtent.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 constexpr std::string_view kRingIsFull = "Acquisistion is not setup";   // sic
 

@@ -1,6 +1,5 @@
 #include "aikctl/ListCommand.h"
 
-#include <algorithm>
 #include <ostream>
 
 #include <CLI/CLI.hpp>
@@ -12,21 +11,15 @@
 #include "aikctl/releaseAll.h"
 #include "aikctl/toJsonText.h"
 
-namespace orvo::aikctl {
-
-namespace {
-
-// Every working channel knows it; none does where all failed.
-std::string versionOf(const std::vector<Channel>& channels)
+namespace orvo::aikctl
 {
-    const auto working = std::find_if(channels.begin(), channels.end(),
-                                      [](const Channel& channel) { return channel.failure().empty(); });
-    return working == channels.end() ? "" : working->read("CogAdapterVersion");
-}
+
+namespace
+{
 
 void printJson(const Adapter& adapter, const std::vector<Channel>& channels, std::ostream& out)
 {
-    nlohmann::ordered_json list = {{"adapter", adapter.path()}, {"version", versionOf(channels)}};
+    nlohmann::ordered_json list = {{"adapter", adapter.path()}};
     auto& entries = list["channels"] = nlohmann::ordered_json::array();
     for (const Channel& channel : channels)
         entries.push_back({{"channel", channel.index()},
@@ -40,8 +33,7 @@ void printJson(const Adapter& adapter, const std::vector<Channel>& channels, std
 
 void printTable(const Adapter& adapter, const std::vector<Channel>& channels, std::ostream& out)
 {
-    const std::string version = versionOf(channels);
-    out << "adapter  " << adapter.path() << (version.empty() ? "" : ", version " + version) << "\n\n";
+    out << "adapter  " << adapter.path() << "\n\n";
     Table table({"channel", "name", "size", "board"});
     for (const Channel& channel : channels)
         table.add({std::to_string(channel.index()), channel.name(),

@@ -5,9 +5,11 @@
 
 #include "aik/aik.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 // Of each pixel the bytes at these offsets, in this order.
 template <size_t BytesPerPixel, size_t... Offsets>
@@ -62,8 +64,10 @@ const PixelFormat* findPixelFormat(std::optional<int32_t> code, uint64_t bytesPe
 std::string describePixelFormat(std::optional<int32_t> code, uint64_t bytesPerPixel, bool isPlanar)
 {
     const PixelFormat* const format = findPixelFormat(code, bytesPerPixel, isPlanar);
-    return (format ? std::string(format->name) : std::to_string(bytesPerPixel) + " bytes a pixel") +
-           " (code " + (code ? std::to_string(*code) : "unknown") + ")";
+    const std::string bytes = std::to_string(bytesPerPixel) +
+                              (bytesPerPixel == 1 ? " byte a pixel" : " bytes a pixel") +
+                              (isPlanar ? ", split by threes" : "");
+    return (format ? format->name : bytes) + " (code " + (code ? std::to_string(*code) : "unknown") + ")";
 }
 
 }   // namespace orvo::aikctl

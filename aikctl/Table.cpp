@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
 void Table::print(std::ostream& out) const
 {

@@ -5,9 +5,11 @@
 
 #include <stb/stb_image_write.h>
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
-namespace {
+namespace
+{
 
 void append(void* content, void* data, int size)
 {

@@ -2,7 +2,8 @@
 
 #include "aikctl/Console.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
 void releaseAll(std::vector<Channel>& channels, Console& console)
 {

@@ -4,7 +4,8 @@
 
 #include "aikctl/Channel.h"
 
-namespace orvo::aikctl {
+namespace orvo::aikctl
+{
 
 class Console;
 

@@ -3,7 +3,8 @@
 #include "sim/dispatcher/Dispatcher.h"
 #include "sim/orvo_sim_dispatcher.h"
 
-namespace {
+namespace
+{
 
 using orvo::sim::Dispatcher;
 

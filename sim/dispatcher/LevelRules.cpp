@@ -4,9 +4,11 @@
 #include <cctype>
 #include <sstream>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 std::string trimmed(const std::string& text)
 {

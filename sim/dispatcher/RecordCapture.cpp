@@ -1,6 +1,7 @@
 #include "sim/dispatcher/RecordCapture.h"
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
 void RecordCapture::set(bool on)
 {

@@ -2,9 +2,11 @@
 
 #include <filesystem>
 
-namespace orvo::sim {
+namespace orvo::sim
+{
 
-namespace {
+namespace
+{
 
 template <typename Function>
 void find(os::Module library, const char* name, Function& function)

@@ -2,8 +2,10 @@
 
 #include "sim/dispatcher/LevelRules.h"
 
-namespace orvo::sim {
-namespace {
+namespace orvo::sim
+{
+namespace
+{
 
 using spdlog::level::level_enum;
 
