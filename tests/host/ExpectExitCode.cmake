@@ -1,0 +1,16 @@
+# cmake -DEXPECTED=<code> -P ExpectExitCode.cmake -- <program and its arguments>: fails unless the program ends by
+# itself, soon, and with that code.
+set(program "")
+set(found FALSE)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE ${last})
+    if(found)
+        list(APPEND program "${CMAKE_ARGV${i}}")
+    elseif("${CMAKE_ARGV${i}}" STREQUAL "--")
+        set(found TRUE)
+    endif()
+endforeach()
+execute_process(COMMAND ${program} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors TIMEOUT 20)
+if(NOT "${result}" STREQUAL "${EXPECTED}")
+    message(FATAL_ERROR "ended with ${result} and not with ${EXPECTED}\n${output}${errors}")
+endif()

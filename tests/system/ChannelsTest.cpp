@@ -1,0 +1,222 @@
+#include <chrono>
+
+#include "tests/system/SystemTest.h"
+
+namespace orvo::test
+{
+
+namespace
+{
+
+/// Opens channel after channel: what each is called, or "failed: " and what it is called.
+class ChannelList : public SystemTest
+{
+protected:
+    Lines listed()
+    {
+        Lines names;
+        for (int32_t index = 0; host.open(index) == done(); ++index)
+            names.push_back((host.record().failed ? "failed: " : "") + std::string(host.record().name));
+        return names;
+    }
+
+    /// The reason of the failed channel at a position.
+    std::string reasonAt(int32_t index) { return host.featureName(host.opened(index), 0).text; }
+};
+
+json dmas(int count)
+{
+    return {{"dmas", count}};
+}
+
+TEST_F(ChannelList, NumbersBoardsProcessesAndDmasInTheirOrder)
+{
+    machine.boards({Machine::grabber(2, 1872), Machine::grabber(0)});
+    machine.applet(0, Machine::appletOf({dmas(2), dmas(0), dmas(2)}), "camera.HAP");
+    machine.applet(2, Machine::appletOf({dmas(1)}), "camera.dll");
+    EXPECT_EQ(listed(), (Lines{"Orvo Gigabit 1 process: 0 dma: 0", "Orvo Gigabit 1 process: 0 dma: 1",
+                               "Orvo Gigabit 1 process: 2 dma: 0", "Orvo Gigabit 1 process: 2 dma: 1",
+                               "Orvo Link 1 process: 0 dma: 0"}));
+}
+
+TEST_F(ChannelList, KeepsAFailedBoardInItsPlaceBesideWorkingOnes)
+{
+    machine.boards({Machine::grabber(0), Machine::grabber(1)});
+    machine.appletVariable(0, machine.folder().string());
+    machine.applet(1, Machine::appletOf({dmas(1)}));
+
+    ASSERT_EQ(host.open(0), done());
+    const int64_t failed = host.record().channelID;
+    EXPECT_EQ(host.record().failed, 1);
+    EXPECT_STREQ(host.record().name, "Orvo Gigabit 1: Invalid Applet ");
+    EXPECT_STRNE(host.record().boardText, "");
+    EXPECT_EQ(host.record().width, 0);
+    EXPECT_EQ(host.record().height, 0);
+
+    const std::string reason = "ORVO_COGNEX_APPLET_0 does not refer to a valid file.";
+    char memory = 0;
+    EXPECT_EQ(host.setup(failed, 8, 4), fails(reason));
+    EXPECT_EQ(host.start(failed), fails(reason));
+    EXPECT_EQ(host.stop(failed), fails(reason));
+    EXPECT_EQ(host.getImage(failed, &memory), imageFails(reason));
+    EXPECT_EQ(host.waitForIntegration(failed), imageFails(reason));
+    EXPECT_EQ(host.attributes(failed), imageFails(reason));
+    EXPECT_EQ(host.read(failed, "BufferCount"), fails(reason));
+    EXPECT_EQ(host.featureName(failed, 0), fails(reason));
+
+    const int64_t good = host.opened(1);
+    EXPECT_EQ(host.record().failed, 0);
+    EXPECT_EQ(host.setup(good, 8, 4), done());
+    EXPECT_EQ(host.start(good), done());
+    deliver(1, 0, 1);
+    EXPECT_EQ(host.waitForIntegration(good), image());
+}
+
+TEST_F(ChannelList, SaysWhatIsWrongWithTheAppletOfABoard)
+{
+    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3),
+                    Machine::grabber(4), Machine::grabber(5)});
+    machine.appletVariable(1, (machine.folder() / "missing.hap").string());
+    machine.appletVariable(2, machine.file("applet.bin", "{}"));
+    machine.appletVariable(3, std::string(300, 'h') + ".hap");
+    machine.appletVariable(4, machine.file("bad.hap", "{ \"processes\": 7 }"));
+    machine.applet(5, Machine::appletOf({dmas(0)}));
+    EXPECT_EQ(reasonAt(0), "ORVO_COGNEX_APPLET_0 is not a valid environment variable.");
+    EXPECT_EQ(reasonAt(1), "ORVO_COGNEX_APPLET_1 does not refer to a valid file.");
+    EXPECT_EQ(reasonAt(2), "No applet loader accepts the file of ORVO_COGNEX_APPLET_2");
+    EXPECT_EQ(reasonAt(3), "ORVO_COGNEX_APPLET_3 does not refer to a valid file.");
+    EXPECT_THAT(reasonAt(4), testing::MatchesRegex("brd error code: -[0-9]+"));
+    EXPECT_EQ(reasonAt(5), "No dma channes were found");
+}
+
+TEST_F(ChannelList, ChoosesTheLoaderByThePathAlone)
+{
+    std::filesystem::create_directory(machine.folder() / "My Haps");
+    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3)});
+    const std::string text = Machine::appletOf({dmas(1)}).dump();
+    machine.appletVariable(0, machine.file("a.dLL", text));
+    machine.appletVariable(1, machine.file("b.hap.bak", text));
+    machine.appletVariable(2, machine.file("c.mcf", text));
+    machine.appletVariable(3, machine.file("My Haps/d.mcf", text));
+    EXPECT_THAT(listed(), testing::SizeIs(4));
+    const auto opening = [](const char* call) { return testing::StartsWith(call); };
+    EXPECT_THAT(journal("Brd_InitEx Brd_InitConfigEx"),
+                testing::ElementsAre(opening("Brd_InitEx "), opening("Brd_InitEx "),
+                                     opening("Brd_InitConfigEx "), opening("Brd_InitEx ")));
+}
+
+TEST_F(ChannelList, AsksTheFileOfALibraryAppletForItsDmas)
+{
+    const std::vector<json> twoProcesses = {dmas(2), dmas(1)};
+    const auto old = [&](const json& info) {
+        return json{{"processes", twoProcesses}, {"lacks", {3050, 3080}}, {"info", info}};
+    };
+    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3)});
+    machine.applet(0, old(2), "old.dll");
+    machine.applet(1, old(-5), "old.dll");
+    machine.applet(2, old(nullptr), "old.dll");
+    machine.applet(3, {{"processes", twoProcesses}, {"lacks", {3050, 3070}}, {"file", "missing.dll"}},
+                   "old.dll");
+    EXPECT_EQ(listed(),
+              (Lines{"Orvo Gigabit 1 process: 0 dma: 0", "Orvo Gigabit 1 process: 0 dma: 1",
+                     "failed: Orvo Gigabit 1: Invalid Applet ", "failed: Orvo Gigabit 1: Invalid Applet ",
+                     "failed: Orvo Gigabit 1: Invalid Applet "}));
+    // Process 1 has no DMA by that, and its file isn't asked.
+    EXPECT_THAT(journal("Brd_getParameterWithType"),
+                testing::Contains("Brd_getParameterWithType board=0 id=3050 dma=1 type=1 -> -2070"));
+}
+
+TEST_F(ChannelList, FailsABoardWhoseProcessesCannotBeCounted)
+{
+    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2)});
+    for (int board = 0; board < 3; ++board)
+        machine.applet(board, Machine::appletOf({dmas(1), dmas(1)}));
+    OrvoSim_answer("Brd_getParameterWithType board=0 id=3070", 1, -40);
+    OrvoSim_answer("Brd_getParameterWithType board=1 id=3070", 1, 0);   // and the word stays as it was
+    OrvoSim_answer("Brd_getParameterWithType board=2 id=3050 dma=0", 1, -41);
+    EXPECT_EQ(reasonAt(0), "brd error code: -40");
+    EXPECT_EQ(reasonAt(1), "brd error code: 0");
+    EXPECT_EQ(host.open(2), done());   // one process of two is lost, and the positions close up
+    EXPECT_STREQ(host.record().name, "Orvo Gigabit 1 process: 0 dma: 0");
+    EXPECT_THAT(journal("Brd_FreeGrabber"), testing::SizeIs(2));   // nothing of a failed board stays open
+}
+
+TEST_F(ChannelList, LosesTheDmaThatHasNoNumberAndClosesUp)
+{
+    machine.boards({Machine::grabber(0)});
+    machine.applet(0, Machine::appletOf({Machine::process({Machine::dma(4), Machine::dma(7)})}));
+    const int32_t none = -1;
+    OrvoSim_answerWith("Brd_getParameter id=3080", 1, -42, &none, sizeof none);
+    EXPECT_EQ(listed(), Lines{"Orvo Gigabit 1 process: 0 dma: 0"});
+    EXPECT_THAT(journal("Brd_getParameter"), testing::Contains(testing::HasSubstr("id=100 dma=7")));
+}
+
+TEST_F(ChannelList, FailsABoardThatVanishesWhileItIsOpened)
+{
+    machine.boards({Machine::grabber(0)});
+    machine.applet(0, Machine::appletOf({dmas(1)}));
+    OrvoSim_answer("Brd_getBoardType boardIndex=0", 2, -1);   // the second and the third time it is asked
+    OrvoSim_answer("Brd_getBoardType boardIndex=0", 3, -1);
+    ASSERT_EQ(host.open(0), done());
+    EXPECT_STREQ(host.record().name, "Invalid Board 2897");
+    EXPECT_STREQ(host.record().boardText, "");   // the board itself has gone
+    EXPECT_EQ(host.start(host.record().channelID), fails("Cannot detect board type"));
+}
+
+TEST_F(ChannelList, StartsAndStopsAProcessAsAWhole)
+{
+    machine.oneBoard(dmas(2));
+    const int64_t first = host.opened(0);
+    const int64_t second = host.opened(1);
+    ASSERT_EQ(host.setup(first, 8, 4), done());
+    ASSERT_EQ(host.start(second), done());
+    deliver(1, 0);
+    deliver(1, 1);
+    EXPECT_EQ(host.waitForIntegration(first), image());
+    EXPECT_EQ(host.waitForIntegration(second), image());
+    EXPECT_EQ(host.stop(first), done());
+    EXPECT_EQ(host.stop(second), fails("Acquisition is not running"));
+}
+
+TEST_F(ChannelList, BringsAReleasedChannelBackAndBeginsAnewAfterTheLastRelease)
+{
+    machine.oneBoard(dmas(2));
+    const int64_t first = host.opened(0);
+    const int64_t second = host.opened(1);
+    ASSERT_EQ(host.write(first, "BufferCount", "3"), done());
+    ASSERT_EQ(host.release(first), done());
+    EXPECT_EQ(host.read(first, "BufferCount"), fails("Invalid channelID"));
+    EXPECT_EQ(host.opened(0), first);
+    EXPECT_EQ(host.read(first, "BufferCount"), gives("3"));   // the same channel: nothing was rebuilt
+    EXPECT_THAT(journal("Brd_InitEx"), testing::SizeIs(1));
+
+    EXPECT_EQ(host.release(4711), fails("Invalid channelID"));
+    ASSERT_EQ(host.release(second), done());
+    ASSERT_EQ(host.release(first), done());
+    EXPECT_EQ(host.opened(0), 1);
+    EXPECT_EQ(host.read(1, "BufferCount"), gives("5"));
+    EXPECT_THAT(journal("Brd_InitEx"), testing::SizeIs(2));
+}
+
+TEST_F(ChannelList, OpensListsAndClosesAHundredAndTwentyEightChannels)
+{
+    std::vector<json> boards;
+    for (int board = 0; board < 8; ++board) {
+        boards.push_back(Machine::grabber(board));
+        machine.applet(board, Machine::appletOf({dmas(4), dmas(4), dmas(4), dmas(4)}));
+    }
+    machine.boards(boards);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_THAT(listed(), testing::SizeIs(128));
+    EXPECT_EQ(host.record().channelID, 0);   // the record of the position behind the last
+    for (int64_t id = 1; id <= 128; ++id)
+        ASSERT_EQ(host.release(id), done());
+    const auto took = std::chrono::steady_clock::now() - begin;
+    RecordProperty("milliseconds",
+                   std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(took).count()));
+    EXPECT_THAT(journal("Brd_FreeGrabber"), testing::SizeIs(8));
+}
+
+}   // namespace
+
+}   // namespace orvo::test

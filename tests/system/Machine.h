@@ -1,0 +1,46 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace orvo::test
+{
+
+using nlohmann::json;
+
+/// The machine that a test describes: boards, the applet file of each, and the environment that leads to
+/// them. One at a time; a new one takes the wheel of the simulator from the beginning, in manual mode.
+class Machine
+{
+public:
+    Machine();
+    Machine(const Machine&) = delete;
+    Machine& operator=(const Machine&) = delete;
+    ~Machine();
+
+    /// A boards file with these entries. Without a call the simulator has its two built-in boards.
+    void boards(const std::vector<json>& entries);
+    /// The applet file of a board: its variable leads to it from now on.
+    void applet(int board, const json& applet, const std::string& fileName = "applet.hap");
+    /// What the variable of a board holds; empty removes it.
+    void appletVariable(int board, const std::string& value);
+    /// Writes a file into the machine's folder and answers its path.
+    std::string file(const std::string& name, const std::string& content);
+
+    const std::filesystem::path& folder() const { return m_folder; }
+
+    /// One board, number 0, with an applet of one process.
+    void oneBoard(const json& process);
+    static json appletOf(const std::vector<json>& processes);
+    static json process(const std::vector<json>& dmas);
+    static json dma(int id = 0, int format = 3, int width = 8, int height = 4);
+    static json grabber(int index, int type = 2897);
+
+private:
+    std::filesystem::path m_folder;
+};
+
+}   // namespace orvo::test

@@ -1,0 +1,164 @@
+#include <array>
+
+#include "tests/system/SystemTest.h"
+
+namespace orvo::test
+{
+
+namespace
+{
+
+using Ring = OneChannel;
+
+constexpr const char* kRingCalls = "Brd_AllocMemHead Brd_AddMem Brd_DelMem Brd_FreeMemHead Brd_AcquireEx "
+                                   "Brd_stopAcquireEx Brd_registerApcHandler";
+
+TEST_F(Ring, IsRebuiltByAWriteOfBufferCount)
+{
+    OrvoSim_clearJournal();
+    ASSERT_EQ(host.write(id, "BufferCount", "2"), done());
+    EXPECT_EQ(takeJournal(kRingCalls), (Lines{"Brd_FreeMemHead board=0 head=h1 -> 0",
+                                              "Brd_AllocMemHead board=0 totalSize=64 bufferCount=2 -> h2",
+                                              "Brd_AddMem board=0 buffer=b0 size=32 index=0 head=h2 -> 0",
+                                              "Brd_AddMem board=0 buffer=b1 size=32 index=1 head=h2 -> 1"}));
+    EXPECT_EQ(host.read(id, "BufferCount"), gives("2"));
+}
+
+TEST_F(Ring, IsRebuiltWhileRunningBetweenAStopAndAStart)
+{
+    ASSERT_EQ(host.start(id), done());
+    deliver(2);
+    OrvoSim_clearJournal();
+    ASSERT_EQ(host.write(id, "BufferCount", "1"), done());
+    EXPECT_EQ(takeJournal(kRingCalls),
+              (Lines{"Brd_stopAcquireEx board=0 dma=0 head=h1 zero=0 -> 0",
+                     "Brd_registerApcHandler board=0 dma=0 control=null zero=0 -> 0",
+                     "Brd_FreeMemHead board=0 head=h1 -> 0",
+                     "Brd_AllocMemHead board=0 totalSize=32 bufferCount=1 -> h2",
+                     "Brd_AddMem board=0 buffer=b0 size=32 index=0 head=h2 -> 0",
+                     "Brd_registerApcHandler board=0 dma=0 control=set zero=0 -> 0",
+                     "Brd_AcquireEx board=0 dma=0 pictureCount=-1 mode=2 head=h2 -> 0"}));
+    EXPECT_EQ(host.read(id, "FrameCountSinceLastStart"), gives("0"));
+    std::array<char, kImageSize> memory{};
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());   // the old images have gone with their ring
+    EXPECT_EQ(host.stop(id), done());
+}
+
+TEST_F(Ring, IsLeftAloneWhenTheBoardRefusesToStopForARebuild)
+{
+    ASSERT_EQ(host.start(id), done());
+    OrvoSim_answer("Brd_stopAcquireEx", 1, -31);
+    OrvoSim_clearJournal();
+    EXPECT_EQ(host.write(id, "BufferCount", "2"),
+              fails("Feature could not be written. (brd error code: -31)"));
+    EXPECT_THAT(journal("Brd_AllocMemHead Brd_FreeMemHead"), testing::IsEmpty());
+    EXPECT_EQ(host.read(id, "BufferCount"), gives("2"));
+    EXPECT_EQ(host.start(id), done());   // still running by its own account
+    EXPECT_EQ(host.stop(id), done());
+}
+
+TEST_F(Ring, StandsStillAfterAFailedRebuildOrRestart)
+{
+    ASSERT_EQ(host.start(id), done());
+    OrvoSim_answer("Brd_AddMem index=1", 1, -32);
+    EXPECT_EQ(host.write(id, "BufferCount", "3"),
+              fails("Feature could not be written. (brd error code: -32)"));
+    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
+
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), done());
+    ASSERT_EQ(host.start(id), done());
+    OrvoSim_answer("Brd_AcquireEx", 1, -33);
+    EXPECT_EQ(host.setup(id, kWidth, kHeight), fails("brd error code: -33"));
+    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
+    ASSERT_EQ(host.start(id), done());
+    deliver(1);
+    EXPECT_EQ(fetchNumber(), 1u);
+}
+
+TEST_F(Ring, RefusesWhatTheBoardRefusesAndRecovers)
+{
+    OrvoSim_answer("Brd_AllocMemHead", 1, -34);
+    EXPECT_EQ(host.setup(id, kWidth, kHeight), fails("brd error code: -34"));
+    EXPECT_EQ(host.start(id), fails("Acquisistion is not setup"));
+
+    ASSERT_EQ(host.setup(id, 60'000, 60'000),
+              fails(host.setup(id, 60'000, 60'000).text));   // a negative size
+    EXPECT_THAT(host.setup(id, 60'000, 60'000).text, testing::StartsWith("brd error code: "));
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), done());
+    EXPECT_THAT(host.write(id, "BufferCount", "18446744073709551615").text,
+                testing::StartsWith("Feature could not be written. (brd error code: "));
+    EXPECT_EQ(host.start(id), fails("Acquisistion is not setup"));
+    EXPECT_EQ(host.write(id, "BufferCount", "0"), done());
+    EXPECT_EQ(host.start(id), fails("Acquisistion is not setup"));
+    EXPECT_EQ(host.write(id, "BufferCount", "5"), done());
+    EXPECT_EQ(host.start(id), done());
+}
+
+TEST_F(Ring, StartsAgainAfterTheBoardRefused)
+{
+    OrvoSim_answer("Brd_registerApcHandler control=set", 1, -35);
+    EXPECT_EQ(host.start(id), fails("brd error code: -35"));
+    OrvoSim_answer("Brd_AcquireEx", 1, -36);
+    EXPECT_EQ(host.start(id), fails("brd error code: -36"));
+    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
+    EXPECT_EQ(host.start(id), done());
+    EXPECT_EQ(host.start(id), done());
+}
+
+TEST_F(Ring, RemovesItsHandlerEvenWhenTheBoardRefusesToStop)
+{
+    ASSERT_EQ(host.start(id), done());
+    deliver(1);
+    OrvoSim_answer("Brd_stopAcquireEx", 1, -37);
+    OrvoSim_answer("Brd_registerApcHandler control=null", 1, -38);
+    OrvoSim_clearJournal();
+    EXPECT_EQ(host.stop(id), fails("brd error code: -37"));
+    EXPECT_EQ(takeJournal(kRingCalls),
+              (Lines{"Brd_stopAcquireEx board=0 dma=0 head=h1 zero=0 -> -37",
+                     "Brd_registerApcHandler board=0 dma=0 control=null zero=0 -> -38"}));
+    EXPECT_EQ(host.waitForIntegration(id), image());   // it still counts as running
+    EXPECT_EQ(host.stop(id), done());
+    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
+}
+
+TEST_F(Ring, APictureBeforeTheStartIsDoneBlocksItsBufferUntilTheRebuild)
+{
+    ASSERT_EQ(host.write(id, "BufferCount", "2"), done());
+    OrvoSim_answer("Brd_AcquireEx", 1, -39);   // registered, and yet not running
+    ASSERT_EQ(host.start(id), fails("brd error code: -39"));
+    EXPECT_EQ(OrvoSim_callBack(0, 0, 1), 0);
+    EXPECT_EQ(host.read(id, "FrameCountSinceLastStart"), gives("0"));
+    std::array<char, kImageSize> memory{};
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+    EXPECT_THAT(journal("Brd_getImageEx Brd_setStatusEx"), testing::IsEmpty());
+}
+
+TEST_F(Ring, CountsAPictureOfAnUnknownBufferAndTellsNobody)
+{
+    ASSERT_EQ(host.start(id), done());
+    OrvoSim_answer("Brd_getImagePtrEx", 1, 0);
+    OrvoSim_deliver(0, 0, 1);
+    EXPECT_EQ(host.read(id, "FrameCountSinceLastStart"), gives("1"));
+    std::array<char, kImageSize> memory{};
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+    deliver(1);
+    EXPECT_EQ(fetchNumber(), 2u);
+}
+
+TEST_F(Ring, WritesTheBytesOfTheLastBuildWhateverTheGeometrySays)
+{
+    // The board's geometry changes behind the adapter's back, as an applet parameter can.
+    ASSERT_EQ(host.start(id), done());
+    deliver(1);
+    ASSERT_EQ(host.stop(id), done());
+    const uint32_t wider = 16;
+    OrvoSim_answerWith("Brd_getParameter id=100", 0, 0, &wider, sizeof wider);
+    ASSERT_EQ(host.attributes(id), image());
+    EXPECT_EQ(host.attributes().width, 16u);
+    Canaries memory(kImageSize);
+    EXPECT_EQ(host.getImage(id, memory.data()), image());
+}
+
+}   // namespace
+
+}   // namespace orvo::test

@@ -1,0 +1,185 @@
+#include <array>
+
+#include "tests/system/SystemTest.h"
+
+namespace orvo::test
+{
+
+namespace
+{
+
+using Numbers = std::vector<uint64_t>;
+
+/// A channel whose host chose a strategy and a ring, and started.
+class Strategies : public OneChannel
+{
+protected:
+    void startWith(const char* strategy, const char* buffers = "5")
+    {
+        ASSERT_EQ(host.write(id, "AcquisitionStrategy", strategy), done());
+        ASSERT_EQ(host.write(id, "BufferCount", buffers), done());
+        ASSERT_EQ(host.start(id), done());
+        OrvoSim_clearJournal();
+    }
+
+    Numbers fetch(size_t count)
+    {
+        Numbers numbers;
+        for (size_t i = 0; i < count; ++i)
+            numbers.push_back(fetchNumber());
+        return numbers;
+    }
+
+    /// The places in the ring, from 1, of the blocks that went back to the board, in their order.
+    static Numbers givenBack()
+    {
+        Numbers places;
+        const std::string before = "imageNumber=";
+        for (const std::string& line : takeJournal("Brd_setStatusEx"))
+            places.push_back(std::stoull(line.substr(line.find(before) + before.size())));
+        return places;
+    }
+
+    std::array<char, kImageSize> memory{};
+};
+
+TEST_F(Strategies, OldestFirstOverwriteGivesTheOldestBackWhenNoBufferIsFree)
+{
+    startWith("OldestFirstOverwrite", "3");
+    deliver(3);
+    EXPECT_EQ(givenBack(), Numbers({1}));
+    EXPECT_EQ(fetch(2), Numbers({2, 3}));
+    EXPECT_EQ(givenBack(), Numbers({2, 3}));
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+}
+
+TEST_F(Strategies, NewestOnlyGivesAllBackThatWereNotFetched)
+{
+    startWith("NewestOnly");
+    deliver(4);
+    EXPECT_EQ(givenBack(), Numbers({1, 2, 3}));
+    EXPECT_EQ(fetch(1), Numbers({4}));
+    EXPECT_EQ(host.waitForIntegration(id), pending());
+}
+
+TEST_F(Strategies, NewestOnlyWorksWithOneBuffer)
+{
+    startWith("NewestOnly", "1");
+    deliver(1);
+    EXPECT_EQ(fetch(1), Numbers({1}));
+    deliver(1);
+    EXPECT_EQ(host.attributes(id), imageFails("Acquisistion is not setup"));   // no buffer is free beside it
+    EXPECT_EQ(fetch(1), Numbers({2}));
+}
+
+TEST_F(Strategies, OldestFirstOverwriteLosesEveryImageWithOneBuffer)
+{
+    startWith("OldestFirstOverwrite", "1");
+    deliver(3);
+    EXPECT_EQ(host.waitForIntegration(id), pending());
+    EXPECT_EQ(host.read(id, "FrameCountSinceLastStart"), gives("3"));
+}
+
+TEST_F(Strategies, OldestFirstOverwriteGivesTheNewImageBackWhileTheHostHoldsTheOnlyOther)
+{
+    startWith("OldestFirstOverwrite", "2");
+    deliver(1);
+    ASSERT_EQ(host.waitForIntegration(id), image());
+    deliver(1);
+    EXPECT_EQ(givenBack(), Numbers({2}));
+    EXPECT_EQ(fetch(1), Numbers({1}));
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+}
+
+TEST_F(Strategies, OldestFirstKeepsAllAndTellsOfTheLossUntilTheNextStart)
+{
+    startWith("OldestFirst");
+    deliver(2);
+    EXPECT_EQ(fetch(2), Numbers({1, 2}));
+    deliver(5);   // every buffer is ready now, and none is left for the board
+    EXPECT_EQ(host.attributes(id), imageFails("Acquisistion is not setup"));
+    EXPECT_EQ(OrvoSim_deliver(0, 0, 3), 0);
+    EXPECT_EQ(host.attributes(id), imageFails("3 images lost due buffer overflow"));
+    EXPECT_EQ(host.getImage(id, memory.data()), imageFails("3 images lost due buffer overflow"));
+    EXPECT_EQ(host.waitForIntegration(id), image());   // a wait never tells of it
+    EXPECT_EQ(host.getImage(id, memory.data()), imageFails("3 images lost due buffer overflow"));
+
+    ASSERT_EQ(host.stop(id), done());
+    ASSERT_EQ(host.start(id), done());
+    EXPECT_EQ(fetch(5), Numbers({3, 4, 5, 6, 7}));   // they have waited over stop and start
+}
+
+TEST_F(Strategies, OldestFirstReportsAFailingStatusCall)
+{
+    startWith("OldestFirst");
+    deliver(1);
+    OrvoSim_answer("Brd_getStatusEx code=30", 1, -9);
+    EXPECT_EQ(host.getImage(id, memory.data()), imageFails("brd error code: -9"));
+    EXPECT_EQ(fetch(1), Numbers({1}));
+}
+
+TEST_F(Strategies, OneImageStaysTheHostsUntilItIsFetched)
+{
+    startWith("OldestFirstOverwrite");
+    deliver(2);
+    EXPECT_EQ(host.waitForIntegration(id), image());
+    EXPECT_EQ(host.waitForIntegration(id), image());
+    EXPECT_EQ(host.attributes(id), image());
+    EXPECT_EQ(host.attributes(id), image());
+    EXPECT_EQ(givenBack(), Numbers());
+    EXPECT_EQ(fetch(2), Numbers({1, 2}));
+}
+
+TEST_F(Strategies, ANullDestinationFailsBeforeAnyWaitAndTakesNoImage)
+{
+    startWith("OldestFirstOverwrite");
+    EXPECT_EQ(host.getImage(id, nullptr), imageFails("Pointer to raw memory is not valid"));
+    deliver(1);
+    EXPECT_EQ(host.getImage(id, nullptr), imageFails("Pointer to raw memory is not valid"));
+    EXPECT_EQ(fetch(1), Numbers({1}));
+}
+
+TEST_F(Strategies, ImagesAreStillThereAfterTheStop)
+{
+    startWith("OldestFirstOverwrite");
+    deliver(2);
+    ASSERT_EQ(host.stop(id), done());
+    EXPECT_EQ(host.waitForIntegration(id), imageFails("Acquisition is not running"));
+    EXPECT_EQ(host.attributes(id), image());
+    EXPECT_EQ(fetch(2), Numbers({1, 2}));
+    EXPECT_EQ(host.attributes(id), pending());
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+}
+
+TEST_F(Strategies, AnotherStrategyKeepsTheReadyImagesAndIsRefusedWhileRunning)
+{
+    const auto refused =
+        fails("Feature could not be written. (This feature cannot be modified during acquisition.)");
+    startWith("OldestFirst");
+    deliver(3);
+    EXPECT_EQ(host.write(id, "AcquisitionStrategy", "NewestOnly"), refused);
+    EXPECT_EQ(host.write(id, "AcquisitionStrategy", "OldestFirst"), refused);
+    EXPECT_EQ(host.write(id, "Transformation", "RGB8PackedToPlanar"), refused);
+    EXPECT_EQ(host.read(id, "AcquisitionStrategy"), gives("OldestFirst"));
+    EXPECT_EQ(host.read(id, "Transformation"), gives("NoTransformation"));
+
+    ASSERT_EQ(host.stop(id), done());
+    ASSERT_EQ(host.write(id, "AcquisitionStrategy", "NewestOnly"), done());
+    EXPECT_EQ(fetch(1), Numbers({1}));
+    ASSERT_EQ(host.start(id), done());
+    deliver(1);
+    EXPECT_EQ(fetch(1), Numbers({1}));   // the first of the new run: the two that were left have gone
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+}
+
+TEST_F(Strategies, NegativePictureNumbersChangeNothing)
+{
+    startWith("OldestFirst");
+    EXPECT_EQ(OrvoSim_callBack(0, 0, -2120), 0);
+    EXPECT_EQ(host.read(id, "FrameCountSinceLastStart"), gives("0"));
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+}
+
+}   // namespace
+
+}   // namespace orvo::test
