@@ -38,7 +38,7 @@ done < <(dependencies)
 compiled | while read -r object source; do
     stamp=tidy/${object//\//.}
     mapfile -t files <<<"${madeFrom[$object]-}$source"
-    if [[ -n $(find "$repository/.clang-tidy" "${files[@]}" -newer "$stamp" -print -quit 2>&1) ]]; then
+    if [[ -n $(find "$repository/.clang-tidy" "$repository/tests/.clang-tidy" "${files[@]}" -newer "$stamp" -print -quit 2>&1) ]]; then
         printf '%s\0%s\0' "$source" "$stamp"
     fi
 done | xargs -0 -r -n 2 -P 2 bash -c 'examine "$@"' examine
