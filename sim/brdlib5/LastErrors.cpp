@@ -5,6 +5,12 @@
 namespace orvo::sim
 {
 
+void LastErrors::clear()
+{
+    const std::lock_guard lock(m_mutex);
+    m_entries = {};
+}
+
 void LastErrors::set(size_t slot, int32_t number, std::string_view text)
 {
     const std::lock_guard lock(m_mutex);

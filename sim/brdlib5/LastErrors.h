@@ -17,6 +17,7 @@ class LastErrors
 public:
     static constexpr size_t kNoBoard = 8;   // the slot behind those of the board indices
 
+    void clear();
     void set(size_t slot, int32_t number, std::string_view text);
     int32_t number(size_t slot) const;
     /// Copies the text, cut if need be, with a NUL.

@@ -44,6 +44,7 @@ void Library::init()
         ++m_lives;
         m_heads = 0;
     }
+    m_errors.clear();
     orvo_sim_core()->beginLife();
     orvo_sim_core()->setDelivery(*this);
 }

@@ -1,0 +1,138 @@
+#include <chrono>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/sim/SimulatedBoards.h"
+
+namespace orvo::test
+{
+
+namespace
+{
+
+using Numbers = std::vector<int64_t>;
+
+/// What the boards file makes go wrong.
+class Faults : public SimulatedBoards
+{
+protected:
+    void describeFaults(const std::string& faults)
+    {
+        describeBoards(R"({"boards": [{"index": 0, "type": 2897, "faults": )" + faults + "}]}");
+    }
+};
+
+TEST_F(Faults, DropEveryNthPictureAndUseUpNoNumber)
+{
+    describeFaults(R"({"dropEvery": 3})");
+    OrvoSim_setManual(1);
+    const Ring ring(open(0, "{}"), 0, 9, 64);
+    PictureRecorder recorder;
+    ring.listen(recorder);
+    ring.start();
+    EXPECT_EQ(5, OrvoSim_deliver(0, 0, 7));
+    EXPECT_EQ((Numbers{1, 2, 3, 4, 5}), recorder.numbers());
+    EXPECT_EQ(0, ring.lost()) << "no block was wanting";
+    EXPECT_EQ(2u, ledger(0, 0).droppedByFault);
+}
+
+TEST_F(Faults, PutNegativeNumbersInThePlaceOfPictures)
+{
+    describeFaults(R"({"negativeEvery": 2, "negativeNumber": -7})");
+    OrvoSim_setManual(1);
+    const Ring ring(open(0, "{}"), 0, 9, 64);
+    PictureRecorder recorder;
+    ring.listen(recorder);
+    ring.start();
+    EXPECT_EQ(3, OrvoSim_deliver(0, 0, 5));
+    EXPECT_EQ((Numbers{1, -7, 2, -7, 3}), recorder.numbers());
+    EXPECT_EQ(6, ring.free());
+    const OrvoSim_Ledger numbers = ledger(0, 0);
+    EXPECT_EQ(5u, numbers.produced);
+    EXPECT_EQ(2u, numbers.droppedByFault);
+}
+
+TEST_F(Faults, JitterPicturesByTheSameAmountsForTheSameSeed)
+{
+    const auto distances = [&](const std::string& seed) {
+        describeFaults(R"({"jitterMilliseconds": 4, "jitterSeed": )" + seed + "}");
+        void* const board = open(0, R"({"width": 8, "height": 8, "picturesPerSecond": 100})");
+        const Ring ring(board, 0, 5, 64);
+        PictureRecorder recorder;
+        ring.listen(recorder);
+        ring.start();
+        EXPECT_TRUE(recorder.waitFor(5));
+        ring.stop();
+        std::vector<int64_t> micros;
+        for (int64_t picture = 2; picture <= 5; ++picture)
+            micros.push_back(static_cast<int64_t>(ring.timestampOf(picture) - ring.timestampOf(1)) / 125);
+        endLife();
+        return micros;
+    };
+    const auto first = distances("1");
+    const auto again = distances("1");
+    for (size_t i = 0; i < first.size(); ++i)
+        EXPECT_LE(std::abs(first[i] - again[i]), 1) << "of rounding";
+    EXPECT_NE(first, distances("2"));
+    for (size_t i = 0; i < first.size(); ++i) {
+        const auto scheduled = static_cast<int64_t>(i + 1) * 10'000;
+        EXPECT_NEAR(static_cast<double>(scheduled), static_cast<double>(first[i]), 4'001) << "no drift";
+    }
+}
+
+TEST_F(Faults, ScriptCallsFromTheFile)
+{
+    describeBoards(R"({
+        "boards": [{"index": 0, "type": 2897}],
+        "script": [{"call": "Brd_AddMem", "nth": 2, "answer": -5},
+                   {"call": "Brd_getStatusEx code=40", "slowMilliseconds": 30}]
+    })");
+    void* const board = open(0, "{}");
+    void* const head = brd.Brd_AllocMemHead(board, 2, 2);
+    char block = 0;
+    EXPECT_EQ(0, brd.Brd_AddMem(board, &block, 1, 0, head));
+    EXPECT_EQ(-5, brd.Brd_AddMem(board, &block, 1, 1, head));
+    EXPECT_EQ(1, brd.Brd_AddMem(board, &block, 1, 1, head));
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(2, brd.Brd_getStatusEx(board, 40, 0, 0, head));
+    EXPECT_LE(before + std::chrono::milliseconds(30), std::chrono::steady_clock::now());
+
+    endLife();
+    describeBoards(R"({"boards": [{"index": 0, "type": 2897}]})");
+    beginLife();
+    OrvoSim_clearJournal();
+    EXPECT_EQ(2, brd.Brd_AddMem(nullptr, nullptr, 0, 0, nullptr) == -5 ? 0 : 2)
+        << "the rules went with the file";
+}
+
+TEST_F(Faults, LeaveLedgerAndJournalBehindAtTheEnd)
+{
+    describeBoards(
+        R"({"boards": [{"index": 0, "type": 2897}], "ledger": "ledger.json", "journal": "journal.txt"})");
+    OrvoSim_setManual(1);
+    const Ring ring(open(0, R"({"picturesPerSecond": 25})"), 1, 2, 64);
+    ring.start();
+    OrvoSim_deliver(0, 1, 3);
+    endLife();
+    const std::string written = folder.read("ledger.json");
+    EXPECT_THAT(written, ::testing::HasSubstr(R"("board": 0,
+      "dma": 1,
+      "runs": 1,
+      "produced": 3,
+      "delivered": 2,
+      "droppedNoBlock": 1,
+      "droppedByFault": 0,
+      "askedRate": 25.0,)"));
+    std::string read(OrvoSim_writeLedger(nullptr, 0), '\0');
+    OrvoSim_writeLedger(read.data(), read.size());
+    EXPECT_EQ(written, std::string(read.c_str()));
+    EXPECT_THAT(folder.read("journal.txt"), ::testing::StartsWith("Brd_InitLibraries directory=null -> 0\n"));
+}
+
+}   // namespace
+
+}   // namespace orvo::test

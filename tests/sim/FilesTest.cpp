@@ -1,0 +1,170 @@
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "os/Os.h"
+#include "tests/sim/SimulatedBoards.h"
+
+namespace orvo::test
+{
+
+namespace
+{
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+using Files = SimulatedBoards;
+
+std::vector<int32_t> boardTypes(const BoardLibrary& brd)
+{
+    std::vector<int32_t> types;
+    for (int32_t i = -1; i < 9; ++i)
+        types.push_back(brd.Brd_getBoardType(i));
+    return types;
+}
+
+TEST_F(Files, NeedNotBeThereForTwoBoardsAndThreeChannels)
+{
+    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes(brd)) << "no life, no boards";
+    beginLife();
+    EXPECT_EQ((std::vector<int32_t>{-1, 2897, 1872, -1, -1, -1, -1, -1, -1, -1}), boardTypes(brd));
+
+    void* const first = open(0, "{}");
+    void* const second = open(1, "{}");
+    EXPECT_EQ(2u, parameter(first, 3050));
+    EXPECT_EQ(1u, parameter(second, 3050));
+    EXPECT_EQ(3u, parameter(first, 700));
+    EXPECT_EQ(2u, parameter(second, 700)) << "three bytes a pixel";
+}
+
+TEST_F(Files, SayWhichBoardsThereAreForEachLifeAnew)
+{
+    describeBoards(R"({"boards": [
+        {"index": 7, "type": 3652, "serial": "A-1"},   // comments are allowed
+        {"index": 2, "type": 99999}
+    ]})");
+    beginLife();
+    brd.Brd_InitLibraries(nullptr);
+    describeBoards(R"({"boards": []})");
+    brd.Brd_FreeLibraries();
+    EXPECT_EQ((std::vector<int32_t>{-1, -1, -1, 99999, -1, -1, -1, -1, 3652, -1}), boardTypes(brd));
+    EXPECT_STREQ("Board type 99999", brd.Brd_getBoardNameByType(99999, 1));
+    std::string text(255, '\0');
+    uint32_t length = 255;
+    EXPECT_EQ(0, brd.Brd_getSystemInformation(nullptr, 1012, 0, 7, text.data(), &length));
+    const std::string name = brd.Brd_getBoardNameByType(3652, 1);
+    EXPECT_EQ(name + ", serial number A-1, simulated", std::string(text.c_str()));
+
+    endLife();
+    beginLife();
+    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes(brd));
+}
+
+TEST_F(Files, OfBoardsThatAreWrongLetEveryBoardFailWithWhatAndWhere)
+{
+    const struct {
+        const char* content;
+        const char* problem;
+    } cases[] = {
+        {"{\"boards\": [\n  {\"index\" 1}]}", "line 2, column 12"},
+        {"[]", "the whole: must be an object in braces, but is []"},
+        {"{}", "boards: is missing"},
+        {R"({"boards": {}})", "boards: must be a list in brackets"},
+        {R"({"boards": [{"index": 8, "type": 1}]})",
+         "boards[0].index: must be a whole number from 0 to 7, but is 8"},
+        {R"({"boards": [{"index": 1, "type": "x"}]})", "boards[0].type: must be a whole number"},
+        {R"({"boards": [{"index": 1, "type": 1}, {"index": 1, "type": 2}]})", "boards[1].index: must differ"},
+        {R"({"boards": [{"index": 1, "type": 1, "typo": 2}]})",
+         "boards[0].typo: is not known here; known are index, type, serial, faults"},
+        {R"({"boards": [], "boards": []})", "the key \"boards\" stands twice"},
+        {R"({"boards": [{"index": 1, "type": 1, "faults": {"dropEvery": -1}}]})",
+         "boards[0].faults.dropEvery: must be"},
+        {R"({"boards": [], "script": [{"call": "Brd_AddMem"}]})", "script[0]: must have either"},
+    };
+    for (const auto& [content, problem] : cases) {
+        describeBoards(content);
+        EXPECT_FALSE(open(0, "{}"));
+        EXPECT_EQ(2897, brd.Brd_getBoardType(0)) << "the built-in boards stand in";
+        EXPECT_THAT(lastError(), HasSubstr(problem));
+        EXPECT_THAT(lastError(), StartsWith(folder.path("boards.json")));
+        EXPECT_FALSE(brd.Brd_InitConfigEx("unused", 1, 0));
+        EXPECT_THAT(lastError(), HasSubstr(problem)) << "and so for each of them";
+        EXPECT_GT(0, brd.Brd_getLastErrorNumber(nullptr));
+        endLife();
+    }
+    os::setEnvironmentVariable("ORVO_SIM_BOARDS", folder.path());
+    EXPECT_FALSE(open(0, "{}"));
+    EXPECT_THAT(lastError(), EndsWith("cannot be read"));
+}
+
+TEST_F(Files, OfAppletsThatAreWrongFailWithWhatAndWhereAndCanBeTriedAgain)
+{
+    const struct {
+        const char* content;
+        const char* problem;
+    } cases[] = {
+        {"{", "line 1, column 2"},
+        {R"({"processes": [{}]})", "processes[0].dmas: is missing"},
+        {R"({"processes": [{"dmas": [{"id": 1}, {"id": 1}]}]})",
+         "processes[0].dmas[1]: another DMA port of the applet has the id 1"},
+        {R"({"processes": [{"dmas": [{"width": 30, "widthStep": 8}]}]})",
+         "processes[0].dmas[0].width: 30 is above 65536 or no multiple of 8"},
+        {R"({"format": 7})", "format: must be a whole number from 1 to 6, but is 7"},
+        {R"({"picturesPerSecond": -1})", "picturesPerSecond: must be a number from 0"},
+        {R"({"source": "numbres"})", "source: must be \"pattern\""},
+        {R"({"source": {"folder": "nowhere"}})", "is no folder that can be read"},
+        {R"({"source": {"folder": "."}})", "holds no PNG, JPEG, PGM or PPM picture"},
+        {R"({"source": {"folder": "broken"}})", "is no PNG, JPEG, PGM or PPM picture"},
+        {R"({"source": {"folder": "broken", "fit": "squeeze"}})", "source.fit: must be"},
+    };
+    folder.write("broken/a.png", "not a picture");
+    for (const auto& [content, problem] : cases) {
+        EXPECT_FALSE(open(0, content));
+        EXPECT_THAT(lastError(), HasSubstr(problem));
+        EXPECT_THAT(lastError(), StartsWith(folder.path("applet0.hap")));
+    }
+    EXPECT_TRUE(open(0, "{}"));
+    EXPECT_FALSE(brd.Brd_InitEx(nullptr, 1, 0));
+    EXPECT_FALSE(brd.Brd_InitEx(folder.path("none").c_str(), 1, 0));
+    EXPECT_THAT(lastError(), EndsWith("none: cannot be read"));
+    EXPECT_FALSE(open(5, "{}"));
+    EXPECT_EQ("There is no board of index 5", lastError());
+}
+
+/// Loads the file that system information 1300 names, as a caller does, and asks its `Info`.
+std::string answerOfInfo(const BoardLibrary& brd, void* board)
+{
+    std::string path(256, '\0');
+    uint32_t length = 256;
+    if (brd.Brd_getSystemInformation(board, 1300, 0, 0, path.data(), &length) != 0)
+        return "no file";
+    const os::Module module = os::loadLibrary(path.c_str());
+    if (!module)
+        return "not loaded";
+    using Info = int32_t (*)(int64_t, int64_t, int64_t, int64_t, int64_t);
+    const auto info = reinterpret_cast<Info>(os::findSymbol(module, "Info"));
+    const std::string answer = info ? std::to_string(info(1872, 0, 0, 0, 0)) : "no Info";
+    os::freeLibrary(module);
+    return answer;
+}
+
+TEST_F(Files, OfAppletsNameALibraryWhoseInfoAnswersAsTheySay)
+{
+    void* const two = open(0, R"({"info": 2})");
+    void* const minus = open(1, R"({"info": -5})");
+    EXPECT_EQ("2", answerOfInfo(brd, two));
+    EXPECT_EQ("-5", answerOfInfo(brd, minus));
+    EXPECT_EQ("2", answerOfInfo(brd, two));
+    brd.Brd_FreeGrabber(two);
+    EXPECT_EQ("no Info", answerOfInfo(brd, open(0, R"({"info": null})")));
+    brd.Brd_FreeGrabber(minus);
+    EXPECT_EQ("not loaded", answerOfInfo(brd, open(1, R"({"file": "gone.dll"})")));
+}
+
+}   // namespace
+
+}   // namespace orvo::test

@@ -1,0 +1,213 @@
+#include <cstdlib>
+#include <limits>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/sim/SimulatedBoards.h"
+
+namespace orvo::test
+{
+
+namespace
+{
+
+using Numbers = std::vector<int64_t>;
+
+constexpr uint64_t kGiB = uint64_t{1} << 30;
+
+/// A board whose pictures come when the test says so, with a ring of three blocks.
+class HandDrivenRing : public SimulatedBoards
+{
+protected:
+    HandDrivenRing()
+    {
+        OrvoSim_setManual(1);
+        ring.listen(recorder);
+        EXPECT_EQ(0, ring.start());
+    }
+
+    int32_t deliver(uint32_t count) { return OrvoSim_deliver(0, 0, count); }
+
+    void* const board = open(0, R"({"width": 16, "height": 4})");
+    PictureRecorder recorder;
+    Ring ring{board, 0, 3, 64};
+};
+
+TEST_F(HandDrivenRing, IsFilledInOrderAndOnlyWhereItIsFree)
+{
+    EXPECT_EQ(3, deliver(3));
+    EXPECT_EQ((Numbers{0, 1, 2}), (Numbers{ring.blockOf(1), ring.blockOf(2), ring.blockOf(3)}));
+
+    EXPECT_EQ(0, deliver(2));
+    EXPECT_EQ(2, ring.lost());
+
+    ring.giveBack(1);
+    EXPECT_EQ(1, ring.free());
+    EXPECT_EQ(1, deliver(2));
+    EXPECT_EQ(1, ring.blockOf(4)) << "a dropped picture uses up no number";
+    EXPECT_EQ(3, ring.lost());
+
+    ring.giveBack(2);
+    ring.giveBack(0);
+    EXPECT_EQ(2, deliver(2));
+    EXPECT_EQ((Numbers{2, 0}), (Numbers{ring.blockOf(5), ring.blockOf(6)})) << "on behind the last filled";
+    EXPECT_EQ((Numbers{1, 2, 3, 4, 5, 6}), recorder.numbers());
+}
+
+TEST_F(HandDrivenRing, KeepsItsBlocksBlockedOverStopAndStart)
+{
+    deliver(2);
+    ring.giveBack(0);
+    EXPECT_EQ(0, ring.stop());
+    EXPECT_EQ(0, ring.blockOf(1)) << "pictures can be found after the stop";
+    EXPECT_EQ(0, ring.start());
+    EXPECT_EQ(-1, ring.blockOf(1)) << "but are counted anew from the start";
+
+    EXPECT_EQ(2, deliver(3));
+    EXPECT_EQ((Numbers{2, 0}), (Numbers{ring.blockOf(1), ring.blockOf(2)}));
+    EXPECT_EQ(1, ring.lost());
+    ring.giveBack(1);
+    EXPECT_EQ(1, deliver(1)) << "a block of the former run can be given back";
+
+    ring.stop();
+    EXPECT_EQ(1, ring.lost());
+    ring.start();
+    EXPECT_EQ(0, ring.lost());
+}
+
+TEST_F(HandDrivenRing, ResolvesAPictureUntilItsBlockIsFilledAgain)
+{
+    deliver(1);
+    const int64_t image = brd.Brd_getImageEx(board, 220, 1, 0, 0, ring.head());
+    EXPECT_EQ(-1, ring.blockOf(image)) << "an image number is no picture number";
+    ring.giveBack(0);
+    EXPECT_EQ(0, ring.blockOf(1)) << "given back, and not filled yet";
+    deliver(2);
+    EXPECT_EQ(0, ring.blockOf(1));
+    deliver(1);
+    EXPECT_EQ(-1, ring.blockOf(1));
+    EXPECT_EQ(0, ring.blockOf(4));
+
+    EXPECT_EQ(-1, ring.blockOf(0));
+    EXPECT_EQ(-1, ring.blockOf(99));
+    EXPECT_GT(0, brd.Brd_getImageEx(board, 220, 99, 0, 0, ring.head()));
+    uint64_t stamp = 7;
+    EXPECT_GT(0, brd.Brd_getParameterEx(board, 22030, &stamp, 0, ring.head(), 99));
+    EXPECT_EQ(7u, stamp);
+}
+
+TEST_F(HandDrivenRing, StampsPicturesByTheAppletsRate)
+{
+    deliver(2);
+    constexpr uint64_t kTicksPerSecond = 125'000'000, kRate = 30;
+    EXPECT_EQ(kTicksPerSecond / kRate, ring.timestampOf(1));
+    EXPECT_EQ(kTicksPerSecond / kRate * 2, ring.timestampOf(2));
+}
+
+TEST_F(HandDrivenRing, DoesNotChangeWhileItIsUsed)
+{
+    EXPECT_GT(0, ring.start());
+    EXPECT_GT(0, brd.Brd_AcquireEx(board, 1, -1, 2, ring.head())) << "the other DMA has no share in it";
+    EXPECT_GT(0, brd.Brd_DelMem(board, ring.head(), 0));
+    EXPECT_GT(0, brd.Brd_FreeMemHead(board, ring.head()));
+    EXPECT_EQ(3, deliver(3));
+    EXPECT_EQ(0, ring.stop());
+    EXPECT_EQ(0, brd.Brd_DelMem(board, ring.head(), 0));
+    EXPECT_EQ(0, brd.Brd_FreeMemHead(board, ring.head()));
+    EXPECT_GT(0, brd.Brd_FreeMemHead(board, ring.head())) << "and there is none any more";
+    EXPECT_EQ(-1, ring.blockOf(1));
+    EXPECT_EQ("This is no memory head of the board", lastError(board));
+}
+
+TEST_F(HandDrivenRing, ForgivesWhatHasNoEffect)
+{
+    EXPECT_EQ(0, ring.giveBack(0)) << "a free block";
+    EXPECT_GT(0, ring.giveBack(3)) << "no block";
+    EXPECT_EQ(0, ring.stop());
+    EXPECT_EQ(0, ring.stop());
+    EXPECT_EQ(ORVO_SIM_NOT_RUNNING, deliver(1));
+    EXPECT_EQ(ORVO_SIM_NOT_RUNNING, OrvoSim_deliver(0, 77, 1));
+    EXPECT_EQ(ORVO_SIM_NOT_RUNNING, OrvoSim_deliver(7, 0, 1));
+}
+
+/// A ring that the test builds itself.
+class BareBoard : public SimulatedBoards
+{
+protected:
+    void* const board = open(0, R"({"width": 16, "height": 4})");
+};
+
+TEST_F(BareBoard, MakesHeadsUpToSixtyFourGibibytes)
+{
+    EXPECT_TRUE(brd.Brd_AllocMemHead(board, 0, 0));
+    EXPECT_TRUE(brd.Brd_AllocMemHead(board, 64 * kGiB, 5));
+    EXPECT_FALSE(brd.Brd_AllocMemHead(board, 64 * kGiB + 1, 5));
+    EXPECT_EQ("A ring of 68719476737 bytes is above 64 GiB", lastError(board));
+    EXPECT_FALSE(brd.Brd_AllocMemHead(board, static_cast<uint64_t>(int64_t{-5}), 5));
+    EXPECT_FALSE(brd.Brd_AllocMemHead(board, 10, -1));
+    EXPECT_GT(0, brd.Brd_getLastErrorNumber(board));
+    EXPECT_EQ(0, brd.Brd_getLastErrorNumber(nullptr)) << "failures belong to their board";
+}
+
+TEST_F(BareBoard, TakesEveryBlockButANullOneThatHasASize)
+{
+    void* const head = brd.Brd_AllocMemHead(board, 0, 3);
+    int unused = 0;
+    EXPECT_EQ(0, brd.Brd_AddMem(board, nullptr, 0, 0, head));
+    EXPECT_EQ(1, brd.Brd_AddMem(board, &unused, 0, 1, head)) << "the result is the block's index";
+    EXPECT_GT(0, brd.Brd_AddMem(board, nullptr, 1, 2, head));
+    EXPECT_GT(0, brd.Brd_AddMem(board, &unused, 0, 1, head)) << "there is one of this index";
+    EXPECT_GT(0, brd.Brd_AddMem(board, &unused, 0, 3, head)) << "the head is for three";
+    EXPECT_GT(0, brd.Brd_AddMem(board, &unused, 0, -1, head));
+    EXPECT_GT(0, brd.Brd_AddMem(board, &unused, 0, 0, nullptr));
+
+    OrvoSim_setManual(1);
+    EXPECT_EQ(0, brd.Brd_AcquireEx(board, 0, -1, 2, head));
+    EXPECT_EQ(2, OrvoSim_deliver(0, 0, 3)) << "pictures without bytes";
+}
+
+TEST_F(BareBoard, RefusesARunThatCannotBe)
+{
+    void* const empty = brd.Brd_AllocMemHead(board, 0, 0);
+    const Ring ring(board, 0, 1, 64);
+    EXPECT_GT(0, brd.Brd_AcquireEx(board, 0, -1, 2, empty));
+    EXPECT_GT(0, brd.Brd_AcquireEx(board, 0, -1, 2, nullptr));
+    EXPECT_GT(0, brd.Brd_AcquireEx(board, 0, -2, 2, ring.head()));
+    EXPECT_GT(0, brd.Brd_AcquireEx(board, 0, -1, 1, ring.head()));
+    EXPECT_GT(0, brd.Brd_AcquireEx(board, 2, -1, 2, ring.head()));
+    EXPECT_EQ("The applet has no DMA 2", lastError(board));
+    BrdApcControl nothing{};
+    EXPECT_GT(0, brd.Brd_registerApcHandler(board, 0, &nothing, 0));
+}
+
+TEST_F(BareBoard, FreesAHeadWithoutTouchingItsBlocks)
+{
+    auto* const block = static_cast<std::byte*>(std::malloc(64));
+    void* const head = brd.Brd_AllocMemHead(board, 64, 1);
+    brd.Brd_AddMem(board, block, 64, 0, head);
+    OrvoSim_setManual(1);
+    brd.Brd_AcquireEx(board, 0, -1, 2, head);
+    EXPECT_EQ(1, OrvoSim_deliver(0, 0, 1));
+    brd.Brd_stopAcquireEx(board, 0, head, 0);
+    std::free(block);
+    EXPECT_EQ(0, brd.Brd_FreeMemHead(board, head));
+}
+
+TEST_F(BareBoard, WritesNoByteBehindASmallBlock)
+{
+    OrvoSim_setManual(1);
+    const Ring ring(board, 0, 1, 64);
+    const Ring small(board, 1, 1, 10);
+    ring.start();
+    small.start();
+    OrvoSim_deliver(0, 0, 1);
+    OrvoSim_deliver(0, 1, 1);
+    for (size_t i = 0; i < 10; ++i)
+        EXPECT_EQ(ring.byte(0, i), small.byte(0, i));
+}
+
+}   // namespace
+
+}   // namespace orvo::test

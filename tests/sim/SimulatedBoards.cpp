@@ -1,0 +1,82 @@
+#include "tests/sim/SimulatedBoards.h"
+
+#include <array>
+
+namespace orvo::test
+{
+
+SimulatedBoards::SimulatedBoards()
+{
+    OrvoSim_reset();
+    OrvoSim_setMessages(0);
+}
+
+SimulatedBoards::~SimulatedBoards()
+{
+    OrvoSim_clearScript();
+    endLife();
+    OrvoSim_reset();
+}
+
+void SimulatedBoards::describeBoards(std::string_view json)
+{
+    os::setEnvironmentVariable("ORVO_SIM_BOARDS", folder.write("boards.json", json));
+}
+
+void SimulatedBoards::beginLife()
+{
+    brd.Brd_InitLibraries(nullptr);
+    m_inLife = true;
+}
+
+void SimulatedBoards::endLife()
+{
+    if (m_inLife)
+        brd.Brd_FreeLibraries();
+    m_inLife = false;
+}
+
+void* SimulatedBoards::open(uint32_t boardIndex, std::string_view appletJson)
+{
+    if (!m_inLife)
+        beginLife();
+    const std::string path = folder.write("applet" + std::to_string(boardIndex) + ".hap", appletJson);
+    return brd.Brd_InitEx(path.c_str(), boardIndex, 0);
+}
+
+std::string SimulatedBoards::lastError(void* board) const
+{
+    return brd.Brd_getLastErrorDescription(board);
+}
+
+uint32_t SimulatedBoards::parameter(void* board, int32_t id, uint32_t dma) const
+{
+    uint32_t value = 0;
+    EXPECT_EQ(0, brd.Brd_getParameter(board, id, &value, dma)) << lastError(board);
+    return value;
+}
+
+std::string SimulatedBoards::property(void* board, int32_t id, int32_t code) const
+{
+    std::array<char, 256> text{};
+    int32_t length = text.size();
+    EXPECT_EQ(0, brd.Brd_getParameterProperty(board, id, code, text.data(), &length)) << lastError(board);
+    return std::string(text.data());
+}
+
+std::string SimulatedBoards::journal(const char* filter)
+{
+    std::string text(OrvoSim_readJournal(filter, 0, nullptr, 0), '\0');
+    OrvoSim_readJournal(filter, 0, text.data(), text.size());
+    text.pop_back();
+    return text;
+}
+
+OrvoSim_Ledger SimulatedBoards::ledger(uint32_t boardIndex, uint32_t dma)
+{
+    OrvoSim_Ledger numbers{};
+    OrvoSim_readLedger(boardIndex, dma, &numbers);
+    return numbers;
+}
+
+}   // namespace orvo::test

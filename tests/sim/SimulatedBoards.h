@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "sim/orvo_sim.h"
+#include "tests/sim/BoardLibrary.h"
+#include "tests/sim/PictureRecorder.h"
+#include "tests/sim/Ring.h"
+#include "tests/sim/ScratchFolder.h"
+#include "tests/support/ScopedVariable.h"
+
+namespace orvo::test
+{
+
+/// Bounds every wait; only a test that fails takes so long.
+inline constexpr uint32_t kGenerousMs = 60'000;
+
+/// The library before its first call, with the built-in boards unless a test describes others. Ends every
+/// life that a test began.
+class SimulatedBoards : public ::testing::Test
+{
+protected:
+    SimulatedBoards();
+    ~SimulatedBoards() override;
+
+    /// The boards file, for lives that begin after it.
+    void describeBoards(std::string_view json);
+    void beginLife();
+    void endLife();
+
+    /// Opens a board with an applet of that description, beginning a life if there is none.
+    void* open(uint32_t boardIndex, std::string_view appletJson);
+    std::string lastError(void* board = nullptr) const;
+    uint32_t parameter(void* board, int32_t id, uint32_t dma = 0) const;
+    std::string property(void* board, int32_t id, int32_t code) const;
+
+    /// Journal lines of the functions that a filter keeps.
+    static std::string journal(const char* filter = "");
+    static OrvoSim_Ledger ledger(uint32_t boardIndex, uint32_t dma);
+
+    const BoardLibrary& brd = BoardLibrary::instance();
+    ScratchFolder folder;
+
+private:
+    ScopedVariable m_boardsVariable{"ORVO_SIM_BOARDS", ""};
+    bool m_inLife = false;
+};
+
+}   // namespace orvo::test
