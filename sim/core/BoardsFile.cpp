@@ -104,8 +104,8 @@ BoardsFile BoardsFile::read(const std::string& path)
     BoardsFile file;
     readJsonFile(path, [&](JsonObject& object) {
         object.need("boards").eachEntry([&](const JsonValue& entry) { readBoard(entry, file); });
-        if (const auto script = object.find("script"))
-            script->eachEntry([&](const JsonValue& entry) { file.script.push_back(scriptedCall(entry)); });
+        if (const auto calls = object.find("script"))
+            calls->eachEntry([&](const JsonValue& entry) { file.script.push_back(scriptedCall(entry)); });
         file.ledgerPath = pathOr(object.find("ledger"), path);
         file.journalPath = pathOr(object.find("journal"), path);
         const auto quiet = object.find("quiet");

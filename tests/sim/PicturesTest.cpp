@@ -75,7 +75,7 @@ TEST_F(Pictures, ShowTheMovingPatternInEveryFormat)
         const size_t bytes = pixel(0).size();
         const auto shown = pictures("\"width\": 300, \"height\": 12, \"format\": " + std::to_string(format),
                                     2, kWidth * kHeight * bytes);
-        for (size_t n : {1, 2})
+        for (const size_t n : {size_t{1}, size_t{2}})
             for (size_t y = 0; y < kHeight; ++y)
                 for (size_t x = 40; x < kWidth; ++x) {   // the number stands to the left
                     const auto start = shown[n - 1].begin() + static_cast<int64_t>((y * kWidth + x) * bytes);
