@@ -45,8 +45,8 @@ int runCommandLine(int argc, const char* const* argv, Console& console)
 {
     CLI::App program(kDescription, "aikctl");
     program.footer(kFooter);
-    program.require_subcommand(1);
-    program.fallthrough();   // the options of all commands may stand behind the command too
+    program.require_subcommand(0, 1);   // none is noticed below: an unknown one is then told by its name
+    program.fallthrough();              // the options of all commands may stand behind the command too
 
     std::string adapterPath;
     CommonOptions common;
@@ -64,6 +64,10 @@ int runCommandLine(int argc, const char* const* argv, Console& console)
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return answerParser(program, error, console);
+    }
+    if (!chosen) {
+        console.fail("No command is given.\nRun with --help for more information.");
+        return kMisused;
     }
     try {
         const Adapter adapter(adapterPath.empty() ? Adapter::defaultPath() : adapterPath);

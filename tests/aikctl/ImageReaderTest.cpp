@@ -1,0 +1,128 @@
+#include "aikctl/ImageReader.h"
+
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+namespace orvo::aikctl
+{
+namespace
+{
+
+constexpr uint32_t kWidth = 5;
+constexpr uint32_t kHeight = 2;
+
+// An adapter whose next answers the test sets: what no board does when a test would like it to.
+struct {
+    const char* attributesFailure = nullptr;
+    int32_t pixelCode = 0;
+    size_t imageSize = 0;
+    bool isPending = false;
+    int fetched = 0;
+} g_adapter;
+
+int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttributes* attributes,
+                         uint32_t* result)
+{
+    *result = AIK_ACQ_COMPLETED;
+    if (g_adapter.attributesFailure) {
+        std::strcpy(errstr, g_adapter.attributesFailure);
+        return AIK_FAILED;
+    }
+    attributes->pixelFormat = g_adapter.pixelCode;
+    return AIK_OK;
+}
+
+int32_t answerImage(char* /*errstr*/, int64_t /*channelID*/, void* image, uint32_t* result)
+{
+    *result = g_adapter.isPending ? AIK_ACQ_PENDING : AIK_ACQ_COMPLETED;
+    if (!g_adapter.isPending) {
+        std::memset(image, ++g_adapter.fetched, g_adapter.imageSize);
+    }
+    return AIK_OK;
+}
+
+int32_t answerRelease(char* /*errstr*/, int64_t /*channelID*/)
+{
+    return AIK_OK;
+}
+
+class Reader : public testing::Test
+{
+protected:
+    Reader()
+    {
+        g_adapter = {};
+        m_exports.getImageAttributes = answerAttributes;
+        m_exports.getImage = answerImage;
+        m_exports.releaseVideoChannel = answerRelease;
+    }
+
+    static csAIK_ChannelRecord record()
+    {
+        csAIK_ChannelRecord record{};
+        record.channelID = 1;
+        record.width = kWidth;
+        record.height = kHeight;
+        return record;
+    }
+
+    Exports m_exports{};
+    Channel m_channel{m_exports, 0, record(), ""};
+};
+
+TEST_F(Reader, MeasuresHowManyBytesAPixelHas)
+{
+    for (const bool isPlanar : {false, true}) {
+        for (size_t bytes = 1; bytes <= AIK_MAX_BYTES_PER_PIXEL; ++bytes) {
+            const size_t whole = kWidth * kHeight * bytes;
+            g_adapter.imageSize = isPlanar ? whole / 3 * 3 : whole;
+            ImageReader reader(m_channel, isPlanar);
+            reader.allocate();
+            const auto image = reader.next();
+            ASSERT_TRUE(image);
+            EXPECT_EQ(reader.bytesPerPixel(), bytes);
+            EXPECT_EQ(image->size(), g_adapter.imageSize);
+        }
+    }
+}
+
+TEST_F(Reader, WaitsForTheFirstImageToTellAnything)
+{
+    ImageReader reader(m_channel, false);
+    reader.allocate();
+    g_adapter.isPending = true;
+    EXPECT_FALSE(reader.next());
+    EXPECT_EQ(reader.bytesPerPixel(), 0U);
+
+    g_adapter.isPending = false;
+    g_adapter.imageSize = kWidth * kHeight * 2;
+    EXPECT_EQ(reader.next()->size(), g_adapter.imageSize);
+}
+
+TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)
+{
+    ImageReader reader(m_channel, false);
+    reader.allocate();
+    g_adapter.imageSize = kWidth * kHeight;
+    g_adapter.pixelCode = AIK_PIXEL_MONO8;
+    g_adapter.attributesFailure = "Acquisistion is not setup";
+    ASSERT_TRUE(reader.next());
+    EXPECT_EQ(reader.pixelCode(), std::nullopt);
+
+    g_adapter.attributesFailure = nullptr;
+    ASSERT_TRUE(reader.next());
+    EXPECT_EQ(reader.pixelCode(), AIK_PIXEL_MONO8);
+    EXPECT_EQ(g_adapter.fetched, 2);
+}
+
+TEST_F(Reader, PassesOtherFailuresOn)
+{
+    ImageReader reader(m_channel, false);
+    reader.allocate();
+    g_adapter.attributesFailure = "7 images lost due buffer overflow";
+    EXPECT_THROW(reader.next(), AdapterFailure);
+}
+
+}   // namespace
+}   // namespace orvo::aikctl

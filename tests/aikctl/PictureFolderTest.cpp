@@ -1,0 +1,66 @@
+#include "aikctl/PictureFolder.h"
+
+#include <fstream>
+
+#include "tests/aikctl/AikctlTest.h"
+#include "tests/aikctl/decodePng.h"
+
+namespace orvo::aikctl
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+class APictureFolder : public AikctlTest
+{
+protected:
+    PictureFolder open(bool overwrite = false) const { return {pictures().string(), overwrite}; }
+
+    static constexpr uint8_t kContent[] = {1, 2, 3};
+};
+
+TEST_F(APictureFolder, NamesFilesAfterChannelAndPicture)
+{
+    const PictureFolder saving = open();
+    saving.save(0, 1, "png", kContent);
+    saving.save(12, 1234567, "raw", {});
+    EXPECT_EQ(savedFiles(), (std::vector<std::string>{"channel0-000001.png", "channel12-1234567.raw"}));
+    EXPECT_EQ(readBytes((pictures() / "channel0-000001.png").string()), (std::vector<uint8_t>{1, 2, 3}));
+}
+
+TEST_F(APictureFolder, KeepsOlderPicturesUnlessToldOtherwise)
+{
+    open().save(0, 1, "raw", kContent);
+    EXPECT_THROW(open(), std::runtime_error);
+    open(true).save(0, 1, "raw", {});
+    EXPECT_EQ(fs::file_size(pictures() / "channel0-000001.raw"), 0U);
+}
+
+TEST_F(APictureFolder, MindsOnlyItsOwnKindOfFile)
+{
+    fs::create_directories(pictures());
+    std::ofstream(pictures() / "channel0.png");
+    std::ofstream(pictures() / "notes.txt");
+    EXPECT_NO_THROW(open());
+}
+
+TEST_F(APictureFolder, LeavesNothingHalfDoneBehindAFailure)
+{
+    const PictureFolder saving = open();
+    fs::create_directories(pictures() / "channel0-000001.png" / "in the way");
+    EXPECT_THROW(saving.save(0, 1, "png", kContent), std::runtime_error);
+    EXPECT_EQ(savedFiles(), std::vector<std::string>{"channel0-000001.png"});
+
+    fs::remove_all(pictures());
+    EXPECT_THROW(saving.save(0, 1, "png", kContent), std::runtime_error);
+}
+
+TEST_F(APictureFolder, CannotBeAFile)
+{
+    std::ofstream file(pictures());
+    EXPECT_THROW(open(), std::runtime_error);
+}
+
+}   // namespace
+}   // namespace orvo::aikctl

@@ -1,0 +1,29 @@
+#!/bin/bash
+# interrupt.sh <folder> <command...>: runs aikctl's command, presses Ctrl-C once pictures come, and looks at how
+# it ends.
+set -u
+folder=$1
+shift
+rm -rf "$folder" && mkdir -p "$folder" && cd "$folder" || exit 1
+
+echo '{ "width": 64, "height": 48, "picturesPerSecond": 100 }' >applet.hap
+# A background job of a script ignores Ctrl-C, unless job control is on.
+set -m
+ORVO_COGNEX_APPLET_0=applet.hap "$@" grab 0 --count 1000000 --output pictures >out 2>err &
+job=$!
+until [[ -e pictures/channel0-000003.png ]]; do
+    kill -0 $job 2>/dev/null || { echo "aikctl ended before it was asked to:"; cat out err; exit 1; }
+    sleep 0.05
+done
+kill -INT $job
+wait $job
+code=$?
+cat out err
+
+failed=0
+expect() { if ! eval "$1"; then echo "not so: $1"; failed=1; fi; }
+expect '((code == 130))'
+expect 'grep -q "interrupted; saved [0-9]* pictures in" out'
+expect '[[ -z $(find pictures -name "*.part") ]]'
+expect '[[ $(grep -o "saved [0-9]*" out) == "saved $(ls pictures | wc -l)" ]]'
+exit $failed
