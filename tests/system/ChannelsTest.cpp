@@ -85,7 +85,7 @@ TEST_F(ChannelList, SaysWhatIsWrongWithTheAppletOfABoard)
     EXPECT_EQ(reasonAt(1), "ORVO_COGNEX_APPLET_1 does not refer to a valid file.");
     EXPECT_EQ(reasonAt(2), "No applet loader accepts the file of ORVO_COGNEX_APPLET_2");
     EXPECT_EQ(reasonAt(3), "ORVO_COGNEX_APPLET_3 does not refer to a valid file.");
-    EXPECT_THAT(reasonAt(4), testing::MatchesRegex("brd error code: -[0-9]+"));
+    EXPECT_THAT(reasonAt(4), testing::MatchesRegex("brd error code: -\\d+"));
     EXPECT_EQ(reasonAt(5), "No dma channes were found");
 }
 
