@@ -33,7 +33,7 @@ int main(void)
     csAIK_ChannelRecord channel = {.size = sizeof channel};
     expect(GetVideoChannel(errstr, 0, &channel) == AIK_OK, "GetVideoChannel");
     expect(channel.failed == 0, "the channel works");
-    expect(channel.getImage == GetImage, "the record holds the functions");
+    expect(channel.getImage != NULL, "the record holds the functions");
     const int64_t id = channel.channelID;
 
     char name[AIK_NAME_SIZE];
@@ -45,10 +45,10 @@ int main(void)
     expect(type == AIK_TYPE_ENUMERATION, "the strategy is an enumeration");
     expect(GetFeatureAttr(errstr, id, "BufferCount", AIK_ATTR_WRITEABLE, value) == AIK_OK, "GetFeatureAttr");
     expect(strcmp(value, "True") == 0, "the buffer count can be written");
-    expect(GetValidEnum(errstr, id, "AcquisitionStrategy", 2, entry) == AIK_OK, "GetValidEnum");
+    expect(GetValidEnum(errstr, id, "AcquisitionStrategy", 0, entry) == AIK_OK, "GetValidEnum");
     expect(WriteValue(errstr, id, "AcquisitionStrategy", entry) == AIK_OK, "WriteValue");
     expect(ReadValue(errstr, id, "AcquisitionStrategy", value) == AIK_OK, "ReadValue");
-    expect(strcmp(value, "OldestFirst") == 0, "what was written is read");
+    expect(strcmp(value, "NewestOnly") == 0, "what was written is read");
     expect(ExecuteCommand(errstr, id, "NoSuchCommand") == AIK_FAILED, "ExecuteCommand of an unknown name");
 
     csAIK_CommonParams params = {.width = 64, .height = 32};

@@ -126,6 +126,11 @@ std::set<std::string> WindowsImage::sections() const
     return names;
 }
 
+uint32_t WindowsImage::symbolCount() const
+{
+    return at<uint32_t>(headers() + 16);
+}
+
 std::optional<std::vector<uint16_t>> WindowsImage::fileVersion() const
 {
     for (size_t offset = 0; offset + sizeof(uint32_t) <= m_bytes.size(); offset += sizeof(uint32_t)) {

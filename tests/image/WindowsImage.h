@@ -28,6 +28,8 @@ public:
     std::map<std::string, Imports> imports() const;
     uint16_t securityFlags() const;
     std::set<std::string> sections() const;
+    /// Of the symbol table, which a stripped file doesn't have.
+    uint32_t symbolCount() const;
     /// Major, minor, patch, build of the version resource.
     std::optional<std::vector<uint16_t>> fileVersion() const;
 
