@@ -1,0 +1,139 @@
+#include "acquisition/buffers/BufferAccess.h"
+
+#include <functional>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/acquisition/buffers/Ring.h"
+
+using namespace orvo;
+using namespace orvo::cognex;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+class Moves : public test::Ring
+{
+protected:
+    void publish(const test::Numbers& numbers)
+    {
+        for (const int64_t number : numbers)
+            coordinator->lock()->publish(ring[static_cast<size_t>(number)]);
+    }
+};
+
+TEST_F(Moves, LeadABufferRound)
+{
+    ringOf(3);
+    publish({1});
+    EXPECT_THAT(free(), ElementsAre(0, 2));
+    EXPECT_THAT(ready(), ElementsAre(1));
+    coordinator->lock()->takeOldestReady();
+    EXPECT_THAT(ready(), IsEmpty());
+    EXPECT_EQ(current(), 1);
+    EXPECT_THAT(givenBack, IsEmpty());
+    coordinator->lock()->releaseCurrent();
+    EXPECT_THAT(free(), ElementsAre(0, 2, 1));
+    EXPECT_EQ(current(), -1);
+    EXPECT_THAT(givenBack, ElementsAre(1));
+}
+
+TEST_F(Moves, TellTheBoardBeforeTheQueueOfReadyBuffersOnly)
+{
+    ringOf(1);
+    publish({0});
+    coordinator->lock()->recycleOldestReady();
+    EXPECT_TRUE(wasToldBeforeTheQueue);
+    publish({0});
+    coordinator->lock()->takeOldestReady();
+    coordinator->lock()->releaseCurrent();
+    EXPECT_FALSE(wasToldBeforeTheQueue);
+}
+
+TEST_F(Moves, RecycleTheOldestOrAllOldestFirst)
+{
+    ringOf(4);
+    publish({2, 0, 3, 3});   // once more what is not free
+    EXPECT_THAT(ready(), ElementsAre(2, 0, 3, 3));
+    coordinator->lock()->recycleOldestReady();
+    EXPECT_THAT(free(), ElementsAre(1, 2));
+    coordinator->lock()->recycleAllReady();
+    coordinator->lock()->recycleAllReady();
+    EXPECT_THAT(ready(), IsEmpty());
+    EXPECT_THAT(free(), ElementsAre(1, 2, 0, 3, 3));
+    EXPECT_THAT(givenBack, ElementsAre(2, 0, 3, 3));
+}
+
+TEST_F(Moves, DropEntriesOfBuffersThatHaveGone)
+{
+    ringOf(5);
+    publish({0, 1, 2, 3, 4});
+    ring[0].reset();
+    coordinator->lock()->recycleOldestReady();
+    EXPECT_THAT(givenBack, ElementsAre(1));
+    ring[2].reset();
+    coordinator->lock()->takeOldestReady();
+    EXPECT_EQ(current(), 3);
+    ring[3].reset();
+    EXPECT_EQ(current(), -1);
+    coordinator->lock()->releaseCurrent();
+    ring[4].reset();
+    coordinator->lock()->takeOldestReady();
+    coordinator->lock()->recycleAllReady();
+    EXPECT_THAT(givenBack, ElementsAre(1));
+    EXPECT_THAT(free(), ElementsAre(1));
+    EXPECT_THAT(ready(), IsEmpty());
+}
+
+TEST_F(Moves, StopHalfWayWhereTheBoardCannotBeTold)
+{
+    ringOf(2);
+    publish({0, 1});
+    ring[0]->setUnblockCallback(nullptr);
+    EXPECT_THROW(coordinator->lock()->recycleAllReady(), std::bad_function_call);
+    EXPECT_THAT(ready(), ElementsAre(1));
+    EXPECT_THAT(free(), IsEmpty());
+}
+
+TEST_F(Moves, AreNotForWhoComesTooLateForTheLock)
+{
+    const test::LockHolder holder(*coordinator);
+    EXPECT_FALSE(coordinator->tryLockUntil(now() + Ticks(1))->holdsLock());
+    EXPECT_FALSE(coordinator->tryLockUntil(now())->holdsLock());   // the first one took nothing away
+}
+
+TEST_F(Moves, OfAPublishWakeAWaiter)
+{
+    ringOf(1);
+    const Ticks deadline = now() + kGenerous;
+    const auto access = coordinator->lock();
+    std::thread callback([this] { publish({0}); });   // gets the lock while we wait, and not before
+    while (access->readyQueue()->isEmpty() && now() < deadline)
+        access->waitUntil(deadline);
+    EXPECT_FALSE(access->readyQueue()->isEmpty());
+    EXPECT_LT(now(), deadline);
+    callback.join();
+}
+
+TEST_F(Moves, AreWaitedForUntilTheDeadline)
+{
+    const auto access = coordinator->lock();
+    access->waitUntil(Ticks::min());
+    access->waitUntil(now() + Ticks(1));
+    EXPECT_TRUE(access->holdsLock());
+}
+
+TEST(Ticks, StayWithinWhatTheyCanHold)
+{
+    EXPECT_EQ(deadlineAfter(Ticks::max()), Ticks::max());
+    EXPECT_EQ(wrappingSum(Ticks::max(), Ticks(1)), Ticks::min());
+    EXPECT_EQ(timePoint(Ticks::min()), boost::chrono::system_clock::time_point());
+    EXPECT_GT(timePoint(Ticks::max()), boost::chrono::system_clock::now());
+    EXPECT_EQ(timePoint(Ticks(10'000'000)).time_since_epoch(), boost::chrono::seconds(1));
+}
+
+}   // namespace

@@ -1,0 +1,262 @@
+#include <functional>
+#include <limits>
+#include <locale>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "features/BooleanFeature.h"
+#include "features/CommandFeature.h"
+#include "features/EnumerationFeature.h"
+#include "features/FeatureObserver.h"
+#include "features/NumberFeature.h"
+#include "features/NumberText.h"
+#include "features/ProxyFeature.h"
+#include "features/StringFeature.h"
+#include "tests/features/FeatureAccess.h"
+#include "tests/support/Failures.h"
+#include "tests/support/LibraryUse.h"
+
+using namespace orvo;
+using namespace orvo::cognex;
+using test::aikFailure;
+using test::bareFailure;
+using test::reading;
+using test::Usable;
+using testing::ElementsAre;
+
+namespace
+{
+
+std::string failureOfRead(AdapterFeature& feature)
+{
+    return aikFailure([&] { reading(feature); });
+}
+
+std::string failureOfWrite(AdapterFeature& feature, const char* text = "1")
+{
+    return aikFailure([&] { feature.write(text); });
+}
+
+TEST(Feature, ChecksPointerPermissionAndAvailabilityInThisOrder)
+{
+    StringFeature feature;
+    EXPECT_EQ(aikFailure([&] { feature.read(nullptr); }), "Val is an invalid pointer");
+    EXPECT_EQ(failureOfWrite(feature, nullptr), "Val is an invalid pointer");
+    EXPECT_EQ(failureOfRead(feature), "Feature is not readable.");
+    EXPECT_EQ(failureOfWrite(feature), "Feature is not writeable.");
+    feature.setReadable(true);
+    feature.setWriteable(true);
+    EXPECT_EQ(failureOfRead(feature), "Feature is not available.");
+    EXPECT_EQ(failureOfWrite(feature), "Feature is not available.");
+    EXPECT_EQ(feature.value(), "");
+    feature.setAvailable(true);
+    feature.write("1");
+    EXPECT_EQ(reading(feature), "1");
+}
+
+// Channels have features of few kinds, so most of these refusals reach no host.
+TEST(Feature, RefusesWhatItsKindCannotDo)
+{
+    Usable<BooleanFeature> boolean;
+    EXPECT_EQ(bareFailure([&] { boolean.execute(); }),
+              "Execute function is not implemented for bool feature.");
+    EXPECT_EQ(aikFailure([&] { boolean.validEnum(0); }), "Feature is not a valid enum type.");
+
+    Usable<StringFeature> string;
+    EXPECT_EQ(bareFailure([&] { string.execute(); }),
+              "Execute function is not implemented for bool feature.");
+    EXPECT_EQ(aikFailure([&] { string.validEnum(0); }), "Feature is not a valid enum type.");
+
+    Usable<NumberFeature<int>> number;
+    EXPECT_EQ(bareFailure([&] { number.execute(); }), "Execute function is not implemented for int feature.");
+    EXPECT_EQ(aikFailure([&] { number.validEnum(0); }), "Feature is not a valid enum type.");
+
+    CommandFeature command;
+    EXPECT_EQ(aikFailure([&] { command.execute(); }), "Feature is not available.");
+    command.setAvailable(true);   // which is all that it takes
+    EXPECT_EQ(bareFailure([&] { command.execute(); }), "No function is defined for the command.");
+    command.setReadable(true);
+    command.setWriteable(true);
+    EXPECT_EQ(bareFailure([&] { reading(command); }),
+              "Read function is not implemented for command feature.");
+    EXPECT_EQ(bareFailure([&] { command.write("1"); }),
+              "Write function is not implemented for command feature.");
+
+    Usable<ProxyFeature> proxy;
+    EXPECT_EQ(static_cast<int>(proxy.type()), -1);
+    EXPECT_EQ(failureOfRead(proxy), "This function is not implemented.");
+    EXPECT_EQ(failureOfWrite(proxy), "This function is not implemented.");
+    EXPECT_EQ(aikFailure([&] { proxy.execute(); }), "This function is not implemented.");
+}
+
+TEST(BooleanFeature, IsTrueByOneSpellingOnly)
+{
+    Usable<BooleanFeature> feature;
+    feature.write("True");
+    EXPECT_EQ(reading(feature), "True");
+    for (const char* const text : {"true", "1", "True ", ""}) {
+        feature.setValue(true);
+        feature.write(text);
+        EXPECT_EQ(reading(feature), "False") << text;
+    }
+}
+
+TEST(StringFeature, IsReadUpTo255Characters)
+{
+    Usable<StringFeature> feature;
+    feature.write(std::string(300, 'x').c_str());
+    EXPECT_EQ(reading(feature), std::string(255, 'x'));
+    EXPECT_EQ(feature.value(), std::string(300, 'x'));
+}
+
+TEST(NumberFeature, TakesTheNumberAtTheBeginningOfTheTextIfItFits)
+{
+    Usable<NumberFeature<unsigned int>> word;
+    word.write(" 4294967295x");
+    EXPECT_EQ(reading(word), "4294967295");
+    Usable<NumberFeature<unsigned long long>> longWord;
+    longWord.write("18446744073709551615");
+    EXPECT_EQ(reading(longWord), "18446744073709551615");
+    Usable<NumberFeature<int>> feature;
+    feature.write("\t-12.5");
+    EXPECT_EQ(reading(feature), "-12");
+    for (const char* const text : {"letters", "", " ", "x7", "-", "2147483648", "99999999999999999999"})
+        EXPECT_EQ(failureOfWrite(feature, text), "Cannot parse char array to a number value") << text;
+    EXPECT_EQ(feature.value(), -12);
+}
+
+struct Grouping : std::numpunct<char> {
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(Numbers, KnowNothingOfTheHostsLocale)
+{
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
+    Usable<NumberFeature<int>> feature;
+    feature.setValue(1234567);
+    EXPECT_EQ(reading(feature), "1234567");
+    feature.write("1,234");
+    EXPECT_EQ(feature.value(), 1);
+    EXPECT_EQ(toText(std::numeric_limits<uint64_t>::max()), "18446744073709551615");
+    EXPECT_EQ(toText(std::numeric_limits<int64_t>::min()), "-9223372036854775808");
+    std::locale::global(before);
+}
+
+// What a host can reach hands this no text that fails.
+TEST(Numbers, OfTheBoardLibraryStandAtTheBeginningOfItsTexts)
+{
+    EXPECT_EQ(parseInt(" -42 bytes"), -42);
+    EXPECT_EQ(bareFailure([] { parseInt("none"); }), "Cannot parse char array to number value");
+    EXPECT_EQ(bareFailure([] { parseInt("2147483648"); }), "Cannot parse char array to number value");
+}
+
+/// A number, and observers that write their names into one list.
+class Observed : public testing::Test
+{
+protected:
+    void observe(
+        FeatureObserverCallback& observer, const std::string& name, std::function<void()> react = [] {})
+    {
+        observer.setCallback([this, name, react](AdapterFeature* changed) {
+            EXPECT_EQ(changed, &feature);
+            told.push_back(name);
+            react();
+        });
+        feature.addObserver(&observer);
+    }
+
+    Usable<NumberFeature<int>> feature;
+    std::vector<std::string> told;
+    FeatureObserverCallback first, second, third;
+};
+
+TEST_F(Observed, AWriteIsToldOnceAndInTheOrderOfAdding)
+{
+    observe(first, "first", [&] { observe(third, "third, added meanwhile"); });
+    observe(second, "second");
+    feature.write("3");
+    EXPECT_THAT(told, ElementsAre("first", "second", "third, added meanwhile"));
+}
+
+TEST_F(Observed, NothingElseIsTold)
+{
+    observe(first, "first");
+    EXPECT_NE(failureOfWrite(feature, "letters"), "no failure");
+    feature.setValue(4);
+    feature.setAvailable(false);
+    EXPECT_NE(failureOfWrite(feature), "no failure");
+    EXPECT_THAT(told, testing::IsEmpty());
+}
+
+TEST_F(Observed, AFailingObserverLeavesTheNewValue)
+{
+    observe(first, "first", [] { throw AIKException("refused"); });
+    observe(second, "second");
+    EXPECT_EQ(failureOfWrite(feature, "3"), "refused");
+    EXPECT_EQ(feature.value(), 3);
+    EXPECT_THAT(told, ElementsAre("first"));
+    first.setCallback(nullptr);
+    EXPECT_THROW(feature.write("4"), std::bad_function_call);
+}
+
+class Enumeration : public testing::Test
+{
+protected:
+    test::LibraryUse m_use;   // its accesses are traced
+    Usable<EnumerationFeature> feature;
+};
+
+TEST_F(Enumeration, SpeaksNamesToTheHostAndNumbersToTheOwner)
+{
+    feature.addEntry("OldestFirstOverwrite", 1);
+    feature.addEntry("NewestOnly", 0);
+    feature.write("OldestFirstOverwrite");
+    EXPECT_EQ(feature.value(), 1);
+    EXPECT_EQ(reading(feature), "OldestFirstOverwrite");
+    EXPECT_EQ(bareFailure([&] { feature.write("newestonly"); }), "Invalid enum key!");
+    EXPECT_EQ(feature.value(), 1);
+    EXPECT_EQ(bareFailure([&] { feature.execute(); }),
+              "Execute function is not implemented for enum feature.");
+}
+
+// The lists of the channels have no gaps, and no host can set a value without an entry.
+TEST_F(Enumeration, FailsWhereANumberHasNoName)
+{
+    const std::string unmapped = "The parameter has a value that can not be mapped on a enum entry.";
+    EXPECT_EQ(bareFailure([&] { reading(feature); }), unmapped);
+    feature.addEntry("A", 5);
+    feature.addEntry("B");
+    EXPECT_EQ(feature.validEnum(1), "B");   // numbered by the entries so far
+    EXPECT_EQ(bareFailure([&] { feature.validEnum(0); }), "Invalid enum index!");
+    feature.setValue(7);
+    EXPECT_EQ(bareFailure([&] { reading(feature); }), unmapped);
+    EXPECT_EQ(bareFailure([&] { feature.validEnum(7); }), "Invalid enum index!");
+}
+
+TEST_F(Enumeration, AnEntryReplacesAnotherInItsOwnDirectionOnly)
+{
+    feature.addEntry("A", 1);
+    feature.addEntry("B", 1);
+    feature.addEntry("A", 2);
+    EXPECT_EQ(feature.validEnum(1), "B");
+    EXPECT_EQ(feature.validEnum(2), "A");
+    feature.write("B");
+    EXPECT_EQ(feature.value(), 1);
+    feature.write("A");
+    EXPECT_EQ(feature.value(), 2);
+}
+
+TEST_F(Enumeration, TellsOfAWriteTwice)
+{
+    feature.addEntry("A", 5);
+    std::vector<int32_t> told;
+    FeatureObserverCallback observer;
+    observer.setCallback([&](AdapterFeature*) { told.push_back(feature.value()); });
+    feature.addObserver(&observer);
+    EXPECT_EQ(bareFailure([&] { feature.write("B"); }), "Invalid enum key!");
+    feature.write("A");
+    EXPECT_THAT(told, ElementsAre(5, 5));
+}
+
+}   // namespace

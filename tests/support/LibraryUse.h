@@ -1,0 +1,19 @@
+#pragma once
+
+#include "templates/platform/LibraryInitController.h"
+
+namespace orvo::test
+{
+
+/// A use of the support library: singletons, and all loggers, go with it. What fetches a logger needs one, so
+/// that a case leaves nothing behind.
+class LibraryUse
+{
+public:
+    LibraryUse() { templates::platform::LibraryInitController::init(); }
+    LibraryUse(const LibraryUse&) = delete;
+    LibraryUse& operator=(const LibraryUse&) = delete;
+    ~LibraryUse() { templates::platform::LibraryInitController::deinit(); }
+};
+
+}   // namespace orvo::test

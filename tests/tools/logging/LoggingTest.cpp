@@ -1,0 +1,118 @@
+#include <stdexcept>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "os/Os.h"
+#include "sim/orvo_sim_dispatcher.h"
+#include "tests/support/LibraryUse.h"
+#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Record.h"
+
+using namespace orvo;
+using namespace orvo::tools::logging;
+using orvo::templates::platform::LibraryInitController;
+
+namespace
+{
+
+/// The dispatcher beside this program is attached, and one of its loggers is on from level 4.
+class AttachedLogging : public testing::Test
+{
+protected:
+    AttachedLogging()
+    {
+        OrvoSimLog_setLevel("unit.logger", kTolerated);
+        OrvoSimLog_clear();
+        OrvoSimLog_capture(1);
+    }
+
+    /// The record at that place, all zero if there is none.
+    static OrvoSimLog_Record record(uint64_t index)
+    {
+        OrvoSimLog_Record found{};
+        OrvoSimLog_read(index, &found);
+        return found;
+    }
+
+    test::LibraryUse m_use;
+    Logger& logger = *Logging::instance().getLogger("unit.logger");
+};
+
+TEST_F(AttachedLogging, HasOneLoggerForEachNumberOfTheDispatcher)
+{
+    EXPECT_EQ(Logging::instance().getLogger("unit.logger"), &logger);
+    EXPECT_EQ(CachedLogger("unit.logger").get(), &logger);
+    EXPECT_NE(Logging::instance().getLogger("unit.other"), &logger);
+}
+
+TEST_F(AttachedLogging, FollowsTheDispatchersLevels)
+{
+    EXPECT_FALSE(logger.isEnabled(kTolerated - 1));
+    EXPECT_TRUE(logger.isEnabled(kTolerated));
+    OrvoSimLog_setLevel("unit.logger", 6);
+    EXPECT_FALSE(logger.isEnabled(kCaught));
+    OrvoSimLog_setLevel("unit.of nobody here", kTrace);
+    EXPECT_FALSE(logger.isEnabled(kCaught));
+    OrvoSimLog_setLevel("unit.logger", kTrace);
+    EXPECT_TRUE(logger.isEnabled(kTrace));
+}
+
+TEST_F(AttachedLogging, MutesALoggerForOneThread)
+{
+    EXPECT_TRUE(logger.setThreadEnabled(false));
+    EXPECT_FALSE(logger.setThreadEnabled(false));
+    EXPECT_FALSE(logger.isEnabled(kCaught));
+    std::thread([&] { EXPECT_TRUE(logger.isEnabled(kCaught)); }).join();
+    EXPECT_FALSE(logger.setThreadEnabled(true));
+    EXPECT_TRUE(logger.setThreadEnabled(true));
+    EXPECT_TRUE(logger.isEnabled(kCaught));
+}
+
+TEST_F(AttachedLogging, DetachesWithTheLastUseAndAttachesAnewInTheNext)
+{
+    EXPECT_EQ(OrvoSimLog_countAttached(), 1u);
+    LibraryInitController::deinit();
+    EXPECT_EQ(OrvoSimLog_countAttached(), 0u);
+    OrvoSimLog_setLevel("unit.logger", kTrace);
+    LibraryInitController::init();
+    EXPECT_TRUE(Logging::instance().getLogger("unit.logger")->isEnabled(kTrace));
+    EXPECT_EQ(OrvoSimLog_countAttached(), 1u);
+}
+
+TEST_F(AttachedLogging, IsSilentOnceTheDispatcherHasGone)
+{
+    OrvoSimLog_goAway();
+    logger.write(kCaught, "to nobody", 0, 0);
+    Logger* const late = Logging::instance().getLogger("unit.logger");
+    EXPECT_NE(late, &logger);
+    EXPECT_FALSE(late->isEnabled(kCaught));
+    late->write(kCaught, "to nobody", 0, 0);
+    EXPECT_EQ(record(0).text, nullptr);
+}
+
+TEST_F(AttachedLogging, HandsRecordsOnAsTheyAre)
+{
+    OrvoSimLog_setLevel("unit.logger", kTrace);
+    logger.write(2, "as it is {}", 7, 8);
+    EXPECT_STREQ(record(0).logger, "unit.logger");
+    EXPECT_EQ(record(0).level, 2);
+    EXPECT_STREQ(record(0).text, "as it is {}");
+    EXPECT_EQ(record(0).word, 7u);
+    EXPECT_EQ(record(0).longWord, 8u);
+
+    const std::string thread = "thread-id=" + std::to_string(os::currentThreadId());
+    recordTrace(&logger, {"brdlib/DmaPort", 191}, [](std::ostream& text) { text << "start " << 1234567; });
+    EXPECT_EQ(record(1).text, "source-file=brdlib/DmaPort,source-line=191," + thread + "|start 1234567");
+    recordFailure(&logger, kCaught, [](std::ostream& text) { text << "it failed"; });
+    EXPECT_EQ(record(2).text, thread + "|it failed");
+}
+
+TEST_F(AttachedLogging, BuildsNoRecordThatIsOffAndDropsOneThatFails)
+{
+    recordTrace(&logger, {"brdlib/DmaPort", 1}, [](std::ostream&) { FAIL() << "built"; });
+    recordFailure(&logger, kCaught, [](std::ostream&) { throw std::runtime_error("no text"); });
+    EXPECT_EQ(record(0).text, nullptr);
+}
+
+}   // namespace
