@@ -27,7 +27,8 @@ Ticks wrappingSum(Ticks a, Ticks b)
 system_clock::time_point timePoint(Ticks sinceEpoch)
 {
     const Ticks latest = duration_cast<Ticks>(system_clock::duration::max());
-    const Ticks clamped = std::clamp(sinceEpoch, Ticks::zero(), latest);
+    // A time long past would be before the beginning of the clock that Boost waits by, and never come.
+    const Ticks clamped = std::clamp(sinceEpoch, now(), latest);
     return system_clock::time_point(duration_cast<system_clock::duration>(clamped));
 }
 

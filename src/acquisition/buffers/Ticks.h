@@ -20,7 +20,7 @@ Ticks deadlineAfter(Ticks timeout);
 /// The sum without a guard: it wraps where it doesn't fit.
 Ticks wrappingSum(Ticks a, Ticks b);
 
-/// The point in time for Boost: clamped to what the platform's clock can hold.
+/// The point in time for Boost, not before now: clamped to what the platform's clocks can hold.
 boost::chrono::system_clock::time_point timePoint(Ticks sinceEpoch);
 
 }   // namespace orvo::cognex
