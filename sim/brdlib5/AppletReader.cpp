@@ -103,7 +103,7 @@ void AppletReader::readPictures(const JsonValue& source, PictureChoice& pictures
         if (source.text() == "numbers")
             pictures.kind = PictureChoice::Kind::NumbersOnly;
         else if (source.text() != "pattern")
-            source.refuse("must be \"pattern\", \"numbers\" or an object with a \"folder\"");
+            source.refuse(R"(must be "pattern", "numbers" or an object with a "folder")");
         return;
     }
     JsonObject object = source.object();
@@ -112,7 +112,7 @@ void AppletReader::readPictures(const JsonValue& source, PictureChoice& pictures
     if (const auto fit = object.find("fit")) {
         pictures.cropped = fit->text() == "crop";
         if (!pictures.cropped && fit->text() != "scale")
-            fit->refuse("must be \"scale\" or \"crop\"");
+            fit->refuse(R"(must be "scale" or "crop")");
     }
     object.refuseOthers();
     pictures.kind = PictureChoice::Kind::Folder;

@@ -86,7 +86,7 @@ void Board::addGeometryParameters()
 void Board::addProcessParameters()
 {
     const auto add = [&](int32_t id, const char* name, bool takesWord, auto get) {
-        if (m_applet.lacking.count(id))
+        if (m_applet.lacking.contains(id))
             return;
         m_parameters.add(
             {.id = id,

@@ -1,5 +1,6 @@
 #include "sim/brdlib5/Library.h"
 
+#include <bit>
 #include <string_view>
 #include <utility>
 
@@ -19,19 +20,19 @@ constexpr int32_t kNoSuchBoard = -1;
 
 uint64_t numberOf(const void* handle)
 {
-    return reinterpret_cast<uintptr_t>(handle);
+    return std::bit_cast<uintptr_t>(handle);
 }
 
 void* handleOf(uint64_t number)
 {
-    return reinterpret_cast<void*>(static_cast<uintptr_t>(number));
+    return std::bit_cast<void*>(static_cast<uintptr_t>(number));
 }
 
 }   // namespace
 
 Library& Library::instance()
 {
-    static Library* const only = new Library;
+    static auto* const only = new Library;
     return *only;
 }
 
@@ -173,9 +174,9 @@ std::shared_ptr<Board> Library::boardAt(uint32_t boardIndex) const
     return boardIndex < m_slots.size() ? m_slots[boardIndex].board : nullptr;
 }
 
-void* Library::addHead(const void* handle, uint64_t totalSize, int64_t blockCount)
+void* Library::addHead(const void* boardHandle, uint64_t totalSize, int64_t blockCount)
 {
-    const std::shared_ptr<Board> owner = board(handle);
+    const std::shared_ptr<Board> owner = board(boardHandle);
     if (blockCount < 0)
         throw BrdError(kOutOfRange, "A ring of " + std::to_string(blockCount) + " buffers can't be made");
     if (totalSize > kLargestRing)

@@ -38,7 +38,7 @@ public:
     std::shared_ptr<Board> board(const void* handle) const;
 
     /// Makes a memory head and returns its handle. Throws BrdError.
-    void* addHead(const void* board, uint64_t totalSize, int64_t blockCount);
+    void* addHead(const void* boardHandle, uint64_t totalSize, int64_t blockCount);
 
     /// The failures of the board behind a handle, or of calls without one.
     void setLastError(const void* handle, int32_t number, std::string_view text);

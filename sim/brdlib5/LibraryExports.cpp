@@ -21,14 +21,14 @@ constexpr int32_t kAppletFileCode = 1300;
 constexpr size_t kLongestText = 1024;
 
 /// Where a thread finds the text that it asked for last. A plain array: nothing to run when the thread ends.
-thread_local std::array<char, kLongestText> t_text;
+thread_local std::array<char, kLongestText> g_text;
 
 const char* keptText(const std::string& text)
 {
-    const size_t length = std::min(text.size(), t_text.size() - 1);
-    std::copy_n(text.data(), length, t_text.data());
-    t_text[length] = '\0';
-    return t_text.data();
+    const size_t length = std::min(text.size(), g_text.size() - 1);
+    std::copy_n(text.data(), length, g_text.data());
+    g_text[length] = '\0';
+    return g_text.data();
 }
 
 std::string systemInformation(const void* board, int32_t code, int32_t boardIndex)
@@ -162,7 +162,7 @@ const char* Brd_getLastErrorDescription(void* board)
     return exported<const char*>(
         "Brd_getLastErrorDescription", board, [&](Words& words) { words.board(board); },
         [&]() -> const char* {
-            Library::instance().copyLastErrorText(board, t_text);
-            return t_text.data();
+            Library::instance().copyLastErrorText(board, g_text);
+            return g_text.data();
         });
 }

@@ -36,6 +36,9 @@ void store(T value, void* at)
 }
 
 template <typename Integer>
+constexpr int kDigits = std::numeric_limits<Integer>::digits;
+
+template <typename Integer>
 Integer toInteger(const Value& value)
 {
     return std::visit(
@@ -44,10 +47,10 @@ Integer toInteger(const Value& value)
             if constexpr (std::is_same_v<Held, std::string>) {
                 refuse(kWrongType, value, "is a text and no number");
             } else if constexpr (std::is_same_v<Held, double>) {
-                constexpr double kLeast = static_cast<double>(std::numeric_limits<Integer>::min());
-                constexpr double kMost = static_cast<double>(std::numeric_limits<Integer>::max());
-                // From 2^53 on the rounding of the limit itself would let too large a number through.
-                if (held != std::floor(held) || held < kLeast || held >= kMost)
+                // Powers of two, which a double holds exactly: the limits of the type, the upper one outside.
+                const double least = std::is_signed_v<Integer> ? -std::ldexp(1, kDigits<Integer>) : 0;
+                const double beyond = std::ldexp(1, kDigits<Integer>);
+                if (held != std::floor(held) || held < least || held >= beyond)
                     refuse(kWrongType, value, "is no integer of the parameter's type");
                 return static_cast<Integer>(held);
             } else {
@@ -143,7 +146,7 @@ std::string textOf(const Value& value)
     if (const auto* text = std::get_if<std::string>(&value))
         return *text;
     std::array<char, 32> digits{};
-    const auto end = std::visit(
+    char* const end = std::visit(
         [&](const auto& held) {
             if constexpr (std::is_arithmetic_v<std::decay_t<decltype(held)>>)
                 return std::to_chars(digits.data(), digits.data() + digits.size(), held).ptr;
@@ -151,7 +154,7 @@ std::string textOf(const Value& value)
                 return digits.data();
         },
         value);
-    return std::string(digits.data(), end);
+    return {digits.data(), end};
 }
 
 }   // namespace orvo::sim

@@ -13,6 +13,7 @@ namespace
 
 constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
 constexpr double kLongestDelayMs = 3'600'000;
+constexpr int32_t kGigEVisionBoard = 2'897, kGenICamBoard = 1'872;   // type codes
 constexpr int64_t kAnyError =
     -2'120;   // in the place of a picture number: the picture did not arrive in time
 
@@ -35,25 +36,33 @@ PictureFaults faultsOf(JsonObject object)
     return faults;
 }
 
+/// `serial` is shorter than the field, and the NUL behind it is there already.
 void setSerial(BoardDescription& board, const std::string& serial)
 {
+    std::fill(std::begin(board.serial), std::end(board.serial), '\0');
     std::copy(serial.begin(), serial.end(), board.serial);
+}
+
+BoardDescription& addBoard(BoardsFile& file, size_t index, int32_t type)
+{
+    BoardDescription& board = file.boards.at(index).emplace();
+    board.type = type;
+    setSerial(board, "SIM-" + std::to_string(index));
+    return board;
 }
 
 void readBoard(const JsonValue& entry, BoardsFile& file)
 {
     JsonObject object = entry.object();
-    const JsonValue index = object.need("index");
-    auto& place = file.boards.at(static_cast<size_t>(index.integer(0, BoardsFile::kMostBoards - 1)));
-    if (place)
-        index.refuse("must differ from that of every other board");
-    BoardDescription& board = place.emplace();
-    board.type = static_cast<int32_t>(object.need("type").integer(0, kMost));
-    setSerial(board, "SIM-" + std::to_string(&place - file.boards.data()));
+    const JsonValue place = object.need("index");
+    const auto index = static_cast<size_t>(place.integer(0, BoardsFile::kMostBoards - 1));
+    if (file.boards.at(index))
+        place.refuse("must differ from that of every other board");
+    BoardDescription& board =
+        addBoard(file, index, static_cast<int32_t>(object.need("type").integer(0, kMost)));
     if (const auto serial = object.find("serial")) {
         if (serial->text().size() >= sizeof board.serial)
             serial->refuse("must be shorter than " + std::to_string(sizeof board.serial) + " bytes");
-        std::fill(std::begin(board.serial), std::end(board.serial), '\0');
         setSerial(board, serial->text());
     }
     if (const auto faults = object.find("faults"))
@@ -70,7 +79,7 @@ BoardsFile::ScriptedCall scriptedCall(const JsonValue& entry)
     const auto answer = object.find("answer");
     const auto slow = object.find("slowMilliseconds");
     if (answer.has_value() == slow.has_value())
-        entry.refuse("must have either \"answer\" or \"slowMilliseconds\"");
+        entry.refuse(R"(must have either "answer" or "slowMilliseconds")");
     if (answer) {
         scripted.order.result = answer->integer(-kMost, kMost);
     } else {
@@ -92,10 +101,8 @@ std::string pathOr(const std::optional<JsonValue>& value, const std::string& fil
 BoardsFile BoardsFile::builtIn()
 {
     BoardsFile file;
-    file.boards[0].emplace().type = 2897;   // GigE Vision
-    file.boards[1].emplace().type = 1872;   // the other family
-    setSerial(*file.boards[0], "SIM-0");
-    setSerial(*file.boards[1], "SIM-1");
+    addBoard(file, 0, kGigEVisionBoard);
+    addBoard(file, 1, kGenICamBoard);
     return file;
 }
 

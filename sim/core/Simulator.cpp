@@ -11,7 +11,7 @@ namespace orvo::sim
 
 Simulator& Simulator::instance()
 {
-    static Simulator* const only = new Simulator;
+    static auto* const only = new Simulator;
     return *only;
 }
 
@@ -58,10 +58,12 @@ void Simulator::write(const std::string& path, const std::string& text)
 
 bool Simulator::findBoard(uint32_t index, BoardDescription& board) const
 {
-    if (index >= m_boards.boards.size() || !m_boards.boards[index])
+    if (index >= m_boards.boards.size())
         return false;
-    board = *m_boards.boards[index];
-    return true;
+    const std::optional<BoardDescription>& described = m_boards.boards[index];
+    if (described)
+        board = *described;
+    return described.has_value();
 }
 
 std::string_view Simulator::boardsFileError() const

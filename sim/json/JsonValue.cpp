@@ -90,7 +90,7 @@ JsonObject JsonValue::object() const
 {
     if (!m_value->is_object())
         refuse("must be an object in braces");
-    return JsonObject(*m_value, m_place);
+    return {*m_value, m_place};
 }
 
 size_t JsonValue::eachEntry(const std::function<void(const JsonValue&)>& visit) const

@@ -17,6 +17,8 @@ class PictureFolder;
 class PictureSource
 {
 public:
+    PictureSource(const PictureSource&) = delete;
+    PictureSource& operator=(const PictureSource&) = delete;
     virtual ~PictureSource() = default;
 
     /// Writes picture `number`, counted from 1. A block that is too small gets the picture's beginning; what
@@ -25,8 +27,6 @@ public:
 
 protected:
     PictureSource() = default;
-    PictureSource(const PictureSource&) = delete;
-    PictureSource& operator=(const PictureSource&) = delete;
 };
 
 /// What the pictures of a DMA show, as its applet file says.

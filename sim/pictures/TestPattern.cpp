@@ -34,7 +34,7 @@ void TestPattern::paint(uint64_t number, std::span<std::byte> block)
     const size_t pixelBytes = bytesPerPixel(m_geometry.format);
     for (uint32_t y = 0; y < m_geometry.height; ++y) {
         const std::span<std::byte> row = m_geometry.row(block, y);
-        const size_t phase = static_cast<size_t>((number + y + m_geometry.yOffset) % kPeriod);
+        const auto phase = static_cast<size_t>((number + y + m_geometry.yOffset) % kPeriod);
         std::copy_n(m_stripes.data() + phase * pixelBytes, row.size(), row.data());
     }
     m_number.burn(number, block);

@@ -25,7 +25,7 @@ void require(const void* found, const std::string& what)
 template <typename Function>
 Function BoardLibrary::bound(const char* name) const
 {
-    const os::Symbol symbol = os::findSymbol(m_module, name);
+    void* const symbol = os::findSymbol(m_module, name);
     require(symbol, name);
     return reinterpret_cast<Function>(symbol);
 }

@@ -18,6 +18,7 @@ public:
     BoardLibrary();
     static const BoardLibrary& instance();
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name that is declared can't stand in any
 #define BOUND(name) decltype(&::name) name = bound<decltype(&::name)>(#name)
     BOUND(Brd_InitLibraries);
     BOUND(Brd_FreeLibraries);

@@ -1,3 +1,4 @@
+#include <array>
 #include <string>
 #include <vector>
 
@@ -53,11 +54,11 @@ TEST_F(Files, SayWhichBoardsThereAreForEachLifeAnew)
     brd.Brd_FreeLibraries();
     EXPECT_EQ((std::vector<int32_t>{-1, -1, -1, 99999, -1, -1, -1, -1, 3652, -1}), boardTypes(brd));
     EXPECT_STREQ("Board type 99999", brd.Brd_getBoardNameByType(99999, 1));
-    std::string text(255, '\0');
-    uint32_t length = 255;
+    std::array<char, 255> text{};
+    uint32_t length = text.size();
     EXPECT_EQ(0, brd.Brd_getSystemInformation(nullptr, 1012, 0, 7, text.data(), &length));
     const std::string name = brd.Brd_getBoardNameByType(3652, 1);
-    EXPECT_EQ(name + ", serial number A-1, simulated", std::string(text.c_str()));
+    EXPECT_EQ(name + ", serial number A-1, simulated", text.data());
 
     endLife();
     beginLife();
@@ -138,16 +139,16 @@ TEST_F(Files, OfAppletsThatAreWrongFailWithWhatAndWhereAndCanBeTriedAgain)
 /// Loads the file that system information 1300 names, as a caller does, and asks its `Info`.
 std::string answerOfInfo(const BoardLibrary& brd, void* board)
 {
-    std::string path(256, '\0');
-    uint32_t length = 256;
+    std::array<char, 256> path{};
+    uint32_t length = path.size();
     if (brd.Brd_getSystemInformation(board, 1300, 0, 0, path.data(), &length) != 0)
         return "no file";
-    const os::Module module = os::loadLibrary(path.c_str());
+    void* const module = os::loadLibrary(path.data());
     if (!module)
         return "not loaded";
     using Info = int32_t (*)(int64_t, int64_t, int64_t, int64_t, int64_t);
     const auto info = reinterpret_cast<Info>(os::findSymbol(module, "Info"));
-    const std::string answer = info ? std::to_string(info(1872, 0, 0, 0, 0)) : "no Info";
+    std::string answer = info ? std::to_string(info(1872, 0, 0, 0, 0)) : "no Info";
     os::freeLibrary(module);
     return answer;
 }

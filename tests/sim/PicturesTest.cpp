@@ -19,7 +19,7 @@ using Bytes = std::vector<uint8_t>;
 
 std::string appletOf(const std::string& members)
 {
-    return "{\"processes\": [{\"dmas\": [{" + members + "}]}]}";
+    return R"({"processes": [{"dmas": [{)" + members + "}]}]}";
 }
 
 /// Pictures delivered by hand.
@@ -73,8 +73,8 @@ TEST_F(Pictures, ShowTheMovingPatternInEveryFormat)
     };
     for (const auto& [format, pixel] : cases) {
         const size_t bytes = pixel(0).size();
-        const auto shown = pictures("\"width\": 300, \"height\": 12, \"format\": " + std::to_string(format),
-                                    2, kWidth * kHeight * bytes);
+        const auto shown = pictures(R"("width": 300, "height": 12, "format": )" + std::to_string(format), 2,
+                                    kWidth * kHeight * bytes);
         for (const size_t n : {size_t{1}, size_t{2}})
             for (size_t y = 0; y < kHeight; ++y)
                 for (size_t x = 40; x < kWidth; ++x) {   // the number stands to the left
@@ -88,7 +88,7 @@ TEST_F(Pictures, ShowTheMovingPatternInEveryFormat)
 
 TEST_F(Pictures, MoveWithTheOffsets)
 {
-    void* const board = open(0, appletOf("\"width\": 64, \"height\": 1"));
+    void* const board = open(0, appletOf(R"("width": 64, "height": 1)"));
     const uint32_t offset = 5;
     brd.Brd_setParameter(board, 300, &offset, 0);
     brd.Brd_setParameter(board, 400, &offset, 0);
@@ -101,7 +101,7 @@ TEST_F(Pictures, MoveWithTheOffsets)
 TEST_F(Pictures, BearTheirNumberReadably)
 {
     constexpr size_t kWidth = 200, kHeight = 60;   // two pixels a dot
-    const auto shown = pictures("\"width\": 200, \"height\": 60", 12, kWidth * kHeight);
+    const auto shown = pictures(R"("width": 200, "height": 60)", 12, kWidth * kHeight);
     const auto drawn = [&](size_t picture, size_t digits) {
         std::string rows;
         for (size_t y = 0; y < 18; y += 2) {
@@ -135,13 +135,13 @@ TEST_F(Pictures, BearTheirNumberReadably)
 
 TEST_F(Pictures, MayBeNumbersAlone)
 {
-    const auto shown = pictures("\"source\": \"numbers\", \"width\": 5, \"height\": 5", 2, 25);
+    const auto shown = pictures(R"("source": "numbers", "width": 5, "height": 5)", 2, 25);
     Bytes expected(25);
     expected[0] = expected[17] = 2;
     EXPECT_EQ(expected, shown[1]);
     EXPECT_EQ((Bytes{3, 0, 0, 0, 0, 0, 0, 0, 0, 0}),
-              pictures("\"source\": \"numbers\", \"width\": 10, \"height\": 1", 3, 10)[2]);
-    EXPECT_EQ(Bytes(7), pictures("\"source\": \"numbers\", \"width\": 7, \"height\": 1", 1, 7)[0]);
+              pictures(R"("source": "numbers", "width": 10, "height": 1)", 3, 10)[2]);
+    EXPECT_EQ(Bytes(7), pictures(R"("source": "numbers", "width": 7, "height": 1)", 1, 7)[0]);
 }
 
 /// A folder with three pictures of 2 x 2 pixels: grey, colour, grey with 16 bits.
@@ -160,7 +160,7 @@ protected:
 TEST_F(PlayedFolder, GivesItsPicturesByNameAndBeginsAgain)
 {
     const auto shown =
-        pictures("\"source\": {\"folder\": \"film\"}, \"width\": 2, \"height\": 2, \"format\": 3", 5, 4);
+        pictures(R"("source": {"folder": "film"}, "width": 2, "height": 2, "format": 3)", 5, 4);
     const Bytes grey{0x01, 0x02, 0x03, 0xFF};
     EXPECT_EQ(grey, shown[1]);
     EXPECT_EQ((Bytes{0x12, 0x00, 0xFF, 0x80}), shown[2]) << "the upper half of 16 bits";
@@ -170,7 +170,7 @@ TEST_F(PlayedFolder, GivesItsPicturesByNameAndBeginsAgain)
 
 TEST_F(PlayedFolder, IsPlayedPixelByPixel)
 {
-    const std::string film = "\"source\": {\"folder\": \"film\"}, \"width\": 2, \"height\": 2, \"format\": ";
+    const std::string film = R"("source": {"folder": "film"}, "width": 2, "height": 2, "format": )";
     EXPECT_EQ((Bytes{'c', 'b', 'a', 'f', 'e', 'd', 'i', 'h', 'g', 'l', 'k', 'j'}),
               pictures(film + "2", 1, 12)[0]);
     EXPECT_EQ((Bytes{0x34, 0x12, 0x01, 0x00, 0xFF, 0xFF, 0x00, 0x80}), pictures(film + "1", 3, 8)[2]);
@@ -178,7 +178,7 @@ TEST_F(PlayedFolder, IsPlayedPixelByPixel)
 
 TEST_F(PlayedFolder, SettlesSizeAndFormatWhereTheAppletDoesNot)
 {
-    void* const board = open(0, appletOf("\"source\": {\"folder\": \"film\"}"));
+    void* const board = open(0, appletOf(R"("source": {"folder": "film"})"));
     EXPECT_EQ(2u, parameter(board, 100));
     EXPECT_EQ(2u, parameter(board, 200));
     EXPECT_EQ(2u, parameter(board, 700)) << "the first picture has colours";
@@ -186,16 +186,15 @@ TEST_F(PlayedFolder, SettlesSizeAndFormatWhereTheAppletDoesNot)
 
 TEST_F(PlayedFolder, IsCutToTheGeometryOrStretchedToIt)
 {
-    const std::string cut = "\"source\": {\"folder\": \"film\", \"fit\": \"crop\"}, \"format\": 3, ";
+    const std::string cut = R"("source": {"folder": "film", "fit": "crop"}, "format": 3, )";
     EXPECT_EQ((Bytes{0x01, 0x02, 0, 0x03, 0xFF, 0, 0, 0, 0}),
-              pictures(cut + "\"width\": 3, \"height\": 3", 2, 9)[1]);
+              pictures(cut + R"("width": 3, "height": 3)", 2, 9)[1]);
 
     folder.write("flat/a.pgm", std::string("P5 2 1 255\n") + "\x64\x64");
-    EXPECT_EQ(
-        Bytes(30, 0x64),
-        pictures("\"source\": {\"folder\": \"flat\"}, \"format\": 3, \"width\": 6, \"height\": 5", 1, 30)[0]);
+    EXPECT_EQ(Bytes(30, 0x64),
+              pictures(R"("source": {"folder": "flat"}, "format": 3, "width": 6, "height": 5)", 1, 30)[0]);
 
-    void* const board = open(0, appletOf(cut + "\"width\": 1, \"height\": 1"));
+    void* const board = open(0, appletOf(cut + R"("width": 1, "height": 1)"));
     const uint32_t one = 1, far = 9;
     brd.Brd_setParameter(board, 300, &one, 0);
     brd.Brd_setParameter(board, 400, &one, 0);

@@ -61,7 +61,7 @@ std::string SimulatedBoards::property(void* board, int32_t id, int32_t code) con
     std::array<char, 256> text{};
     int32_t length = text.size();
     EXPECT_EQ(0, brd.Brd_getParameterProperty(board, id, code, text.data(), &length)) << lastError(board);
-    return std::string(text.data());
+    return text.data();
 }
 
 std::string SimulatedBoards::journal(const char* filter)
