@@ -25,8 +25,8 @@ void ImageReader::allocate()
 
 std::optional<std::span<const uint8_t>> ImageReader::next()
 {
-    if (!m_pixelCode)
-        askForPixelCode();
+    if (!m_pixelCode && !askForPixelCode())
+        return std::nullopt;   // and no fetch, to which a picture could come meanwhile
     if (!m_channel.getImage(m_buffer.data()))
         return std::nullopt;
     if (!m_isMeasured)
@@ -34,15 +34,17 @@ std::optional<std::span<const uint8_t>> ImageReader::next()
     return std::span<const uint8_t>(m_buffer).first(m_imageSize);
 }
 
-void ImageReader::askForPixelCode()
+bool ImageReader::askForPixelCode()
 {
     try {
-        if (const auto attributes = m_channel.attributes())
+        const auto attributes = m_channel.attributes();
+        if (attributes)
             m_pixelCode = attributes->pixelFormat;
+        return attributes.has_value();
     } catch (const AdapterFailure& failure) {
-        // A full ring is asked again once an image was fetched from it.
         if (failure.what() != kRingIsFull)
             throw;
+        return true;   // asked again once an image was fetched from the full ring
     }
 }
 

@@ -33,7 +33,7 @@ public:
     uint64_t bytesPerPixel() const { return m_bytesPerPixel; }
 
 private:
-    void askForPixelCode();
+    bool askForPixelCode();   // false if no image came
     void measure();
 
     Channel& m_channel;
