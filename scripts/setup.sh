@@ -11,6 +11,7 @@ packages=(
     googletest libbenchmark-dev libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
     libboost-thread1.81-dev libboost-chrono1.81-dev libboost-filesystem1.81-dev libboost-system1.81-dev
     dpkg-dev patch xz-utils                                       # unpack Boost's source package
+    netpbm                                                        # compares the pictures of the demo
 )
 
 # step <what> <command...>: nothing that follows makes sense without it.

@@ -1,0 +1,114 @@
+#!/bin/bash
+# Installs what is missing, builds the product and the simulated boards, and grabs pictures from every
+# channel under Wine. One channel plays photographs: what comes out of it must be what went in.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+demo=$repository/build/demo
+bin=$demo/installation/bin
+boards=$demo/boards
+pictures=$demo/pictures
+photographChannel=2   # after the two of the first board
+count=30
+
+build() {
+    cmake --preset windows
+    cmake --build --preset windows \
+        --target OrvoCognexAdapter brdlib5 common-logging-dispatcher aikctl
+}
+
+layOut() {
+    local stage=$repository/build/windows/stage/bin
+    rm -rf "$demo"
+    mkdir -p "$bin" "$boards/photographs" "$pictures"
+    cp "$stage"/{OrvoCognexAdapter,brdlib5,orvo_sim,common-logging-dispatcher}.dll "$stage/aikctl.exe" "$bin"
+    cp "$repository"/scripts/demo/* "$boards"
+    cp "$cache"/photographs/motorcycle_{left,right}.png "$boards/photographs"
+}
+
+# As Windows programs know it.
+windowsPath() { echo "Z:${1//\//\\}"; }
+
+aikctl() { "$repository/scripts/wine.sh" "$bin/aikctl.exe" "$@" | tr -d '\r'; }
+
+# What the simulated boards wrote down, in the order of the channels.
+ledger() {
+    echo "channel  produced  delivered  no free block  asked pictures/s  held"
+    awk -F '[:,]' '
+        /"board"/          { channel = rows++ }
+        /"produced"/       { produced = $2 }
+        /"delivered"/      { delivered = $2 }
+        /"droppedNoBlock"/ { dropped = $2 }
+        /"askedRate"/      { asked = $2 }
+        /"heldRate"/       { printf "%-7d  %8d  %9d  %13d  %16.1f  %4.1f\n",
+                                    channel, produced, delivered, dropped, asked, $2 }' "$1"
+}
+
+# comparePhotographs <folder> <ending> <command> <command>: what the first command makes of each saved picture
+# must be what the second makes of one of the photographs.
+comparePhotographs() {
+    local folder=$1 ending=$2 ofPicture=$3 ofPhotograph=$4 picture photograph found compared=0
+    for picture in "$folder/channel$photographChannel"-*."$ending"; do
+        found=
+        for photograph in "$boards"/photographs/*.png; do
+            if cmp --silent <("$ofPicture" "$picture") <("$ofPhotograph" "$photograph"); then
+                found=$photograph
+            fi
+        done
+        if [[ ! $found ]]; then
+            echo "$picture is none of the photographs that went in" >&2
+            return 1
+        fi
+        compared=$((compared + 1))
+    done
+    echo "each of the $compared pictures is one of the photographs that went in, pixel by pixel"
+}
+
+pixels() { pngtopnm "$1"; }
+
+# All red samples, then the green ones, then the blue ones.
+planes() {
+    local folder plane
+    folder=$(mktemp -d)
+    (cd "$folder" && pngtopnm "$1" >photograph.ppm && ppmtorgb3 photograph.ppm)
+    for plane in red grn blu; do
+        pamtopnm "$folder/photograph.$plane" | tail --bytes "$(pamfile "$folder/photograph.$plane" |
+            sed 's/.* \([0-9]*\) by \([0-9]*\) .*/\1 * \2/' | xargs expr)"
+    done
+    rm -r "$folder"
+}
+
+"$repository/scripts/setup.sh"
+run "build" "$repository/build/log/demo-build.log" build
+((status == 0)) || { tail -n 40 "$repository/build/log/demo-build.log" && exit 1; }
+layOut
+enterWine
+export ORVO_SIM_BOARDS ORVO_COGNEX_APPLET_0 ORVO_COGNEX_APPLET_1
+ORVO_SIM_BOARDS=$(windowsPath "$boards/boards.json")
+ORVO_COGNEX_APPLET_0=$(windowsPath "$boards/patterns.hap")
+ORVO_COGNEX_APPLET_1=$(windowsPath "$boards/photographs.hap")
+
+echo
+echo "The channels of an installation with two simulated boards:"
+aikctl list
+
+echo
+echo "$count pictures from every channel:"
+# A machine that is too slow for the rates of the applets loses pictures; that is counted and no failure.
+aikctl grab all --count "$count" --strategy OldestFirstOverwrite --progress --output "$(windowsPath "$pictures/packed")"
+echo
+echo "What the boards themselves counted:"
+ledger "$boards/ledger.json"
+
+echo
+echo "Channel $photographChannel again, split into colour planes by the adapter:"
+aikctl grab "$photographChannel" --count 6 --strategy OldestFirstOverwrite --planar --raw \
+    --output "$(windowsPath "$pictures/planar")"
+
+echo
+packed=$(comparePhotographs "$pictures/packed" png pixels pixels)
+planar=$(comparePhotographs "$pictures/planar" raw cat planes)
+echo "Packed: $packed."
+echo "Planar: $planar."
+echo
+echo "The pictures lie in $pictures; all of it took $SECONDS s."
