@@ -176,7 +176,8 @@ void DmaChannel::runByItself(const std::shared_ptr<Run>& run)
 /// Without a rate the board waits for a free block as well, instead of dropping what it could have made.
 bool DmaChannel::awaitDueTime(Run& run, Lock& lock)
 {
-    m_changed.wait_until(lock, run.pacer.due(), [&] { return run.isEnded; });
+    if (Pacer::Clock::now() < run.pacer.due())   // to wait for what is due already costs a good deal
+        m_changed.wait_until(lock, run.pacer.due(), [&] { return run.isEnded; });
     if (m_description.picturesPerSecond <= 0)
         m_changed.wait(lock, [&] { return run.isEnded || run.head->freeCount() > 0; });
     return !run.isEnded;
