@@ -6,11 +6,9 @@
 #include "aikctl/requireLibraries.h"
 #include "os/Os.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 constexpr const char* kEndOfChannels = "index is not valid";
 

@@ -6,12 +6,10 @@
 #include "aikctl/Channel.h"
 #include "aikctl/Exports.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// A loaded adapter. It stays loaded until the process ends. Outlives the channels that it opens.
-class Adapter
-{
+class Adapter {
 public:
     /// Where the adapter is looked for if nobody says otherwise: beside this program.
     static std::string defaultPath();

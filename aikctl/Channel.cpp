@@ -4,11 +4,9 @@
 #include <array>
 #include <utility>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 // Any use of a failed channel tells why it failed; this one has no effect on others.
 std::string reasonOf(const Exports& exports, int64_t id)
@@ -48,8 +46,7 @@ Channel::Channel(Channel&& other) noexcept
       m_width(other.m_width),
       m_height(other.m_height),
       m_failure(std::move(other.m_failure))
-{
-}
+{}
 
 Channel::~Channel()
 {

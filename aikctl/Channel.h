@@ -7,15 +7,13 @@
 #include "aik/aik.h"
 #include "aikctl/Exports.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// One open channel. Closes it when it goes, unless release() did.
 /// Threads: attributes(), getImage() and read() on one thread at a time, which may differ from that of the
 ///          rest; the rest on one thread for all channels.
 /// Throws:  AdapterFailure, from every call that the adapter refuses.
-class Channel
-{
+class Channel {
 public:
     /// `record` is what the adapter filled. `failure` is why the opening failed half-way; empty if it didn't.
     Channel(const Exports& exports, int32_t index, const csAIK_ChannelRecord& record, std::string failure);

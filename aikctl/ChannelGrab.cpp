@@ -7,11 +7,9 @@
 #include "aikctl/PixelFormat.h"
 #include "aikctl/encodePng.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 constexpr std::string_view kNotRunning = "Acquisition is not running";
 constexpr std::string_view kOverflow = " images lost due buffer overflow";

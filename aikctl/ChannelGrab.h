@@ -13,8 +13,7 @@
 #include "aikctl/ImageReader.h"
 #include "aikctl/PictureFolder.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 struct GrabOptions {
     uint64_t count = 10;    // pictures from each channel
@@ -38,8 +37,7 @@ struct GrabResult {
 /// start(), askToEnd() if need be, join(), stop(), result().
 /// Threads: fetched() on any, the rest on one.
 /// Throws:  nothing: what fails goes to the result, and ends this channel's grab alone.
-class ChannelGrab
-{
+class ChannelGrab {
 public:
     /// `options` are copied; channel and folder outlive the grab.
     ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder);

@@ -1,12 +1,10 @@
 #pragma once
 
-namespace CLI
-{
+namespace CLI {
 class App;
 }
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 class Adapter;
 class Console;
@@ -17,8 +15,7 @@ struct CommonOptions {
 };
 
 /// A command of the program. Declared once, then run at most once.
-class Command
-{
+class Command {
 public:
     virtual ~Command() = default;
 

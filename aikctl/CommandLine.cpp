@@ -13,11 +13,9 @@
 #include "aikctl/GrabCommand.h"
 #include "aikctl/ListCommand.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 constexpr const char* kDescription =
     "Shows the video channels of an OrvoCognexAdapter and grabs pictures from them.";

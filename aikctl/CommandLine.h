@@ -1,7 +1,6 @@
 #pragma once
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 class Console;
 

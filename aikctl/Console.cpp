@@ -3,13 +3,11 @@
 #include <ostream>
 #include <utility>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 Console::Console(std::ostream& out, std::ostream& err, bool isTerminal, std::function<bool()> interrupted)
     : m_out(out), m_err(err), m_isTerminal(isTerminal), m_interrupted(std::move(interrupted))
-{
-}
+{}
 
 void Console::note(const std::string& text)
 {

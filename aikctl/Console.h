@@ -4,12 +4,10 @@
 #include <iosfwd>
 #include <string>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// Where a command speaks to whoever runs it: results to one stream, all else to the other. One thread.
-class Console
-{
+class Console {
 public:
     /// `interrupted` tells whether that person asked the program to end.
     Console(std::ostream& out, std::ostream& err, bool isTerminal, std::function<bool()> interrupted);

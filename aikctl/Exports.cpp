@@ -2,8 +2,7 @@
 
 #include <type_traits>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 Exports findExports(os::Module library, const std::string& path)
 {

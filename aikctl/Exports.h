@@ -7,8 +7,7 @@
 #include "aikctl/AdapterFailure.h"
 #include "os/Os.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// The functions of the adapter that the commands use, found by name.
 struct Exports {

@@ -16,11 +16,9 @@
 #include "aikctl/GrabReport.h"
 #include "aikctl/releaseAll.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 using namespace std::chrono_literals;
 

@@ -7,12 +7,10 @@
 #include "aikctl/ChannelGrab.h"
 #include "aikctl/Command.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// `grab`: pictures from chosen channels into files, all channels side by side, and a table of how it went.
-class GrabCommand : public Command
-{
+class GrabCommand : public Command {
 public:
     CLI::App* declare(CLI::App& program) override;
     void run(const Adapter& adapter, const CommonOptions& common, Console& console) override;

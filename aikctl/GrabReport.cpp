@@ -7,11 +7,9 @@
 #include "aikctl/Table.h"
 #include "aikctl/toJsonText.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 std::string orDash(const std::string& text)
 {

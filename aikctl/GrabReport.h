@@ -5,18 +5,15 @@
 
 #include "aikctl/ChannelGrab.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// The table at the end of a grab.
-class GrabReport
-{
+class GrabReport {
 public:
     /// All outlive the report.
     GrabReport(const std::deque<ChannelGrab>& grabs, const PictureFolder& folder, bool wasInterrupted)
         : m_grabs(grabs), m_folder(folder), m_wasInterrupted(wasInterrupted)
-    {
-    }
+    {}
 
     void printTable(std::ostream& out) const;
     void printJson(std::ostream& out) const;

@@ -5,11 +5,9 @@
 #include "aik/aik.h"
 #include "aikctl/writtenExtent.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 constexpr std::string_view kRingIsFull = "Acquisistion is not setup";   // sic
 

@@ -7,14 +7,12 @@
 
 #include "aikctl/Channel.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// Fetches the images of one channel, and finds out with the first what their bytes are: the code comes from
 /// the adapter, the number of bytes from a look at how much was written.
 /// Threads: one at a time.
-class ImageReader
-{
+class ImageReader {
 public:
     /// `isPlanar`: "Transformation" is "RGB8PackedToPlanar". The channel outlives the reader.
     ImageReader(Channel& channel, bool isPlanar) : m_channel(channel), m_isPlanar(isPlanar) {}

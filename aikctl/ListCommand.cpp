@@ -11,11 +11,9 @@
 #include "aikctl/releaseAll.h"
 #include "aikctl/toJsonText.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 void printJson(const Adapter& adapter, const std::vector<Channel>& channels, std::ostream& out)
 {

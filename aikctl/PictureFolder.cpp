@@ -6,13 +6,11 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 namespace fs = std::filesystem;
 
-namespace
-{
+namespace {
 
 void refuseOlderPictures(const fs::path& folder)
 {

@@ -5,13 +5,11 @@
 #include <span>
 #include <string>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// Where pictures are saved: a file each, named channel0-000001.png after the channel and the picture.
 /// Threads: save() on any.
-class PictureFolder
-{
+class PictureFolder {
 public:
     /// Makes the folder. Throws runtime_error if that fails, or if it holds pictures of an earlier grab and
     /// `overwrite` is off.

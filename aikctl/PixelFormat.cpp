@@ -5,11 +5,9 @@
 
 #include "aik/aik.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 // Of each pixel the bytes at these offsets, in this order.
 template <size_t BytesPerPixel, size_t... Offsets>

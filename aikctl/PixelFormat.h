@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// A picture as people look at it: 8 bits a sample, 1 sample a pixel (grey) or 3 (red, green, blue), rows
 /// from the top without padding.

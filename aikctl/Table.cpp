@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 void Table::print(std::ostream& out) const
 {

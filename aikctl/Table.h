@@ -4,12 +4,10 @@
 #include <string>
 #include <vector>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// Text in columns that are as wide as their widest cell.
-class Table
-{
+class Table {
 public:
     explicit Table(std::vector<std::string> titles) : m_rows{std::move(titles)} {}
 

@@ -5,11 +5,9 @@
 
 #include <stb/stb_image_write.h>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 void append(void* content, void* data, int size)
 {

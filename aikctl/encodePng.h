@@ -5,8 +5,7 @@
 
 #include "aikctl/PixelFormat.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// The picture as the content of a PNG file. Throws runtime_error for a picture without pixels, or of more
 /// than 2 GiB.

@@ -2,8 +2,7 @@
 
 #include "aikctl/Console.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 void releaseAll(std::vector<Channel>& channels, Console& console)
 {

@@ -4,8 +4,7 @@
 
 #include "aikctl/Channel.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 class Console;
 

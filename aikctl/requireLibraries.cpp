@@ -6,8 +6,7 @@
 #include "os/InstallationDirectory.h"
 #include "os/Os.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 void requireLibraries(const std::string& adapterPath)
 {

@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// Makes sure that the adapter at `adapterPath`, absolute, and the board library that it will load are there:
 /// an adapter that doesn't find that library ends the whole process at its first call. Throws runtime_error

@@ -4,8 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// Names and texts come from boards: bytes that are no UTF-8 are replaced, not refused.
 inline std::string toJsonText(const nlohmann::ordered_json& value)

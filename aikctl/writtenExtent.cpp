@@ -1,10 +1,8 @@
 #include "aikctl/writtenExtent.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
-namespace
-{
+namespace {
 
 // A number mixed out of the position: neighbours have nothing to do with each other.
 uint8_t markAt(size_t position)

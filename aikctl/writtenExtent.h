@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// How many bytes a call wrote into a buffer, which it doesn't tell: mark the buffer, make the call, and look
 /// how far the marks are gone. The marks are no pattern that a picture has by chance; a byte at the very end

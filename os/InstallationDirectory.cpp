@@ -6,11 +6,9 @@
 
 #include "os/Os.h"
 
-namespace orvo::os
-{
+namespace orvo::os {
 
-namespace
-{
+namespace {
 
 constexpr std::array<std::string_view, 5> kLibraryFolders = {"bin", "dll", "Hardware Applets", "lib",
                                                              "lib64"};

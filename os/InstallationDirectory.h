@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace orvo::os
-{
+namespace orvo::os {
 
 /// The installation that the library at `modulePath` belongs to: the parent of the nearest folder above it
 /// that is named "bin", "dll", "Hardware Applets", "lib" or "lib64", in any case. None if there is no such

@@ -5,8 +5,7 @@
 
 /// The operating-system seam: everything that differs between Windows and Linux, one header with two
 /// implementations. Callable on any thread.
-namespace orvo::os
-{
+namespace orvo::os {
 
 using Module = void*;   // a loaded library, null for none
 using Symbol = void*;   // an address inside one, null for none

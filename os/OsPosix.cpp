@@ -7,14 +7,12 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-namespace orvo::os
-{
+namespace orvo::os {
 
 const char kSeparator = '/';
 const char* const kLibraryEnding = ".so";
 
-namespace
-{
+namespace {
 
 std::atomic<bool> g_interrupted{false};
 static_assert(std::atomic<bool>::is_always_lock_free);   // so that a signal handler may set it
@@ -24,9 +22,10 @@ static_assert(std::atomic<bool>::is_always_lock_free);   // so that a signal han
 // The system loader always looks beside a library that was linked with $ORIGIN, as ours are.
 Module loadLibrary(const std::string& path, Neighbours /*neighbours*/, Error* error)
 {
-    Module module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    // An empty path would be the program itself.
+    Module module = path.empty() ? nullptr : dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module && error) {
-        const char* text = dlerror();
+        const char* text = path.empty() ? "no path" : dlerror();
         *error = {1, text ? text : ""};   // the loader here has texts and no numbers
     }
     return module;
@@ -74,8 +73,7 @@ uint32_t currentThreadId()
 
 void catchInterrupts()
 {
-    struct sigaction action {
-    };
+    struct sigaction action {};
     action.sa_handler = [](int) { g_interrupted = true; };
     action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
     for (const int signal : {SIGINT, SIGTERM})

@@ -5,14 +5,12 @@
 
 #include <windows.h>
 
-namespace orvo::os
-{
+namespace orvo::os {
 
 const char kSeparator = '\\';
 const char* const kLibraryEnding = ".dll";
 
-namespace
-{
+namespace {
 
 constexpr DWORD kLongestPath = 32'768;
 

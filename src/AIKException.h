@@ -4,13 +4,11 @@
 #include <string>
 #include <utility>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// A failure with a text for the host and nothing else: there is no code number. A feature container wraps
 /// it in what the host was doing; any other exception reaches the host bare.
-class AIKException : public std::exception
-{
+class AIKException : public std::exception {
 public:
     explicit AIKException(std::string text) : m_text(std::move(text)) {}
 
@@ -21,8 +19,7 @@ private:
 };
 
 /// No result yet, ask again: no failure at the interface. Catch it before AIKException.
-class Pending : public AIKException
-{
+class Pending : public AIKException {
 public:
     using AIKException::AIKException;
 };

@@ -11,8 +11,7 @@
 #include "features/HostText.h"
 #include "tools/logging/Record.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// What all exports have in common of their arguments.
 struct Call {

@@ -16,8 +16,7 @@
 
 using namespace orvo::cognex;
 
-namespace
-{
+namespace {
 
 constexpr int32_t kRecordSizeWithoutFeatureCalls = 0x260;
 constexpr int32_t kRecordSizeWithoutTimestamp = 0x2C;
@@ -111,8 +110,9 @@ void openInto(csAIK_ChannelRecord& record, int32_t index)
 {
     ChannelTable& table = ChannelTable::instance();
     const auto channel = locked(table.channelAt(index));
-    record.channelID = table.idAt(index);
-    table.open(record.channelID);
+    const int64_t id = table.idAt(index);
+    record.channelID = id;
+    table.open(id);
     record.failed = dynamic_cast<FailedVideoChannel*>(channel.get()) ? 1 : 0;
     storeFunctions(record);
     const bool isValid = channel->isValid();
@@ -146,14 +146,23 @@ void readOffsets(const DmaPort& port, csAIK_ImageAttributes& attributes)
     }
 }
 
-/// The end of the last release, also of one that fails while nothing is open.
-void shutDownIfNothingIsOpen()
-{
-    if (ChannelTable::instance().openCount() > 0)
-        return;
-    ChannelTable::destroyInstance();
-    LogWrap::destroyInstance();
-}
+/// The end of a release, also of one that fails: while nothing is open, everything goes.
+class ShutDownIfNothingIsOpen {
+public:
+    ShutDownIfNothingIsOpen() = default;
+    ShutDownIfNothingIsOpen(const ShutDownIfNothingIsOpen&) = delete;
+    ShutDownIfNothingIsOpen& operator=(const ShutDownIfNothingIsOpen&) = delete;
+    ~ShutDownIfNothingIsOpen()
+    {
+        try {
+            if (ChannelTable::instance().openCount() > 0)
+                return;
+        } catch (const std::exception&) {   // no memory for an empty table: there is none, then
+        }
+        ChannelTable::destroyInstance();
+        LogWrap::destroyInstance();
+    }
+};
 
 }   // namespace
 
@@ -185,13 +194,12 @@ int32_t SetupCommonParams(char* errstr, int64_t channelID, const csAIK_CommonPar
 
 int32_t ReleaseVideoChannel(char* errstr, int64_t channelID)
 {
-    const int32_t code = callFrame({"ReleaseVideoChannel", errstr}, [&] {
+    const ShutDownIfNothingIsOpen atTheEnd;
+    return callFrame({"ReleaseVideoChannel", errstr}, [&] {
         ChannelTable& table = ChannelTable::instance();
         table.openChannel(channelID);
         table.close(channelID);
     });
-    shutDownIfNothingIsOpen();
-    return code;
 }
 
 int32_t GetImage(char* errstr, int64_t channelID, void* image, uint32_t* acqResult)

@@ -7,8 +7,7 @@
 
 using namespace orvo::sim;
 
-namespace
-{
+namespace {
 
 constexpr int32_t kBlockingMode = 2;   // a delivered picture stays blocked until it is given back
 constexpr int32_t kImageOfPicture = 220;

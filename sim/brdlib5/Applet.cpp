@@ -3,8 +3,7 @@
 #include "sim/brdlib5/AppletReader.h"
 #include "sim/json/JsonFile.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 Applet Applet::read(const std::string& path, int32_t boardType)
 {

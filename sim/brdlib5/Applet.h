@@ -8,8 +8,7 @@
 #include "sim/pictures/Geometry.h"
 #include "sim/pictures/PictureSource.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// What a DMA port of a simulated applet begins with, and how far it can be changed. Pixels.
 struct DmaDescription {

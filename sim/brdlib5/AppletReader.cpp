@@ -10,11 +10,9 @@
 #include "sim/json/JsonFile.h"
 #include "sim/pictures/PictureFolder.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr int64_t kMostDmaPorts = 64;   // of a process
 constexpr int64_t kHighestId = 65'535;
@@ -56,8 +54,7 @@ std::string fileBesideThisLibrary(const char* name)
 
 AppletReader::AppletReader(std::string path, int32_t boardType)
     : m_path(std::move(path)), m_boardType(boardType)
-{
-}
+{}
 
 Applet AppletReader::read(JsonObject& object)
 {

@@ -9,13 +9,11 @@
 #include "sim/brdlib5/Applet.h"
 #include "sim/json/JsonObject.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// Turns an applet file into an Applet. What the file says of DMA ports on its top level holds for all of
 /// them, and a port's own members win. Throws JsonError.
-class AppletReader
-{
+class AppletReader {
 public:
     AppletReader(std::string path, int32_t boardType);
 

@@ -5,11 +5,9 @@
 
 #include "sim/brdlib5/BrdError.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr int32_t kFormatId = 700;
 constexpr int32_t kDmaCountId = 3050;

@@ -12,12 +12,10 @@
 #include "sim/brdlib5/ParameterTable.h"
 #include "sim/core/Core.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// A board with its applet loaded. Threads: any.
-class Board
-{
+class Board {
 public:
     Board(uint32_t index, const BoardDescription& description, Applet applet);
     /// Ends what still runs.

@@ -3,8 +3,7 @@
 #include <chrono>
 #include <cstdint>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The clock that time stamps are taken from. Ticks of 8 ns.
 inline constexpr uint64_t kTimestampFrequency = 125'000'000;

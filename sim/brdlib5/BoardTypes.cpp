@@ -2,11 +2,9 @@
 
 #include <string_view>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 struct TypeRow {
     int32_t first, last;     // type codes

@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The camera inputs of a board.
 enum class CameraFamily { GigEVision, GenICam };

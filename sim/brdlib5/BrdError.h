@@ -4,8 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The library's error numbers. A parameter that the applet lacks is -2070 for callers that have a fallback;
 /// the others matter by their sign alone.
@@ -35,8 +34,7 @@ enum BrdCode : int32_t {
 };
 
 /// A call that fails: what it returns, and the text that Brd_getLastErrorDescription has for it.
-class BrdError : public std::runtime_error
-{
+class BrdError : public std::runtime_error {
 public:
     BrdError(BrdCode code, const std::string& text) : std::runtime_error(text), m_code(code) {}
     BrdCode code() const { return m_code; }

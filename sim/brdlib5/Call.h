@@ -12,8 +12,7 @@
 #include "sim/brdlib5/Words.h"
 #include "sim/core/Core.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// What an exported function fails with: its error number, or null.
 template <typename Result>

@@ -8,11 +8,9 @@
 #include "sim/brdlib5/BrdError.h"
 #include "sim/orvo_sim.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr double kManualRateOfFreeRuns = 1'000;   // pictures per second, for the time stamps alone
 
@@ -43,8 +41,7 @@ DmaChannel::DmaChannel(uint32_t boardIndex, const DmaDescription& description, c
       m_faults(faults),
       m_account(orvo_sim_core()->account(boardIndex, description.id)),
       m_geometry(description.geometry)
-{
-}
+{}
 
 Geometry DmaChannel::geometry() const
 {

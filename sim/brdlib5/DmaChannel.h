@@ -13,15 +13,13 @@
 #include "sim/brdlib5/brdlib5.h"
 #include "sim/core/Core.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// One DMA port of an open board: makes the pictures of a run, on a thread of its own or by the wheel, and
 /// calls back. Threads: any. Whoever calls back has the channel's turn, so callbacks don't overlap; no lock
 /// is held during a callback, nor while somebody waits for the turn.
 /// Owns: the running thread shares the channel, so it outlives its board for as long as a callback takes.
-class DmaChannel : public std::enable_shared_from_this<DmaChannel>
-{
+class DmaChannel : public std::enable_shared_from_this<DmaChannel> {
 public:
     using Extent = uint32_t Geometry::*;
     using Limit = uint32_t DmaDescription::*;

@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// Image numbers name what picture numbers name, but are other numbers: a caller that takes the one for the
 /// other finds nothing.

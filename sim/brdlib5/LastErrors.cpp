@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 void LastErrors::clear()
 {

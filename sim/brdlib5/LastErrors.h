@@ -8,12 +8,10 @@
 #include <string>
 #include <string_view>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The latest failure of each board, and of the calls that have none. Threads: any.
-class LastErrors
-{
+class LastErrors {
 public:
     static constexpr size_t kNoBoard = 8;   // the slot behind those of the board indices
 

@@ -9,11 +9,9 @@
 #include "sim/json/JsonValue.h"
 #include "sim/orvo_sim.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr uint64_t kLargestRing = uint64_t{64} << 30;   // bytes; a negative size is above it
 constexpr int32_t kNoSuchBoard = -1;

@@ -10,14 +10,12 @@
 #include "sim/brdlib5/LastErrors.h"
 #include "sim/core/Core.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The library as a whole: its nested lives, the open boards by handle, the failures. Handles are numbers
 /// that are never given out twice, so one that has ended is found out. Threads: any, but init() and free()
 /// are left to one. No lock is held while a board is loaded or stopped.
-class Library final : public PictureDelivery
-{
+class Library final : public PictureDelivery {
 public:
     static constexpr uint32_t kMostBoards = 8;
 

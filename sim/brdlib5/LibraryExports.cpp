@@ -12,8 +12,7 @@
 
 using namespace orvo::sim;
 
-namespace
-{
+namespace {
 
 constexpr int32_t kTimestampFrequencyCode = 100;
 constexpr int32_t kBoardTextCode = 1012;

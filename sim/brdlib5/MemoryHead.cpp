@@ -5,8 +5,7 @@
 
 #include "sim/brdlib5/BrdError.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 MemoryHead::MemoryHead(uint64_t symbol, int64_t blockCount) : m_symbol(symbol), m_blockCount(blockCount) {}
 

@@ -8,14 +8,12 @@
 #include <span>
 #include <unordered_map>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// A ring of blocks that the caller owns. A block is free until the board takes it, blocked from then until
 /// the caller gives it back, whatever starts and stops meanwhile. Nothing here touches a block's memory.
 /// Threads: any.
-class MemoryHead
-{
+class MemoryHead {
 public:
     /// A block on its way from the board to the caller.
     struct Taken {

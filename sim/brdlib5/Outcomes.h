@@ -9,8 +9,7 @@
 
 #include "sim/brdlib5/Call.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// A function that answers a handle or an address: `symbolOf(result)` is its name in the journal.
 template <typename SymbolOf>
@@ -25,8 +24,7 @@ struct PointerOutcome : PlainOutcome<void*> {
 struct ValueOutcome : PlainOutcome<int32_t> {
     ValueOutcome(const void* handle, void* pointer, std::optional<ValueType> valueType)
         : PlainOutcome<int32_t>{handle}, value(pointer), type(valueType)
-    {
-    }
+    {}
 
     int32_t scripted(const CallPass& pass) const
     {
@@ -66,8 +64,7 @@ template <typename Length>
 struct BufferOutcome : PlainOutcome<int32_t> {
     BufferOutcome(const void* handle, void* memory, Length* word)
         : PlainOutcome<int32_t>{handle}, buffer(memory), length(word)
-    {
-    }
+    {}
 
     int32_t scripted(const CallPass& pass) const
     {

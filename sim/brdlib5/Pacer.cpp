@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 std::chrono::nanoseconds nanoseconds(double count)
 {
@@ -21,8 +19,7 @@ Pacer::Pacer(double rate, const PictureFaults& faults, Clock::time_point start)
       m_random(faults.seed),
       m_first(start + std::max<std::chrono::nanoseconds>(nanoseconds(m_periodNs), kFirstExposure)),
       m_due(m_first + nextJitter())
-{
-}
+{}
 
 void Pacer::advance()
 {

@@ -6,14 +6,12 @@
 
 #include "sim/core/Core.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// When the pictures of one run are due. The schedule is absolute: a late picture doesn't delay those behind
 /// it. The first picture comes one picture time after the start, and never before kFirstExposure: its
 /// caller first has to know that the run has begun. Threads: one at a time.
-class Pacer
-{
+class Pacer {
 public:
     using Clock = std::chrono::steady_clock;
 

@@ -10,8 +10,7 @@
 
 using namespace orvo::sim;
 
-namespace
-{
+namespace {
 
 constexpr int32_t kTimestampId = 22030;
 

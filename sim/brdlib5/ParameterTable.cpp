@@ -4,11 +4,9 @@
 
 #include "sim/brdlib5/BrdError.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr int32_t kValueProperty = 0;
 constexpr int32_t kTypeProperty = 1;

@@ -9,8 +9,7 @@
 
 #include "sim/brdlib5/Value.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// A parameter of an open board's applet.
 struct Parameter {
@@ -32,8 +31,7 @@ struct Parameter {
 };
 
 /// All parameters of an applet, by id and by name. Built once; then any thread may read.
-class ParameterTable
-{
+class ParameterTable {
 public:
     void add(Parameter parameter) { m_parameters.push_back(std::move(parameter)); }
 

@@ -10,11 +10,9 @@
 
 #include "sim/brdlib5/BrdError.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 template <typename T>
 T loaded(const void* at)

@@ -5,8 +5,7 @@
 #include <string>
 #include <variant>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The library's data types of parameters, by the codes of property 1 and of the typed calls.
 enum class ValueType : int32_t {

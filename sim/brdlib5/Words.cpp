@@ -5,11 +5,9 @@
 #include "sim/brdlib5/BrdError.h"
 #include "sim/brdlib5/Library.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr const char* kUnknown = "?";
 constexpr const char* kNull = "null";

@@ -7,12 +7,10 @@
 
 #include "sim/brdlib5/Value.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// A call in the words of the journal: arguments by name, or the result and what is handed out.
-class Words
-{
+class Words {
 public:
     template <std::integral Number>
     Words& number(std::string_view name, Number value)

@@ -5,11 +5,9 @@
 
 #include "sim/json/JsonFile.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
 constexpr double kLongestDelayMs = 3'600'000;

@@ -9,8 +9,7 @@
 #include "sim/core/Core.h"
 #include "sim/core/Script.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// What the file that ORVO_SIM_BOARDS names says: the boards, their faults, and what to write at the end.
 struct BoardsFile {

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 std::vector<std::string> wordsOf(std::string_view text)
 {

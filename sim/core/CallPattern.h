@@ -4,12 +4,10 @@
 #include <string_view>
 #include <vector>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// Chooses calls by the function's name and any of their arguments: "Brd_getParameter id=3080 dma=0".
-class CallPattern
-{
+class CallPattern {
 public:
     explicit CallPattern(std::string_view text);
 
@@ -22,8 +20,7 @@ private:
 };
 
 /// Chooses lines of the journal by the function's name: "Brd_AddMem Brd_get* -Brd_getStatusEx".
-class FunctionFilter
-{
+class FunctionFilter {
 public:
     explicit FunctionFilter(std::string_view text);
 

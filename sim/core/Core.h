@@ -9,15 +9,13 @@
 /// crosses is plain: virtual calls, structs without destructor, views that are read during the call. No
 /// exception, no container, no memory to be freed on the other side. All objects behind the references live
 /// until the process ends.
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// What became of a picture.
 enum class Fate { Delivered, NoBlock, Fault };
 
 /// The ledger's page for one DMA. Threads: any.
-class DmaAccount
-{
+class DmaAccount {
 public:
     /// `askedRate` in pictures per second, 0 for as fast as the ring allows.
     virtual void beginRun(double askedRate) = 0;
@@ -46,8 +44,7 @@ struct BoardDescription {
 };
 
 /// The board library's hands, for the wheel. Results are those of OrvoSim_deliver() and OrvoSim_callBack().
-class PictureDelivery
-{
+class PictureDelivery {
 public:
     virtual int32_t deliver(uint32_t boardIndex, uint32_t dma, uint32_t count) = 0;
     virtual int32_t callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumber) = 0;
@@ -68,8 +65,7 @@ struct CallPass {
 };
 
 /// Journal and script, as the stand-ins' functions meet them. Threads: any.
-class CallRecorder
-{
+class CallRecorder {
 public:
     /// Whether anybody wants to know of calls. If not, neither of the others needs to be called.
     virtual bool isWatching() const = 0;
@@ -84,8 +80,7 @@ protected:
 
 /// What the stand-ins share. Threads: any, but for the beginning and the end of a life, which the host's
 /// calls keep apart from all others.
-class Core
-{
+class Core {
 public:
     /// The first Brd_InitLibraries: reads the boards file anew and begins a new ledger.
     virtual void beginLife() = 0;

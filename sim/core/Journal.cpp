@@ -1,7 +1,6 @@
 #include "sim/core/Journal.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 Journal::Place Journal::begin(std::string_view function, std::string_view arguments)
 {

@@ -9,12 +9,10 @@
 
 #include "sim/core/CallPattern.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// All calls, one line each, in the order in which they began. Threads: any.
-class Journal
-{
+class Journal {
 public:
     static constexpr uint64_t kDefaultLimit = 10'000;
 

@@ -2,8 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 DmaAccount& Ledger::account(uint32_t boardIndex, uint32_t dma)
 {

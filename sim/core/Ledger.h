@@ -12,12 +12,10 @@
 #include "sim/core/Core.h"
 #include "sim/orvo_sim.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// What became of every picture, a page for each board and DMA. Threads: any.
-class Ledger
-{
+class Ledger {
 public:
     /// The page, made if it isn't there yet. It stays for good.
     DmaAccount& account(uint32_t boardIndex, uint32_t dma);
@@ -36,8 +34,7 @@ private:
     using Key = std::pair<uint32_t, uint32_t>;   // board, DMA
 
     /// Its numbers are guarded by the ledger's mutex.
-    class Page final : public DmaAccount
-    {
+    class Page final : public DmaAccount {
     public:
         explicit Page(Ledger& ledger) : m_ledger(ledger) {}
 

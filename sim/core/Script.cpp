@@ -4,8 +4,7 @@
 #include <thread>
 #include <utility>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 using Kind = Script::Order::Kind;
 

@@ -12,12 +12,10 @@
 #include "sim/core/CallPattern.h"
 #include "sim/core/Core.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// What chosen calls do. Threads: any; no lock is held while a call waits.
-class Script
-{
+class Script {
 public:
     enum class Origin { Wheel, BoardsFile };
 

@@ -6,8 +6,7 @@
 #include "os/Os.h"
 #include "sim/json/JsonValue.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 Simulator& Simulator::instance()
 {

@@ -10,12 +10,10 @@
 #include "sim/core/Ledger.h"
 #include "sim/core/Script.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The one core of the process: what stand-ins see of it is Core, what the wheel sees are its parts.
-class Simulator final : public Core, private CallRecorder
-{
+class Simulator final : public Core, private CallRecorder {
 public:
     /// Made at the first call and never destroyed: pictures may flow while the process ends.
     static Simulator& instance();

@@ -16,8 +16,7 @@ using orvo::sim::Script;
 using orvo::sim::Simulator;
 using Kind = orvo::sim::Script::Order::Kind;
 
-namespace
-{
+namespace {
 
 std::string_view textOf(const char* text)
 {

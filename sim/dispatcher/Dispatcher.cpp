@@ -9,11 +9,9 @@
 #include "os/InstallationDirectory.h"
 #include "os/Os.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr const char* kLevelVariable = "ORVO_SIM_LOG_LEVEL";
 constexpr const char* kConsoleVariable = "ORVO_SIM_LOG_CONSOLE";   // anything but empty and 0 is yes

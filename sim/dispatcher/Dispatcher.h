@@ -13,8 +13,7 @@
 #include "sim/dispatcher/LevelRules.h"
 #include "sim/dispatcher/RecordCapture.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The simulated logging dispatcher: gives each logger name an id and a level, writes records to a rotating
 /// file and, if asked, to standard error, and tells its clients of changes. Levels at this edge are spdlog's
@@ -22,8 +21,7 @@ namespace orvo::sim
 /// Threads: any. No lock is held while a client is called back; detach() waits until such calls have ended,
 ///          so a callback must not detach its own client.
 /// Life:    one a process, made at the first use and never destroyed: records may flow to the very end.
-class Dispatcher
-{
+class Dispatcher {
 public:
     using GoneFunction = void (*)();
     using LevelChangedFunction = void (*)(int64_t id, int32_t level);

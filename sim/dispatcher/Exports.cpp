@@ -3,8 +3,7 @@
 #include "sim/dispatcher/Dispatcher.h"
 #include "sim/orvo_sim_dispatcher.h"
 
-namespace
-{
+namespace {
 
 using orvo::sim::Dispatcher;
 

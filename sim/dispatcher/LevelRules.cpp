@@ -4,11 +4,9 @@
 #include <cctype>
 #include <sstream>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 std::string trimmed(const std::string& text)
 {

@@ -6,13 +6,11 @@
 
 #include <spdlog/common.h>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// Which level each logger has, from a text in spdlog's own syntax: "info,orvo.Cognex.DmaPort=trace" is
 /// info for all and trace for one. Of two rules for one name the later counts.
-class LevelRules
-{
+class LevelRules {
 public:
     explicit LevelRules(const std::string& text);
 

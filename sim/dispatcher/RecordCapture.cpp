@@ -1,7 +1,6 @@
 #include "sim/dispatcher/RecordCapture.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 void RecordCapture::set(bool on)
 {

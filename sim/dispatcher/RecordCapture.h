@@ -7,12 +7,10 @@
 
 #include "sim/orvo_sim_dispatcher.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// Records kept in memory, as they arrived, for whoever wants to read them back. Threads: any.
-class RecordCapture
-{
+class RecordCapture {
 public:
     void set(bool on);
     void add(int64_t id, int32_t level, const std::string& logger, const std::string& text, uint32_t word,

@@ -9,11 +9,9 @@
 
 #include <nlohmann/json.hpp>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 using nlohmann::json;
 
@@ -30,8 +28,7 @@ std::string contentOf(const std::string& path)
 }
 
 /// Refuses a key that stands twice in one object: of the two the parser would keep the last in silence.
-class TwinKeys
-{
+class TwinKeys {
 public:
     bool operator()(int /*depth*/, json::parse_event_t event, json& parsed)
     {

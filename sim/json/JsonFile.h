@@ -5,8 +5,7 @@
 
 #include "sim/json/JsonObject.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// Reads the file at `path`, which must hold one JSON object, and hands it to `read`; members that `read` did
 /// not ask for are refused. Comments in the manner of C are allowed. Throws JsonError, its text beginning

@@ -5,13 +5,11 @@
 
 #include <nlohmann/json.hpp>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 JsonObject::JsonObject(const nlohmann::json& value, std::string place)
     : m_value(&value), m_place(std::move(place))
-{
-}
+{}
 
 std::optional<JsonValue> JsonObject::find(std::string_view key)
 {

@@ -7,13 +7,11 @@
 
 #include "sim/json/JsonValue.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The members of one object, taken by key. What nobody took is a mistake of the person who wrote it, and
 /// refuseOthers() says so: a misspelled key must not pass for a default.
-class JsonObject
-{
+class JsonObject {
 public:
     JsonObject(const nlohmann::json& value, std::string place);
 

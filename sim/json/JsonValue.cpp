@@ -7,11 +7,9 @@
 
 #include "sim/json/JsonObject.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr size_t kLongestQuote = 40;
 
@@ -33,8 +31,7 @@ std::string rangeText(std::string_view kind, Number least, Number most)
 
 JsonValue::JsonValue(const nlohmann::json& value, std::string place)
     : m_value(&value), m_place(std::move(place))
-{
-}
+{}
 
 bool JsonValue::isInteger() const
 {

@@ -8,22 +8,19 @@
 
 #include <nlohmann/json_fwd.hpp>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 class JsonObject;
 
 /// A description that can't be used. The text says what is wrong and where, for the person who wrote it.
-class JsonError : public std::runtime_error
-{
+class JsonError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 /// One value of a JSON text together with its place in it, so that whatever is wrong with the value can be
 /// said with the place. Refers to the text, which must outlive it. All readers throw JsonError.
-class JsonValue
-{
+class JsonValue {
 public:
     /// `place` as a person would write it: "boards[1].faults.dropEvery", empty for the whole text.
     JsonValue(const nlohmann::json& value, std::string place);

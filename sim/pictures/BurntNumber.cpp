@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <string>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr size_t kGridWidth = 6;    // five dots and the gap to the left of them
 constexpr size_t kGridHeight = 9;   // seven rows of dots with an empty one above and below

@@ -7,13 +7,11 @@
 
 #include "sim/pictures/Geometry.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// White digits on a black ground in the upper left corner of a picture, large enough to be read by a person
 /// on a screen. What has no room in the picture is cut off.
-class BurntNumber
-{
+class BurntNumber {
 public:
     explicit BurntNumber(const Geometry& geometry);
 

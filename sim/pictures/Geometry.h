@@ -7,8 +7,7 @@
 
 #include "sim/pictures/PixelFormat.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The part of the sensor that a picture shows, in pixels, and how a pixel is laid out.
 struct Geometry {

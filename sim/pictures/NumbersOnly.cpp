@@ -1,10 +1,8 @@
 #include "sim/pictures/NumbersOnly.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr size_t kNumberSize = sizeof(uint64_t);
 

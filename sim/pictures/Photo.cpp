@@ -8,11 +8,9 @@
 #include <stb/stb_image.h>
 #include <stb/stb_image_resize.h>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 struct FreeImage {
     void operator()(stbi_us* samples) const { stbi_image_free(samples); }

@@ -6,12 +6,10 @@
 
 #include "sim/pictures/PixelFormat.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// A recorded picture: PNG, JPEG, PGM or PPM, with 8 or 16 bits a sample.
-class Photo
-{
+class Photo {
 public:
     /// Reads the file at `path`. Throws std::runtime_error with the path and what is wrong with it.
     static Photo read(const std::string& path);

@@ -9,11 +9,9 @@
 #include <system_error>
 #include <utility>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr std::array<std::string_view, 5> kEndings = {".png", ".jpg", ".jpeg", ".pgm", ".ppm"};
 
@@ -54,8 +52,7 @@ FolderPlayer::FolderPlayer(std::shared_ptr<const PictureFolder> folder, const Ge
       m_geometry(geometry),
       m_cropped(cropped),
       m_pictures(m_folder->photos().size())
-{
-}
+{}
 
 void FolderPlayer::paint(uint64_t number, std::span<std::byte> block)
 {

@@ -7,12 +7,10 @@
 #include "sim/pictures/Photo.h"
 #include "sim/pictures/PictureSource.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The recorded pictures of one folder, in the order of their file names, read once and kept in memory.
-class PictureFolder
-{
+class PictureFolder {
 public:
     /// Reads all files that end in .png, .jpg, .jpeg, .pgm or .ppm, in any case. Throws std::runtime_error
     /// for a folder that can't be read or holds none, and for the first picture that can't be read.
@@ -26,8 +24,7 @@ private:
 };
 
 /// Plays a folder, the picture of number 1 first, and begins again behind the last one.
-class FolderPlayer : public PictureSource
-{
+class FolderPlayer : public PictureSource {
 public:
     /// `cropped`: the geometry cuts its part out of each picture, and zeros stand where the picture has
     /// nothing; otherwise each picture is scaled to the geometry's size and the offsets mean nothing.

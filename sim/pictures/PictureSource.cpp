@@ -4,8 +4,7 @@
 #include "sim/pictures/PictureFolder.h"
 #include "sim/pictures/TestPattern.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 std::unique_ptr<PictureSource> PictureChoice::sourceFor(const Geometry& geometry) const
 {

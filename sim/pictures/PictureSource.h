@@ -7,15 +7,13 @@
 
 #include "sim/pictures/Geometry.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 class PictureFolder;
 
 /// Fills blocks with pictures of one geometry: made anew for each run, so that the costly part is done once.
 /// Threads: one at a time.
-class PictureSource
-{
+class PictureSource {
 public:
     PictureSource(const PictureSource&) = delete;
     PictureSource& operator=(const PictureSource&) = delete;

@@ -2,11 +2,9 @@
 
 #include <initializer_list>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 struct FormatRow {
     PixelFormat format;

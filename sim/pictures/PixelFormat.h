@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The layouts of a pixel in a block, by the board's numbers for them. Rows run from the top without padding.
 enum class PixelFormat : int32_t {

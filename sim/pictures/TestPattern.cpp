@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 constexpr size_t kPeriod = 256;
 

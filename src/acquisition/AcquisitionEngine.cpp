@@ -11,11 +11,9 @@
 #include "brdlib/DmaPort.h"
 #include "features/addFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 // The one timeout of the acquisition path: short, because the host polls.
 constexpr Ticks kImageTimeout{70'000};

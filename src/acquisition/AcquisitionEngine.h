@@ -9,20 +9,19 @@
 #include "features/FeatureContainer.h"
 #include "features/FeatureObserver.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AcquisitionStrategy;
 class DmaPort;
 class PixelTransformation;
 
-/// What stands between the DMA port of a channel and the host: the queues, the strategy and the
-/// transformation in force, the features that choose these, and the host's image calls. Threads: newBuffer()
-/// and acquisitionError() on the callback thread, the rest on host threads. Strategy and
-///          transformation are replaced without a lock, and only while the port stands.
+/// What stands between the DMA port of a channel and the host: the queues, the strategy and the transformation
+/// in force, the features that choose these, and the host's image calls.
+/// Threads: newBuffer() and acquisitionError() on the callback thread, the rest on host threads. Strategy and
+///          transformation are replaced without a lock, only while the port stands: the host keeps writes of
+///          the two features apart from its image calls.
 /// Throws:  Pending while there is no image.
-class AcquisitionEngine : public DmaObserver
-{
+class AcquisitionEngine : public DmaObserver {
 public:
     AcquisitionEngine();
     AcquisitionEngine(const AcquisitionEngine&) = delete;

@@ -5,11 +5,9 @@
 #include "AIKException.h"
 #include "brdlib/binding/checkBrd.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 [[noreturn]] void throwNoImage()
 {

@@ -6,17 +6,14 @@
 #include "acquisition/buffers/BufferAccess.h"
 #include "acquisition/buffers/Ticks.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class Buffer;
 
 /// What becomes of a new image when the host is slower than the camera, and the host's way to an image.
-/// Threads: newBuffer() on the callback thread, the rest on host threads. Replaced only while the port
-/// stands. Throws:  Pending while there is no image; std::bad_alloc where there is no memory for the lock's
-/// holder.
-class AcquisitionStrategy
-{
+/// Threads: newBuffer() on the callback thread, the rest on host threads. Replaced only while the port stands.
+/// Throws:  Pending while there is no image; std::bad_alloc where there is no memory for the lock's holder.
+class AcquisitionStrategy {
 public:
     AcquisitionStrategy() = default;
     AcquisitionStrategy(const AcquisitionStrategy&) = delete;

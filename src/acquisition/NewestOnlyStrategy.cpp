@@ -1,7 +1,6 @@
 #include "acquisition/NewestOnlyStrategy.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 void NewestOnlyStrategy::newBuffer(const std::weak_ptr<Buffer>& buffer)
 {

@@ -2,12 +2,10 @@
 
 #include "acquisition/AcquisitionStrategy.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// The host sees the latest image only. A new one sends those back to the board that were not fetched.
-class NewestOnlyStrategy : public AcquisitionStrategy
-{
+class NewestOnlyStrategy : public AcquisitionStrategy {
 public:
     void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
 };

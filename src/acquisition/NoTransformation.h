@@ -2,12 +2,10 @@
 
 #include "acquisition/PixelTransformation.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Copies the image as it is.
-class NoTransformation : public PixelTransformation
-{
+class NoTransformation : public PixelTransformation {
 public:
     void transform(void* destination, const std::weak_ptr<Buffer>& image) override;
 };

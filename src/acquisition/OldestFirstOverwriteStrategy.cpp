@@ -1,7 +1,6 @@
 #include "acquisition/OldestFirstOverwriteStrategy.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 void OldestFirstOverwriteStrategy::newBuffer(const std::weak_ptr<Buffer>& buffer)
 {

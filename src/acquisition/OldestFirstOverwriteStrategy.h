@@ -3,12 +3,10 @@
 #include "acquisition/AcquisitionStrategy.h"
 #include "tools/logging/CachedLogger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// The host sees images oldest first. When no buffer is left for the board, the oldest image goes back to it.
-class OldestFirstOverwriteStrategy : public AcquisitionStrategy
-{
+class OldestFirstOverwriteStrategy : public AcquisitionStrategy {
 public:
     void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
 

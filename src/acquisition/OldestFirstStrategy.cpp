@@ -7,11 +7,9 @@
 #include "brdlib/binding/BrdFunctions.h"
 #include "brdlib/binding/checkBrd.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 constexpr int32_t kStatusLostPictures = 30;
 

@@ -2,16 +2,14 @@
 
 #include <memory>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class Buffer;
 
 /// Carries an image from its buffer into the host's memory: the one copy of each image. Without state.
 /// Threads: host, outside every lock. The buffer is current, so the board doesn't write it.
 /// Throws:  Pending if the buffer has gone with its ring.
-class PixelTransformation
-{
+class PixelTransformation {
 public:
     virtual ~PixelTransformation() = default;
 

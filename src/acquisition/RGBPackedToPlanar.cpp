@@ -4,8 +4,7 @@
 
 #include "acquisition/buffers/Buffer.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 template <typename T>
 void RGBPackedToPlanar<T>::transform(void* destination, const std::weak_ptr<Buffer>& image)

@@ -2,12 +2,10 @@
 
 #include <cstdint>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// What the board library's image callback enters.
-class AcqCallbackObserver
-{
+class AcqCallbackObserver {
 public:
     /// Pictures are numbered from 1 with each start; a negative number is an error. Callback thread.
     virtual void acquisitionCallback(int64_t pictureNumber) = 0;

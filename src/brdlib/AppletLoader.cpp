@@ -16,11 +16,9 @@
 #include "features/NumberText.h"
 #include "os/Os.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 constexpr const char* kVariablePrefix = "ORVO_COGNEX_APPLET_";
 constexpr size_t kPathLimit = 255;
@@ -39,8 +37,7 @@ bool isRegularFile(const std::string& path)
 
 AppletLoader::AppletLoader(std::string path, std::weak_ptr<BoardWrapper> board)
     : m_path(std::move(path)), m_board(std::move(board))
-{
-}
+{}
 
 std::unique_ptr<AppletWrapper> AppletLoader::loadWith(OpenBoard* open) const
 {

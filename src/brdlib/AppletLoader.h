@@ -5,8 +5,7 @@
 
 #include "tools/logging/CachedLogger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AppletWrapper;
 class BoardWrapper;
@@ -14,8 +13,7 @@ class BoardWrapper;
 /// Loads one kind of applet file onto a board. Lives as long as the opening of the board.
 /// Threads: host.
 /// Throws:  AIKException from load(): "brd error code: N" if the board refuses the file.
-class AppletLoader
-{
+class AppletLoader {
 public:
     AppletLoader(const AppletLoader&) = delete;
     AppletLoader& operator=(const AppletLoader&) = delete;

@@ -9,18 +9,15 @@
 #include "brdlib/binding/BrdFunctions.h"
 #include "brdlib/binding/SharedLibrary.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 // Numbers that the board library publishes.
 constexpr int32_t kParameterDmaCount = 3050;
 constexpr int32_t kParameterCamPortCount = 3060;
 constexpr int32_t kParameterDmaId = 3080;
 constexpr int32_t kParameterCamIndex = 3090;
-constexpr int32_t kTypeUnsigned = 1;
 constexpr int32_t kInformationAppletFile = 1300;
 constexpr int32_t kNoInfoFunction = -2001;
 
@@ -50,8 +47,7 @@ std::shared_ptr<AppletProcess> AppletProcess::create(uint32_t index, void* handl
 
 AppletProcess::AppletProcess(uint32_t index, void* handle)
     : m_index(index), m_handle(handle), m_features(std::make_shared<FeatureContainer>())
-{
-}
+{}
 
 AppletProcess::~AppletProcess()
 {
@@ -95,7 +91,7 @@ void AppletProcess::createDmaPorts()
 uint32_t AppletProcess::dmaCount() const
 {
     uint32_t count = 0;
-    int32_t status = Brd_getParameterWithType(m_handle, kParameterDmaCount, &count, m_index, kTypeUnsigned);
+    int32_t status = Brd_getParameterWithType(m_handle, kParameterDmaCount, &count, m_index, kTypeOfCounts);
     if (status == kParameterNotInApplet) {
         if (m_index != 0)
             return 0;
@@ -129,7 +125,7 @@ uint32_t AppletProcess::camIndex(uint32_t position) const
 uint32_t AppletProcess::camPortCount() const
 {
     uint32_t count = 0;
-    if (Brd_getParameterWithType(m_handle, kParameterCamPortCount, &count, m_index, kTypeUnsigned) != 0)
+    if (Brd_getParameterWithType(m_handle, kParameterCamPortCount, &count, m_index, kTypeOfCounts) != 0)
         throw std::runtime_error("Cannot get the number of cam ports");
     return count;
 }

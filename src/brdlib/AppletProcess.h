@@ -6,16 +6,14 @@
 
 #include "features/FeatureContainer.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class DmaPort;
 
 /// One process of an applet: the unit that starts and stops as a whole.
 /// Threads: host, no lock.
 /// Owns:    its DMA ports. The applet's handle is the applet's and outlives this.
-class AppletProcess
-{
+class AppletProcess {
 public:
     /// `index` is the process's number at the board. Makes no port yet.
     static std::shared_ptr<AppletProcess> create(uint32_t index, void* handle);

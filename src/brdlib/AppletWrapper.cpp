@@ -5,14 +5,11 @@
 #include "brdlib/binding/BrdFunctions.h"
 #include "brdlib/binding/checkBrd.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 constexpr int32_t kParameterProcessCount = 3070;
-constexpr int32_t kTypeUnsigned = 1;
 constexpr uint32_t kUnanswered = 0xFFFFFFFF;
 
 }   // namespace
@@ -45,7 +42,7 @@ uint32_t AppletWrapper::processCount() const
 {
     uint32_t count = kUnanswered;
     const int32_t status =
-        Brd_getParameterWithType(handle(), kParameterProcessCount, &count, 0, kTypeUnsigned);
+        Brd_getParameterWithType(handle(), kParameterProcessCount, &count, 0, kTypeOfCounts);
     if (status == kParameterNotInApplet)
         return 1;
     if (status != 0 || count == kUnanswered)

@@ -4,16 +4,15 @@
 #include <memory>
 #include <vector>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AppletProcess;
 
-/// A loaded applet: the board library's handle, and its processes. Complete when it is made; nothing runs
-/// yet. Threads: host, no lock. Owns:    the handle and the processes, which go first. Throws:  AIKException
-/// "brd error code: N" from the constructor if the number of processes can't be had.
-class AppletWrapper
-{
+/// A loaded applet: the board library's handle, and its processes. Complete when it is made; nothing runs yet.
+/// Threads: host, no lock.
+/// Owns:    the handle and the processes, which go first.
+/// Throws:  AIKException "brd error code: N" from the constructor if the number of processes can't be had.
+class AppletWrapper {
 public:
     /// Takes the handle, also when it throws. A process that fails is left out.
     explicit AppletWrapper(void* handle);

@@ -8,11 +8,9 @@
 #include "brdlib/binding/BrdFunctions.h"
 #include "features/FeatureContainer.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 constexpr int32_t kInformationBoardText = 1012;
 constexpr int32_t kNoBoard = -1;
@@ -25,8 +23,7 @@ std::unique_ptr<BoardWrapper> BoardWrapper::create(int32_t index)
 }
 
 BoardWrapper::BoardWrapper(int32_t index) : m_index(index), m_features(std::make_shared<FeatureContainer>())
-{
-}
+{}
 
 BoardWrapper::~BoardWrapper() = default;
 

@@ -5,8 +5,7 @@
 #include <string>
 #include <utility>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AppletWrapper;
 class FeatureContainer;
@@ -14,8 +13,7 @@ class FeatureContainer;
 /// One frame grabber, by its index at the board library, and the applet on it.
 /// Threads: host, no lock.
 /// Owns:    the applet.
-class BoardWrapper
-{
+class BoardWrapper {
 public:
     /// The caller wraps the object into an owning pointer. `index`: 0 to 7.
     static std::unique_ptr<BoardWrapper> create(int32_t index);

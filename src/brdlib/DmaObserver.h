@@ -3,14 +3,12 @@
 #include <cstdint>
 #include <memory>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class Buffer;
 
 /// What a DMA port tells of its pictures and its ring.
-class DmaObserver
-{
+class DmaObserver {
 public:
     virtual ~DmaObserver() = default;
 

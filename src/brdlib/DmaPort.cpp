@@ -12,11 +12,9 @@
 #include "features/addFeature.h"
 #include "tools/logging/Record.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 using tools::logging::kCaught;
 using tools::logging::recordFailure;
@@ -31,7 +29,7 @@ constexpr int32_t kParameterYOffset = 400;
 constexpr int32_t kParameterFormat = 700;
 constexpr int32_t kParameterTimestamp = 22030;
 constexpr int32_t kInformationTimestampFrequency = 100;
-constexpr int32_t kStatusOfTheLog = 40;
+constexpr int32_t kStatusForTheRecord = 40;   // what the board says of its blocks, before and after
 constexpr int32_t kStatusUnblock = 512;
 constexpr int32_t kSelectPicture = 220;
 constexpr int64_t kEndless = -1;
@@ -194,11 +192,12 @@ void DmaPort::stop()
 
 void DmaPort::unblockBuffer(const Buffer& buffer)
 {
-    const int64_t before = Brd_getStatusEx(m_boardHandle, kStatusOfTheLog, 0, dmaArgument(), m_memoryHead);
+    const int64_t before =
+        Brd_getStatusEx(m_boardHandle, kStatusForTheRecord, 0, dmaArgument(), m_memoryHead);
     Brd_setStatusEx(m_boardHandle, kStatusUnblock,
                     buffer.number() + 1,   // the board counts buffers from 1 in this call alone
                     dmaArgument(), m_memoryHead);
-    const int64_t after = Brd_getStatusEx(m_boardHandle, kStatusOfTheLog, 0, dmaArgument(), m_memoryHead);
+    const int64_t after = Brd_getStatusEx(m_boardHandle, kStatusForTheRecord, 0, dmaArgument(), m_memoryHead);
     recordTrace(getLogger(), kUnblockBufferLine, [&](std::ostream& text) {
         text << "unblockBuffer dma(" << m_dmaIndex << "):" << buffer.number() << " _" << before << "-"
              << after;
@@ -235,7 +234,7 @@ void DmaPort::receive(int64_t pictureNumber)
     m_frameCount->setValue(m_frameCount->value() + 1);   // callbacks of one channel don't overlap
     void* const address = Brd_getImagePtrEx(m_boardHandle, pictureNumber, dmaArgument(), m_memoryHead);
     const auto entry = m_bufferByAddress.find(address);
-    if (entry == m_bufferByAddress.end())
+    if (!address || entry == m_bufferByAddress.end())   // null is the address of a block that was never had
         throw std::runtime_error("Picture of an unknown buffer");
     const std::shared_ptr<Buffer>& buffer = entry->second;
     buffer->setTimestamp(stamp);

@@ -13,22 +13,19 @@
 #include "features/NumberFeature.h"
 #include "tools/logging/CachedLogger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class Buffer;
 class DmaObserver;
 
 /// Our end of one DMA channel: builds the ring, starts and stops the transfer, hands each picture on, and
 /// decides nothing.
-/// Threads: acquisitionCallback() on the callback thread, unblockBuffer() on either, the rest on host
-/// threads.
+/// Threads: acquisitionCallback() on the callback thread, unblockBuffer() on either, the rest on host threads.
 ///          No lock of its own: the ring and the map of it change only while the transfer stands, and setup()
 ///          must not overlap start() or stop().
 /// Owns:    every Buffer of the ring; all others hold weak pointers, and setup() expires them at once.
 /// Throws:  AIKException "brd error code: N" from ring and transfer, runtime_error from the geometry.
-class DmaPort final : public AcqCallbackObserver
-{
+class DmaPort final : public AcqCallbackObserver {
 public:
     /// A board that doesn't tell its frequency makes a port without "TimestampFrequency".
     DmaPort();

@@ -4,8 +4,7 @@
 #include "brdlib/AppletWrapper.h"
 #include "brdlib/binding/BrdFunctions.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 std::unique_ptr<AppletLoader> HapLoader::create(const std::string& path, std::weak_ptr<BoardWrapper> board)
 {

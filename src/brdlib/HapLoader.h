@@ -2,12 +2,10 @@
 
 #include "brdlib/AppletLoader.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Loads an applet in the form of a hardware applet file: "HAP" in its path.
-class HapLoader : public AppletLoader
-{
+class HapLoader : public AppletLoader {
 public:
     /// Throws AIKException if the path is none of this kind.
     static std::unique_ptr<AppletLoader> create(const std::string& path, std::weak_ptr<BoardWrapper> board);

@@ -3,8 +3,7 @@
 #include "acquisition/AcquisitionEngine.h"
 #include "features/FeatureContainer.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 AikVideoChannel::AikVideoChannel() : m_features(std::make_shared<FeatureContainer>()) {}
 

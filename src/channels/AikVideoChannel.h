@@ -4,14 +4,12 @@
 
 #include "channels/VideoChannel.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-/// A working channel: binds the objects of one stream together, and their features into one set. Without
-/// logic. Owns: the features' container and the engine; port, process and board have their owners below the
+/// A working channel: binds the objects of one stream together, and their features into one set. No logic.
+/// Owns: the features' container and the engine; port, process and board have their owners below the
 ///       BoardContainer, which outlives the channels.
-class AikVideoChannel : public VideoChannel
-{
+class AikVideoChannel : public VideoChannel {
 public:
     AikVideoChannel();
     ~AikVideoChannel() override;

@@ -15,11 +15,9 @@
 #include "features/addFeature.h"
 #include "tools/logging/Record.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 using tools::logging::kCaught;
 using tools::logging::recordFailure;
@@ -52,6 +50,16 @@ std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& b
     features->merge(dma->getFeatures());
     features->merge(engine->getFeatures());
     return channel;
+}
+
+/// The engines of a board's unfinished list go, its ports stay.
+void forgetObservers(const BoardWrapper& board)
+{
+    if (!board.applet())
+        return;
+    for (const auto& process : board.applet()->processes())
+        for (int32_t position = 0; const auto dma = process->dmaPortAt(position).lock(); ++position)
+            dma->setObserver(nullptr);
 }
 
 }   // namespace
@@ -101,6 +109,7 @@ void BoardContainer::openBoard(const std::shared_ptr<BoardWrapper>& board, Chann
             throw AIKException("No dma channes were found");
         channels.insert(channels.end(), ofBoard.begin(), ofBoard.end());
     } catch (const std::exception& failure) {
+        forgetObservers(*board);
         channels.push_back(failedChannel(board->boardName() + ": Invalid Applet ", failure, board));
     }
 }

@@ -6,8 +6,7 @@
 
 #include "tools/logging/CachedLogger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AppletProcess;
 class BoardWrapper;
@@ -17,8 +16,7 @@ class VideoChannel;
 /// never stops the others.
 /// Threads: the host thread of the first GetVideoChannel, no lock.
 /// Owns:    the boards, and a use of the board library.
-class BoardContainer
-{
+class BoardContainer {
 public:
     using Channels = std::vector<std::shared_ptr<VideoChannel>>;
 

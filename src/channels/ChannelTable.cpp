@@ -9,11 +9,9 @@
 #include "channels/BoardContainer.h"
 #include "channels/VideoChannel.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 ChannelTable* g_instance = nullptr;   // plain: nothing of ours may run at the end of the process
 

@@ -5,8 +5,7 @@
 #include <memory>
 #include <unordered_map>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class BoardContainer;
 class VideoChannel;
@@ -14,8 +13,7 @@ class VideoChannel;
 /// The process-wide list of all channels, and of those that the host has open.
 /// Threads: host. No lock: the host serialises opening and releasing, and lets no other call overlap them.
 /// Owns:    the boards and the channels.
-class ChannelTable
-{
+class ChannelTable {
 public:
     static bool exists();
     /// Makes the table at the first call, which begins the use of the board library.

@@ -2,8 +2,7 @@
 
 #include <stdexcept>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 void FailedVideoChannel::fail() const
 {

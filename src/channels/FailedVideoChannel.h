@@ -4,13 +4,11 @@
 
 #include "channels/VideoChannel.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Stands in the place of a board that could not be brought up, and gives the reason at every use.
 /// Throws: runtime_error with the reason, from all that it can't hand out.
-class FailedVideoChannel : public VideoChannel
-{
+class FailedVideoChannel : public VideoChannel {
 public:
     std::weak_ptr<DmaPort> dmaPort() const override { fail(); }
     std::weak_ptr<AppletProcess> appletProcess() const override { fail(); }

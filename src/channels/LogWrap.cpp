@@ -1,12 +1,12 @@
 #include "channels/LogWrap.h"
 
+#include <exception>
+
 #include "templates/platform/LibraryInitController.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 using templates::platform::LibraryInitController;
 
@@ -29,10 +29,11 @@ LogWrap* LogWrap::instance()
     return g_instance;
 }
 
-void LogWrap::createInstance()
-{
+void LogWrap::createInstance() noexcept
+try {
     if (!g_instance)
         g_instance = new LogWrap;
+} catch (const std::exception&) {   // no memory for it: no logging
 }
 
 void LogWrap::destroyInstance()

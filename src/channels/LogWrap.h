@@ -2,13 +2,11 @@
 
 #include "tools/logging/CachedLogger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-/// The logger of the exports, and the process's use of the support library: while it exists, there is
-/// logging. Threads: made and destroyed by calls that the host serialises; logger() on any thread between.
-class LogWrap
-{
+/// The logger of the exports, and the process's use of the support library: while it exists, there is logging.
+/// Threads: made and destroyed by calls that the host serialises; logger() on any thread between.
+class LogWrap {
 public:
     LogWrap();
     LogWrap(const LogWrap&) = delete;
@@ -19,8 +17,8 @@ public:
 
     /// The one instance, or null.
     static LogWrap* instance();
-    /// Makes the instance if there is none.
-    static void createInstance();
+    /// Makes the instance if there is none and there is memory for it.
+    static void createInstance() noexcept;
     /// Destroys the instance, and all loggers with it.
     static void destroyInstance();
 

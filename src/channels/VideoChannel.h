@@ -3,8 +3,7 @@
 #include <memory>
 #include <string>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AcquisitionEngine;
 class AppletProcess;
@@ -15,8 +14,7 @@ class FeatureContainer;
 /// What the host sees as one camera stream: one DMA of one applet process of one board. Hands out what serves
 /// the stream; lock a pointer for the time of one use.
 /// Threads: host.
-class VideoChannel
-{
+class VideoChannel {
 public:
     virtual ~VideoChannel() = default;
 

@@ -3,11 +3,9 @@
 #include "AIKException.h"
 #include "features/FeatureObserver.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 void requireBuffer(const char* val)
 {

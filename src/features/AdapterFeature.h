@@ -7,8 +7,7 @@
 
 #include "tools/logging/CachedLogger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class FeatureObserver;
 
@@ -27,8 +26,7 @@ enum class FeatureType : int32_t {
 /// identity, the three permissions and the observers, and the order of the checks before the type's own work.
 /// Threads: host. No lock: the host serialises its calls.
 /// Throws:  AIKException where a check refuses, and what the type's own work throws.
-class AdapterFeature
-{
+class AdapterFeature {
 public:
     AdapterFeature(const AdapterFeature&) = delete;
     AdapterFeature& operator=(const AdapterFeature&) = delete;

@@ -5,8 +5,7 @@
 
 #include "features/HostText.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 void BooleanFeature::doRead(char* val)
 {

@@ -2,12 +2,10 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// A flag in memory, "True" or "False". Every text but "True" writes false, and none is refused.
-class BooleanFeature : public AdapterFeature
-{
+class BooleanFeature : public AdapterFeature {
 public:
     BooleanFeature() : AdapterFeature(FeatureType::Boolean) {}
 

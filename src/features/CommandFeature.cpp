@@ -2,14 +2,12 @@
 
 #include <stdexcept>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 CommandFeature::CommandFeature()
     : AdapterFeature(FeatureType::Command),
       m_function([] { throw std::runtime_error("No function is defined for the command."); })
-{
-}
+{}
 
 void CommandFeature::doRead(char* /*val*/)
 {

@@ -5,12 +5,10 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Calls a function when it is executed. Its failures are no AIKException: the host reads them bare.
-class CommandFeature : public AdapterFeature
-{
+class CommandFeature : public AdapterFeature {
 public:
     using Function = std::function<void()>;
 

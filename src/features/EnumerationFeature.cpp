@@ -5,11 +5,9 @@
 #include "features/HostText.h"
 #include "features/traceStep.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 constexpr const char* kSource = "features/EnumerationFeature";
 

@@ -6,13 +6,11 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// A choice from a closed list of names, each with a number: the host speaks names, the owner numbers. Its
 /// own failures are no AIKException.
-class EnumerationFeature : public AdapterFeature
-{
+class EnumerationFeature : public AdapterFeature {
 public:
     EnumerationFeature() : AdapterFeature(FeatureType::Enumeration) {}
 

@@ -5,14 +5,12 @@
 
 #include "AIKException.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 template <typename Access>
-void saying(const char* whatFailed, Access&& access)
+void wrapFailure(const char* whatFailed, Access&& access)
 {
     try {
         access();
@@ -53,19 +51,19 @@ const std::shared_ptr<AdapterFeature>& FeatureContainer::featureAt(uint32_t inde
 void FeatureContainer::read(const std::string& name, char* val) const
 {
     AdapterFeature& feature = find(name);
-    saying("Feature could not be read. (", [&] { feature.read(val); });
+    wrapFailure("Feature could not be read. (", [&] { feature.read(val); });
 }
 
 void FeatureContainer::write(const std::string& name, const char* val) const
 {
     AdapterFeature& feature = find(name);
-    saying("Feature could not be written. (", [&] { feature.write(val); });
+    wrapFailure("Feature could not be written. (", [&] { feature.write(val); });
 }
 
 void FeatureContainer::execute(const std::string& name) const
 {
     AdapterFeature& feature = find(name);
-    saying("Command could not be executed. (", [&] { feature.execute(); });
+    wrapFailure("Command could not be executed. (", [&] { feature.execute(); });
 }
 
 std::string FeatureContainer::attribute(const std::string& name, uint32_t attribute) const

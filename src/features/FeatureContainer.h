@@ -7,8 +7,7 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// The attributes of a feature, by the number that the host gives.
 enum class FeatureAttribute : uint32_t { Description = 1, Readable = 2, Writeable = 3, Empty = 4 };
@@ -18,8 +17,7 @@ enum class FeatureAttribute : uint32_t { Description = 1, Readable = 2, Writeabl
 /// Threads: host. Filled while the channels are built, only read afterwards.
 /// Owns:    its features, together with their makers.
 /// Throws:  AIKException for an unknown name, runtime_error for an unknown number.
-class FeatureContainer
-{
+class FeatureContainer {
 public:
     virtual ~FeatureContainer() = default;
 

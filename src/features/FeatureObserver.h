@@ -3,14 +3,12 @@
 #include <functional>
 #include <utility>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class AdapterFeature;
 
 /// Hears that a feature was written, on the thread that wrote it.
-class FeatureObserver
-{
+class FeatureObserver {
 public:
     virtual ~FeatureObserver() = default;
 
@@ -19,8 +17,7 @@ public:
 
 /// Calls a function. The feature keeps a plain pointer: whoever owns this keeps it as long as the feature can
 /// be written.
-class FeatureObserverCallback : public FeatureObserver
-{
+class FeatureObserverCallback : public FeatureObserver {
 public:
     using Callback = std::function<void(AdapterFeature*)>;
 

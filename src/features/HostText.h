@@ -2,11 +2,11 @@
 
 #include <cstring>
 #include <string>
+#include <string_view>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-inline constexpr size_t kHostTextSize = 256;   // of every text buffer of the host, with the NUL
+inline constexpr size_t kHostTextSize = 256;   // of the host's buffers for values and failures, with the NUL
 
 /// Copies the whole text and its NUL: for texts that are short by their nature.
 inline void copyWhole(char* destination, const std::string& text)
@@ -15,7 +15,7 @@ inline void copyWhole(char* destination, const std::string& text)
 }
 
 /// Copies at most 255 characters and puts a NUL behind them.
-inline void copyBounded(char* destination, const std::string& text)
+inline void copyBounded(char* destination, std::string_view text)
 {
     destination[text.copy(destination, kHostTextSize - 1)] = '\0';
 }

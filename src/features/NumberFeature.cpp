@@ -6,8 +6,7 @@
 #include "features/HostText.h"
 #include "features/NumberText.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 template <typename T>
 void NumberFeature<T>::doRead(char* val)

@@ -4,13 +4,11 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// A whole number in memory. The value alone may be read and set on any thread: the frame counter is.
 template <typename T>
-class NumberFeature : public AdapterFeature
-{
+class NumberFeature : public AdapterFeature {
 public:
     NumberFeature() : AdapterFeature(FeatureType::Integer) {}
 

@@ -2,8 +2,7 @@
 
 #include <stdexcept>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 std::string toText(uint64_t number)
 {

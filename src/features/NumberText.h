@@ -6,8 +6,7 @@
 #include <sstream>
 #include <string>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// The number in decimal.
 std::string toText(uint64_t number);

@@ -2,11 +2,9 @@
 
 #include "AIKException.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 [[noreturn]] void refuse()
 {
@@ -19,7 +17,6 @@ ProxyFeature::ProxyFeature()
     : m_readFunction([](char*) { refuse(); }),
       m_writeFunction([](const char*) { refuse(); }),
       m_executeFunction(refuse)
-{
-}
+{}
 
 }   // namespace orvo::cognex

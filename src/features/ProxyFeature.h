@@ -5,13 +5,11 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Keeps no value: hands reads, writes and execution to functions of its creator, who sets the type too. A
 /// read function may write up to 256 bytes.
-class ProxyFeature : public AdapterFeature
-{
+class ProxyFeature : public AdapterFeature {
 public:
     using ReadFunction = std::function<void(char*)>;
     using WriteFunction = std::function<void(const char*)>;

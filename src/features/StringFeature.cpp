@@ -4,8 +4,7 @@
 
 #include "features/HostText.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 void StringFeature::doRead(char* val)
 {

@@ -5,12 +5,10 @@
 
 #include "features/AdapterFeature.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// A text in memory, of any length; a read gives its first 255 characters.
-class StringFeature : public AdapterFeature
-{
+class StringFeature : public AdapterFeature {
 public:
     StringFeature() : AdapterFeature(FeatureType::String) {}
 

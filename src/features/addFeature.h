@@ -5,8 +5,7 @@
 #include "features/FeatureContainer.h"
 #include "features/FeatureObserver.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// What a host may do with a feature from the start.
 struct Access {

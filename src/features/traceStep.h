@@ -6,8 +6,7 @@
 #include "features/AdapterFeature.h"
 #include "tools/logging/Record.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Records that a step of a feature's access begins or ends, on level 1. `sourcePath` is the source's path
 /// below src/ without its ending.

@@ -10,8 +10,7 @@
 #include "tests/acquisition/buffers/Ring.h"
 #include "tests/support/Failures.h"
 
-namespace
-{
+namespace {
 
 thread_local bool t_nextFails = false;
 
@@ -37,8 +36,7 @@ thread_local bool t_nextFails = false;
     std::free(memory);
 }
 
-namespace
-{
+namespace {
 
 using ExhaustedHeap = orvo::test::Ring;
 

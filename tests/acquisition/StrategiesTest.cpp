@@ -15,16 +15,14 @@ using namespace orvo::cognex;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace
-{
+namespace {
 
 constexpr Ticks kShort{1};
 constexpr const char* kNoImage = "No image arrived within the given timeout.";
 
 /// A ring and a strategy over it. Its smallest rings, and what it asks of its port, are shown with a board.
 template <typename Strategy>
-class Under : public test::Ring
-{
+class Under : public test::Ring {
 protected:
     Under() { strategy.setCoordinator(coordinator); }
 

@@ -9,8 +9,7 @@
 
 using namespace orvo::cognex;
 
-namespace
-{
+namespace {
 
 /// What the host's memory holds then, with three bytes behind it; '#' is where nothing was written.
 template <typename Transformation>

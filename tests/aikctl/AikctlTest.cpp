@@ -10,13 +10,11 @@
 #include "os/Os.h"
 #include "sim/orvo_sim.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 namespace fs = std::filesystem;
 
-namespace
-{
+namespace {
 
 std::string appletVariable(int board)
 {

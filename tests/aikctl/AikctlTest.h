@@ -8,8 +8,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 /// What a run of the program said and how it ended.
 struct Outcome {
@@ -22,8 +21,7 @@ struct Outcome {
 
 /// The program run in this process, over two simulated boards whose applets the test chooses, with a folder
 /// of its own.
-class AikctlTest : public testing::Test
-{
+class AikctlTest : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;

@@ -1,9 +1,7 @@
 #include "tests/aikctl/AikctlTest.h"
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
 using CommandLine = AikctlTest;
 

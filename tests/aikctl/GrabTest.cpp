@@ -6,15 +6,12 @@
 #include "tests/aikctl/AikctlTest.h"
 #include "tests/aikctl/decodePng.h"
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
 using nlohmann::json;
 
-class Grab : public AikctlTest
-{
+class Grab : public AikctlTest {
 protected:
     // A small picture in which no two samples that could be mixed up are the same.
     Picture putPhotoInto(const std::string& name) const

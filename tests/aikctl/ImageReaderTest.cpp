@@ -4,10 +4,8 @@
 
 #include <gtest/gtest.h>
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
 constexpr uint32_t kWidth = 5;
 constexpr uint32_t kHeight = 2;
@@ -46,8 +44,7 @@ int32_t answerRelease(char* /*errstr*/, int64_t /*channelID*/)
     return AIK_OK;
 }
 
-class Reader : public testing::Test
-{
+class Reader : public testing::Test {
 protected:
     Reader()
     {

@@ -1,13 +1,10 @@
 #include "sim/orvo_sim.h"
 #include "tests/aikctl/AikctlTest.h"
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
-class List : public AikctlTest
-{
+class List : public AikctlTest {
 protected:
     // Whether the board library was let go of as often as it was taken.
     static void expectAllClosed()

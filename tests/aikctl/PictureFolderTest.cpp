@@ -5,15 +5,12 @@
 #include "tests/aikctl/AikctlTest.h"
 #include "tests/aikctl/decodePng.h"
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
 namespace fs = std::filesystem;
 
-class APictureFolder : public AikctlTest
-{
+class APictureFolder : public AikctlTest {
 protected:
     PictureFolder open(bool overwrite = false) const { return {pictures().string(), overwrite}; }
 

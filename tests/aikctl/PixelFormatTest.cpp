@@ -7,10 +7,8 @@
 #include "aikctl/encodePng.h"
 #include "tests/aikctl/decodePng.h"
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
 using Bytes = std::vector<uint8_t>;
 

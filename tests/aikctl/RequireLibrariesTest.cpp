@@ -5,15 +5,12 @@
 #include "os/Os.h"
 #include "tests/aikctl/AikctlTest.h"
 
-namespace orvo::aikctl
-{
-namespace
-{
+namespace orvo::aikctl {
+namespace {
 
 namespace fs = std::filesystem;
 
-class RequiredLibraries : public AikctlTest
-{
+class RequiredLibraries : public AikctlTest {
 protected:
     void SetUp() override
     {

@@ -11,8 +11,7 @@
 
 #include "aikctl/PixelFormat.h"
 
-namespace orvo::aikctl
-{
+namespace orvo::aikctl {
 
 inline bool operator==(const Picture& a, const Picture& b)
 {

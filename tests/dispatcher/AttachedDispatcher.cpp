@@ -2,11 +2,9 @@
 
 #include <filesystem>
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
-namespace
-{
+namespace {
 
 template <typename Function>
 void find(os::Module library, const char* name, Function& function)

@@ -11,13 +11,11 @@
 #include "os/Os.h"
 #include "sim/orvo_sim_dispatcher.h"
 
-namespace orvo::sim
-{
+namespace orvo::sim {
 
 /// The dispatcher library as its client finds it, loaded from beside the test, with the wheel in our hand
 /// and one client attached.
-class AttachedDispatcher : public testing::Test
-{
+class AttachedDispatcher : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;

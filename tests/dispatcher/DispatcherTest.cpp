@@ -6,10 +6,8 @@
 
 #include "tests/dispatcher/AttachedDispatcher.h"
 
-namespace orvo::sim
-{
-namespace
-{
+namespace orvo::sim {
+namespace {
 
 using Dispatcher = AttachedDispatcher;
 using LevelChanges = std::vector<std::pair<int64_t, int32_t>>;

@@ -2,10 +2,8 @@
 
 #include "sim/dispatcher/LevelRules.h"
 
-namespace orvo::sim
-{
-namespace
-{
+namespace orvo::sim {
+namespace {
 
 using spdlog::level::level_enum;
 

@@ -3,13 +3,11 @@
 #include <array>
 #include <string>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A feature that may be read, written and executed.
 template <typename Feature>
-class Usable : public Feature
-{
+class Usable : public Feature {
 public:
     Usable()
     {

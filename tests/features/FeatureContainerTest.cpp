@@ -16,11 +16,9 @@ using orvo::test::bareFailure;
 using orvo::test::reading;
 using testing::ElementsAre;
 
-namespace
-{
+namespace {
 
-class Container : public testing::Test
-{
+class Container : public testing::Test {
 protected:
     static std::shared_ptr<StringFeature> addText(FeatureContainer& features, const char* name,
                                                   const char* value)

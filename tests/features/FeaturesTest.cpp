@@ -25,8 +25,7 @@ using test::reading;
 using test::Usable;
 using testing::ElementsAre;
 
-namespace
-{
+namespace {
 
 std::string failureOfRead(AdapterFeature& feature)
 {
@@ -152,8 +151,7 @@ TEST(Numbers, OfTheBoardLibraryStandAtTheBeginningOfItsTexts)
 }
 
 /// A number, and observers that write their names into one list.
-class Observed : public testing::Test
-{
+class Observed : public testing::Test {
 protected:
     void observe(
         FeatureObserverCallback& observer, const std::string& name, std::function<void()> react = [] {})
@@ -200,8 +198,7 @@ TEST_F(Observed, AFailingObserverLeavesTheNewValue)
     EXPECT_THROW(feature.write("4"), std::bad_function_call);
 }
 
-class Enumeration : public testing::Test
-{
+class Enumeration : public testing::Test {
 protected:
     test::LibraryUse m_use;   // its accesses are traced
     Usable<EnumerationFeature> feature;

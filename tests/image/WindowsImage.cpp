@@ -7,11 +7,9 @@
 #include <iterator>
 #include <stdexcept>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 // Offsets and numbers of the file format.
 constexpr size_t kOptionalHeader = 24;   // from the headers' begin

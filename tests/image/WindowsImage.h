@@ -7,13 +7,11 @@
 #include <string>
 #include <vector>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A built Windows library, as its file says what it is. Only what the tests ask for is read; whatever does
 /// not lie inside the file throws std::out_of_range.
-class WindowsImage
-{
+class WindowsImage {
 public:
     /// By name, or without one by ordinal.
     struct Imports {

@@ -6,14 +6,11 @@
 #include "tests/image/WindowsImage.h"
 #include "tests/system/Adapter.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
-class AdapterImage : public testing::Test
-{
+class AdapterImage : public testing::Test {
 protected:
     const std::string path = Adapter::folder() + "OrvoCognexAdapter.dll";
     const WindowsImage image{path};

@@ -12,8 +12,7 @@
 using namespace orvo;
 using namespace orvo::os;
 
-namespace
-{
+namespace {
 
 TEST(InstallationOf, IsTheParentOfTheNearestLibraryFolder)
 {

@@ -6,11 +6,9 @@
 
 #include "tests/support/Places.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 void require(const void* found, const std::string& what)
 {

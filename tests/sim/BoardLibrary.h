@@ -3,12 +3,10 @@
 #include "os/Os.h"
 #include "sim/brdlib5/brdlib5.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// The board library beside this program, loaded by its path and bound by name. Fails hard if it can't be.
-class BoardLibrary
-{
+class BoardLibrary {
     os::Module m_module;
 
     template <typename Function>

@@ -8,17 +8,14 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Numbers = std::vector<int64_t>;
 
 /// What the boards file makes go wrong.
-class Faults : public SimulatedBoards
-{
+class Faults : public SimulatedBoards {
 protected:
     void describeFaults(const std::string& faults)
     {

@@ -8,11 +8,9 @@
 #include "os/Os.h"
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using ::testing::EndsWith;
 using ::testing::HasSubstr;

@@ -8,17 +8,14 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 constexpr int32_t kLacking = -2070;
 
 /// An open board with two processes, three DMA ports, and limits.
-class OpenBoard : public SimulatedBoards
-{
+class OpenBoard : public SimulatedBoards {
 protected:
     int32_t set(int32_t id, uint32_t value, uint32_t dma = 0)
     {

@@ -2,8 +2,7 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 BrdApcControl PictureRecorder::control()
 {

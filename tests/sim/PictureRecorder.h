@@ -8,12 +8,10 @@
 
 #include "sim/brdlib5/brdlib5.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// The far end of an image callback: keeps the numbers, and does what a test wants done inside.
-class PictureRecorder
-{
+class PictureRecorder {
 public:
     /// `inside` runs within each callback, after its number was kept.
     explicit PictureRecorder(std::function<void(int64_t)> inside = {}) : m_inside(std::move(inside)) {}

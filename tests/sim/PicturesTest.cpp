@@ -9,11 +9,9 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Bytes = std::vector<uint8_t>;
 
@@ -23,8 +21,7 @@ std::string appletOf(const std::string& members)
 }
 
 /// Pictures delivered by hand.
-class Pictures : public SimulatedBoards
-{
+class Pictures : public SimulatedBoards {
 protected:
     Pictures() { OrvoSim_setManual(1); }
 
@@ -145,8 +142,7 @@ TEST_F(Pictures, MayBeNumbersAlone)
 }
 
 /// A folder with three pictures of 2 x 2 pixels: grey, colour, grey with 16 bits.
-class PlayedFolder : public Pictures
-{
+class PlayedFolder : public Pictures {
 protected:
     PlayedFolder()
     {
@@ -190,7 +186,7 @@ TEST_F(PlayedFolder, IsCutToTheGeometryOrStretchedToIt)
     EXPECT_EQ((Bytes{0x01, 0x02, 0, 0x03, 0xFF, 0, 0, 0, 0}),
               pictures(cut + R"("width": 3, "height": 3)", 2, 9)[1]);
 
-    folder.write("flat/a.pgm", std::string("P5 2 1 255\n") + "\x64\x64");
+    folder.write("flat/a.pgm", "P5 2 1 255 dd");
     EXPECT_EQ(Bytes(30, 0x64),
               pictures(R"("source": {"folder": "flat"}, "format": 3, "width": 6, "height": 5)", 1, 30)[0]);
 

@@ -1,7 +1,6 @@
 #include "tests/sim/Ring.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 Ring::Ring(void* board, uint32_t dma, size_t blocks, size_t blockSize)
     : m_board(board),

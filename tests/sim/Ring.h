@@ -7,12 +7,10 @@
 #include "tests/sim/BoardLibrary.h"
 #include "tests/sim/PictureRecorder.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// One DMA of an open board with a ring of our own blocks, as a port has it.
-class Ring
-{
+class Ring {
 public:
     Ring(void* board, uint32_t dma, size_t blocks, size_t blockSize);
 

@@ -7,19 +7,16 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Numbers = std::vector<int64_t>;
 
 constexpr uint64_t kGiB = uint64_t{1} << 30;
 
 /// A board whose pictures come when the test says so, with a ring of three blocks.
-class HandDrivenRing : public SimulatedBoards
-{
+class HandDrivenRing : public SimulatedBoards {
 protected:
     HandDrivenRing()
     {
@@ -133,8 +130,7 @@ TEST_F(HandDrivenRing, ForgivesWhatHasNoEffect)
 }
 
 /// A ring that the test builds itself.
-class BareBoard : public SimulatedBoards
-{
+class BareBoard : public SimulatedBoards {
 protected:
     void* const board = open(0, R"({"width": 16, "height": 4})");
 };

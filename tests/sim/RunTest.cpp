@@ -7,11 +7,9 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Clock = std::chrono::steady_clock;
 using Numbers = std::vector<int64_t>;

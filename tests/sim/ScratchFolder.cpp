@@ -5,8 +5,7 @@
 #include <random>
 #include <sstream>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 namespace fs = std::filesystem;
 

@@ -3,12 +3,10 @@
 #include <string>
 #include <string_view>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A folder of one test's own, gone with the object.
-class ScratchFolder
-{
+class ScratchFolder {
 public:
     ScratchFolder();
     ~ScratchFolder();

@@ -2,8 +2,7 @@
 
 #include <array>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 SimulatedBoards::SimulatedBoards()
 {

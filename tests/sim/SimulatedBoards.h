@@ -14,16 +14,14 @@
 #include "tests/sim/ScratchFolder.h"
 #include "tests/support/ScopedVariable.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// Bounds every wait; only a test that fails takes so long.
 inline constexpr uint32_t kGenerousMs = 60'000;
 
 /// The library before its first call, with the built-in boards unless a test describes others. Ends every
 /// life that a test began.
-class SimulatedBoards : public ::testing::Test
-{
+class SimulatedBoards : public ::testing::Test {
 protected:
     SimulatedBoards();
     ~SimulatedBoards() override;

@@ -8,17 +8,14 @@
 
 #include "tests/sim/SimulatedBoards.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using ::testing::HasSubstr;
 
 /// The wheel in the test's hand, over an open board with a ring.
-class Wheel : public SimulatedBoards
-{
+class Wheel : public SimulatedBoards {
 protected:
     Wheel() { OrvoSim_setManual(1); }
 

@@ -7,8 +7,7 @@
 
 #include "AIKException.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// What `act` says when it fails with an exception of exactly this type; a note for any other outcome.
 template <typename Failure, typename Act>

@@ -2,13 +2,11 @@
 
 #include "templates/platform/LibraryInitController.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A use of the support library: singletons, and all loggers, go with it. What fetches a logger needs one, so
 /// that a case leaves nothing behind.
-class LibraryUse
-{
+class LibraryUse {
 public:
     LibraryUse() { templates::platform::LibraryInitController::init(); }
     LibraryUse(const LibraryUse&) = delete;

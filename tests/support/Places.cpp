@@ -4,11 +4,9 @@
 
 #include "os/Os.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using std::filesystem::path;
 

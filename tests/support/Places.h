@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// The path of the library called `name` beside this program.
 std::string libraryBesideUs(const std::string& name);

@@ -5,12 +5,10 @@
 
 #include "os/Os.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// Sets an environment variable for a scope; an empty value removes it.
-class ScopedVariable
-{
+class ScopedVariable {
 public:
     ScopedVariable(std::string name, const std::string& value)
         : m_name(std::move(name)), m_before(os::environmentVariable(m_name))

@@ -2,11 +2,9 @@
 
 #include <stdexcept>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 template <typename Function>
 void find(Function& function, os::Module module, const char* name)

@@ -5,12 +5,10 @@
 #include "aik/aik.h"
 #include "os/Os.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// The built adapter, loaded as a host loads it. Never unloaded: its boards may still run.
-class Adapter
-{
+class Adapter {
 public:
     /// The one beside this program.
     Adapter();

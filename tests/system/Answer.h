@@ -7,8 +7,7 @@
 
 #include "aik/aik.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// What a call of the adapter gave: its return code, the acquisition status of an image function, and the
 /// text of the failure or, for a call that hands out a text or a number, that.

@@ -6,12 +6,10 @@
 
 #include <gtest/gtest.h>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// Host memory between canaries. Its bytes begin as canaries too, so that an untouched one can be told.
-class Canaries
-{
+class Canaries {
 public:
     static constexpr unsigned char kCanary = 0xA5;
 

@@ -6,11 +6,9 @@
 #include "os/Os.h"
 #include "tests/system/Adapter.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 constexpr const char* kLoggers[] = {
     "orvo.Cognex.Interface",         "orvo.Cognex.BoardContainer",  "orvo.Cognex.Feature",

@@ -5,12 +5,10 @@
 
 #include "sim/orvo_sim_dispatcher.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// The simulated logging dispatcher beside the adapter, capturing all records from level 1 on.
-class DispatcherWheel
-{
+class DispatcherWheel {
 public:
     DispatcherWheel();
     DispatcherWheel(const DispatcherWheel&) = delete;

@@ -1,10 +1,8 @@
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Features = OneChannel;
 

@@ -4,15 +4,12 @@
 
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 /// Two channels of one process whose pictures come by themselves, as fast as the ring allows.
-class Flowing : public SystemTest
-{
+class Flowing : public SystemTest {
 protected:
     static constexpr uint32_t kWidth = 16;
     static constexpr uint32_t kHeight = 8;
@@ -82,14 +79,15 @@ TEST_F(Flowing, HostThreadsFetchEveryPictureInItsOrderFromTheirOwnChannel)
     EXPECT_EQ(host.stop(first), done());
 }
 
-TEST_F(Flowing, ARebuildAndAStopBesideWaitingThreadsLoseNothingButPictures)
+TEST_F(Flowing, StopsAndStartsBesideAWaitingThreadAndRebuildsAfterwards)
 {
     startBoth();
     std::atomic<bool> over = false;
     std::thread waiting([&] {
         Host own(adapter);
         while (!over)
-            own.waitForIntegration(second);
+            EXPECT_THAT(own.waitForIntegration(second),
+                        testing::AnyOf(image(), pending(), imageFails("Acquisition is not running")));
     });
     for (int i = 0; i < 20; ++i) {
         EXPECT_EQ(host.stop(first), done());
@@ -101,22 +99,6 @@ TEST_F(Flowing, ARebuildAndAStopBesideWaitingThreadsLoseNothingButPictures)
         EXPECT_EQ(host.write(first, "BufferCount", count), done());
     host.fetch(first, kImageSize);
     host.fetch(second, kImageSize);
-}
-
-TEST_F(Flowing, OldestFirstCountsEveryPictureOnce)
-{
-    first = host.opened(0);
-    ASSERT_EQ(host.write(first, "AcquisitionStrategy", "OldestFirst"), done());
-    ASSERT_EQ(host.setup(first, kWidth, kHeight), done());
-    ASSERT_EQ(host.start(first), done());
-    ASSERT_EQ(OrvoSim_waitForDelivered(0, 0, 5, kGenerousMs),
-              1);   // the whole ring, and the host fetches none
-    ASSERT_EQ(host.stop(first), done());
-    EXPECT_EQ(host.read(first, "FrameCountSinceLastStart"), gives("5"));
-    OrvoSim_Ledger ledger{};
-    ASSERT_EQ(OrvoSim_readLedger(0, 0, &ledger), 1);
-    EXPECT_EQ(ledger.delivered, 5u);
-    EXPECT_EQ(ledger.produced, ledger.delivered + ledger.droppedNoBlock);
 }
 
 }   // namespace

@@ -3,11 +3,9 @@
 #include <chrono>
 #include <cstring>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 constexpr auto kGenerous = std::chrono::seconds(20);
 

@@ -9,13 +9,11 @@
 #include "tests/system/Answer.h"
 #include "tests/system/Canaries.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A host of the adapter: each call hands in memory between canaries, and a success must leave `errstr`
 /// alone. Channels are named by their ids. Its end releases what is open.
-class Host
-{
+class Host {
 public:
     explicit Host(const Adapter& adapter) : m_adapter(adapter) {}
     Host(const Host&) = delete;

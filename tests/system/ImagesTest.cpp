@@ -2,11 +2,9 @@
 
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Bytes = std::vector<unsigned char>;
 
@@ -17,8 +15,7 @@ struct Format {
     int32_t planarCode;
 };
 
-class SixFormats : public SystemTest, public testing::WithParamInterface<Format>
-{
+class SixFormats : public SystemTest, public testing::WithParamInterface<Format> {
 protected:
     static constexpr uint32_t kWidth = 5;
     static constexpr uint32_t kHeight = 3;

@@ -3,17 +3,14 @@
 
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 constexpr int64_t kNoChannel = 4711;
 
 /// A channel record of some size in memory that holds a whole one, between canaries.
-class Record
-{
+class Record {
 public:
     explicit Record(int32_t size) { std::memcpy(m_memory.data(), &size, sizeof size); }
 
@@ -30,8 +27,7 @@ private:
     Canaries m_memory{sizeof(csAIK_ChannelRecord)};
 };
 
-class Interface : public SystemTest
-{
+class Interface : public SystemTest {
 protected:
     std::array<char, AIK_ERRSTR_SIZE> errstr{};
     uint32_t acqResult = 77;
@@ -111,6 +107,13 @@ TEST_F(OneChannel, RefusesAnUnknownIdEverywhereAndKeepsTheOpenChannel)
     EXPECT_EQ(host.attributes(kNoChannel), imageFails("Invalid channelID"));
     EXPECT_EQ(host.release(kNoChannel), invalid);
     EXPECT_EQ(host.read(id, "BufferCount"), gives("5"));
+}
+
+TEST_F(OneChannel, CutsALongFailureToTheHostsBuffer)
+{
+    const std::string name(300, 'x');
+    const std::string text = "Cannot find feature with the name: " + name;
+    EXPECT_EQ(host.read(id, name.c_str()), fails(text.substr(0, 255)));
 }
 
 TEST_F(OneChannel, RefusesToOpenTwiceButTellsTheId)

@@ -1,10 +1,8 @@
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 constexpr const char* kNoBoards[] = {
     "Brd_getBoardType boardIndex=1 -> -1", "Brd_getBoardType boardIndex=2 -> -1",
@@ -14,8 +12,7 @@ constexpr const char* kNoBoards[] = {
 };
 
 /// One board with one process of two DMAs, numbered 3 and 4 at the board, 8 x 4 pixels of 8-bit grey.
-class WholeLife : public SystemTest
-{
+class WholeLife : public SystemTest {
 protected:
     WholeLife() { machine.oneBoard(Machine::process({Machine::dma(3), Machine::dma(4)})); }
 

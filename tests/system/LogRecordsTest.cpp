@@ -1,11 +1,9 @@
 #include "tests/system/DispatcherWheel.h"
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 std::string interfaceTrace(const std::string& message)
 {
@@ -23,8 +21,7 @@ std::string portTrace(const std::string& line, const std::string& message)
 }
 
 /// As OneChannel, with the dispatcher listening from the first call on.
-class LogRecords : public SystemTest
-{
+class LogRecords : public SystemTest {
 protected:
     LogRecords() { machine.oneBoard(Machine::process({Machine::dma(3)})); }
 
@@ -82,7 +79,7 @@ TEST_F(LogRecords, TellAWholeLife)
                      interfaceTrace("Leave GetImage: 0")}));
 
     OrvoSim_answer("Brd_getImagePtrEx", 1, 0);
-    OrvoSim_deliver(0, 3, 1);
+    deliver(1, 3);
     EXPECT_EQ(
         dispatcher.take(),
         Lines{

@@ -5,11 +5,9 @@
 #include "os/Os.h"
 #include "sim/orvo_sim.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 constexpr int kMostBoards = 8;
 

@@ -6,15 +6,13 @@
 
 #include <nlohmann/json.hpp>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 using nlohmann::json;
 
 /// The machine that a test describes: boards, the applet file of each, and the environment that leads to
 /// them. One at a time; a new one takes the wheel of the simulator from the beginning, in manual mode.
-class Machine
-{
+class Machine {
 public:
     Machine();
     Machine(const Machine&) = delete;

@@ -2,17 +2,14 @@
 
 #include "tests/system/SystemTest.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
-namespace
-{
+namespace {
 
 using Numbers = std::vector<uint64_t>;
 
 /// A channel whose host chose a strategy and a ring, and started.
-class Strategies : public OneChannel
-{
+class Strategies : public OneChannel {
 protected:
     void startWith(const char* strategy, const char* buffers = "5")
     {

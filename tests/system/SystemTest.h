@@ -9,13 +9,11 @@
 #include "tests/system/Machine.h"
 #include "tests/system/Wheel.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A host, the adapter, and a machine that the test describes before it opens the first channel. Pictures
 /// come when the test delivers them.
-class SystemTest : public testing::Test
-{
+class SystemTest : public testing::Test {
 protected:
     Machine machine;
     Adapter adapter;
@@ -23,8 +21,7 @@ protected:
 };
 
 /// One board with one channel, which is open and set up: 8 x 4 pixels, 8-bit grey, five buffers.
-class OneChannel : public SystemTest
-{
+class OneChannel : public SystemTest {
 protected:
     static constexpr uint32_t kWidth = 8;
     static constexpr uint32_t kHeight = 4;

@@ -6,8 +6,7 @@
 
 #include "sim/orvo_sim.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 Lines journal(const std::string& filter, uint64_t from)
 {

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 using Lines = std::vector<std::string>;
 

@@ -4,8 +4,7 @@
 
 #include "AIKException.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 Buffer::Buffer(uint64_t size) : m_data(std::malloc(size)), m_size(size) {}
 

@@ -5,13 +5,11 @@
 #include <memory>
 #include <utility>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// One block of host memory of the size of an image; the board writes into it by DMA. Owned by its DMA port
 /// alone: all others hold weak pointers, which a rebuilt ring expires at once.
-class Buffer
-{
+class Buffer {
 public:
     using Callback = std::function<void(Buffer*)>;
 

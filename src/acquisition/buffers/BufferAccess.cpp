@@ -4,11 +4,9 @@
 
 #include "acquisition/buffers/Buffer.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 // Far beyond any wait, and small enough for the clocks that Boost adds it to.
 constexpr boost::chrono::milliseconds kLongestWait = boost::chrono::hours(24 * 365);
@@ -17,13 +15,11 @@ constexpr boost::chrono::milliseconds kLongestWait = boost::chrono::hours(24 * 3
 
 BufferAccess::BufferAccess(BufferCoordinator& coordinator)
     : m_coordinator(coordinator), m_lock(coordinator.m_mutex)
-{
-}
+{}
 
 BufferAccess::BufferAccess(BufferCoordinator& coordinator, Ticks deadline)
     : m_coordinator(coordinator), m_lock(coordinator.m_mutex, timePoint(deadline))
-{
-}
+{}
 
 BufferAccess::~BufferAccess()
 {

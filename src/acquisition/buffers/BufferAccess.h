@@ -7,15 +7,13 @@
 
 #include "acquisition/buffers/BufferCoordinator.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// The lock of a BufferCoordinator and the only door to its queues. Its end wakes a waiter, if an image was
 /// published, and gives the lock back. A move that meets an entry whose buffer has gone drops it: nothing is
 /// unblocked, nothing queued, and it goes on with the next.
 /// Threads: one, for one scope. The coordinator outlives it.
-class BufferAccess
-{
+class BufferAccess {
 public:
     explicit BufferAccess(BufferCoordinator& coordinator);
     BufferAccess(BufferCoordinator& coordinator, Ticks deadline);

@@ -2,13 +2,11 @@
 
 #include "acquisition/buffers/BufferAccess.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 BufferCoordinator::BufferCoordinator()
     : m_freeQueue(std::make_shared<BufferQueue>()), m_readyQueue(std::make_shared<BufferQueue>())
-{
-}
+{}
 
 std::shared_ptr<BufferAccess> BufferCoordinator::lock()
 {

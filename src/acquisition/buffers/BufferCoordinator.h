@@ -8,17 +8,15 @@
 #include "acquisition/buffers/BufferQueue.h"
 #include "acquisition/buffers/Ticks.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class Buffer;
 class BufferAccess;
 
 /// Where each buffer of one DMA channel is: free for the board, ready for the host, or current, which is the
-/// one that the host reads. Holds the one lock of the channel; all comes to the queues through a
-/// BufferAccess. Threads: any.
-class BufferCoordinator
-{
+/// one that the host reads. Holds the one lock of the channel; all comes to the queues through a BufferAccess.
+/// Threads: any.
+class BufferCoordinator {
 public:
     BufferCoordinator();
 

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 std::weak_ptr<Buffer> BufferQueue::popFront()
 {

@@ -4,15 +4,13 @@
 #include <memory>
 #include <vector>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 class Buffer;
 
 /// Buffers in order of arrival, oldest first. Owns none of them. Guarded by the lock of its
 /// BufferCoordinator.
-class BufferQueue
-{
+class BufferQueue {
 public:
     void push(std::weak_ptr<Buffer> buffer) { m_buffers.push_back(std::move(buffer)); }
     /// Removes the oldest entry, gone or not. The queue must not be empty.

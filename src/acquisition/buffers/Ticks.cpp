@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 using boost::chrono::duration_cast;
 using boost::chrono::system_clock;

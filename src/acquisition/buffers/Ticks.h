@@ -5,8 +5,7 @@
 
 #include <boost/chrono.hpp>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Durations of the acquisition path, and points in time as durations since 1 January 1970, of the system
 /// clock.

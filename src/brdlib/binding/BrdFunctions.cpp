@@ -6,11 +6,9 @@
 
 #include "brdlib/binding/InstallationDirectory.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
-namespace
-{
+namespace {
 
 // In the order of binding. "Brd_findApplet" has two places, and the name with the tab is what the library is
 // asked for: no library has it, and nothing calls it.
@@ -134,8 +132,9 @@ constexpr size_t slotOf(std::string_view name)
 
 void bindFrom(const char* directory)
 {
-    // The marker of a bound library: a library without this name is tried again at every call.
-    if (!g_functions[slotOf("Brd_InitEx")])
+    // The mark of a bound library: one without this name is tried again at every call.
+    constexpr size_t kMark = slotOf("Brd_InitEx");
+    if (!g_functions[kMark])
         loadBoardLibrary(directory);
 }
 

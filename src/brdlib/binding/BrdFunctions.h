@@ -3,8 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// What the board library is told of the image callback. It copies the record while it registers it.
 struct BrdApcControl {
@@ -22,6 +21,7 @@ static_assert(sizeof(BrdApcControl) == 32);
 
 inline constexpr int32_t kFunctionNotReached = -2130;   // the board library's own code for it
 inline constexpr int32_t kParameterNotInApplet = -2070;
+inline constexpr int32_t kTypeOfCounts = 1;   // the type code by which counts are read
 
 // The functions of the board library that the adapter calls. Each row makes a forwarder of the same name that
 // loads and binds the library at the first call of any.

@@ -4,8 +4,7 @@
 
 #include "brdlib/binding/SharedLibrary.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// The folder of the installation, or null if nothing tells it: that of this module if it lies below a folder
 /// of libraries, else "ORVODIR5_64", else "ORVODIR5". Found once and kept; a miss is looked for again at the

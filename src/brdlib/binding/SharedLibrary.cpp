@@ -1,12 +1,10 @@
 #include "brdlib/binding/SharedLibrary.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 SharedLibrary::SharedLibrary(const std::string& path, Unload unload)
     : m_module(os::loadLibrary(path, os::Neighbours::AsTheSystemDoes, &m_error)), m_unload(unload)
-{
-}
+{}
 
 SharedLibrary::~SharedLibrary()
 {

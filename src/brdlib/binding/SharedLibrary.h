@@ -4,13 +4,11 @@
 
 #include "os/Os.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// A library that is loaded at run time: the board library, the logging dispatcher, an applet's own file.
 /// A failed load is kept and not thrown.
-class SharedLibrary
-{
+class SharedLibrary {
 public:
     enum class Unload {
         Never,   // the code stays, and so do all addresses taken from it

@@ -4,8 +4,7 @@
 
 #include "AIKException.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 void throwBrdError(int64_t number)
 {

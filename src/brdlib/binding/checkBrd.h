@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 
 /// Throws AIKException with "brd error code: " and the number, in decimal.
 [[noreturn]] void throwBrdError(int64_t number);

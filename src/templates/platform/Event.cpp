@@ -1,7 +1,6 @@
 #include "templates/platform/Event.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 void Event::set()
 {

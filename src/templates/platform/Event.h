@@ -3,12 +3,10 @@
 #include <condition_variable>
 #include <mutex>
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// A flag that threads wait for. It stays signalled until it is reset, and wakes all who wait.
-class Event
-{
+class Event {
 public:
     explicit Event(bool signalled) : m_signalled(signalled) {}
 

@@ -1,12 +1,10 @@
 #pragma once
 
-namespace orvo::templates::patterns
-{
+namespace orvo::templates::patterns {
 
 /// Base of the guards: the lock, and whether this guard holds it.
 template <typename LockPointer>
-class Guard
-{
+class Guard {
 public:
     Guard(const Guard&) = delete;
     Guard& operator=(const Guard&) = delete;

@@ -4,14 +4,12 @@
 #include "templates/platform/LibraryInitController.h"
 #include "templates/platform/SpinLockVariableGuard.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// A process-wide object of class `T` that comes into being at its first use and goes with the last use of
 /// LibraryInitController, not at the end of the process. The next use after that makes a new one.
 template <typename T>
-class GuardedSingleton : public GuardedSingletonBase
-{
+class GuardedSingleton : public GuardedSingletonBase {
 public:
     /// Any thread. The lock is recursive, so initialise() may call this again.
     static T& instance()

@@ -1,7 +1,6 @@
 #pragma once
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// What LibraryInitController needs to end a singleton.
 struct GuardedSingletonBase {

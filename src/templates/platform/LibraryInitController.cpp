@@ -5,11 +5,9 @@
 
 #include "templates/platform/SpinLockVariableGuard.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
-namespace
-{
+namespace {
 
 LibraryInitController* g_instance = nullptr;
 uint32_t g_useCount = 0;

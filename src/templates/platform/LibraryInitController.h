@@ -4,13 +4,11 @@
 
 #include "templates/platform/GuardedSingletonBase.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// Counts the uses of the support library and destroys its singletons, in the order of their creation, with
 /// the last one. Exists only while the count is above 0. Any thread.
-class LibraryInitController
-{
+class LibraryInitController {
 public:
     using CleanUp = void (*)();
 

@@ -1,7 +1,6 @@
 #include "templates/platform/ReadWriteLock.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 void ReadWriteLock::lockRead()
 {

@@ -5,13 +5,11 @@
 
 #include "templates/platform/Event.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// Many readers or one writer. A waiting writer goes before new readers. Not reentrant: a holder that asks
 /// again waits for itself.
-class ReadWriteLock
-{
+class ReadWriteLock {
 public:
     virtual ~ReadWriteLock() = default;
 

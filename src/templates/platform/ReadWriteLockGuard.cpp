@@ -1,13 +1,12 @@
 #include "templates/platform/ReadWriteLockGuard.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 ReadWriteLockGuard::ReadWriteLockGuard(ReadWriteLock& lock, LockMode mode) : Guard(&lock)
 {
     if (mode == LockMode::Read)
         m_lock->lockRead();
-    else
+    else if (mode == LockMode::Write)
         m_lock->lockWrite();
 }
 

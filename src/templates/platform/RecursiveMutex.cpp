@@ -1,7 +1,6 @@
 #include "templates/platform/RecursiveMutex.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 void RecursiveMutex::lock()
 {

@@ -5,12 +5,10 @@
 
 #include "templates/platform/Guard.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// A mutex that its owner thread may take again.
-class RecursiveMutex
-{
+class RecursiveMutex {
 public:
     virtual ~RecursiveMutex() = default;
 
@@ -25,8 +23,7 @@ private:
 };
 
 /// Holds a RecursiveMutex for a scope.
-class RecursiveMutexGuard : public patterns::Guard<RecursiveMutex*>
-{
+class RecursiveMutexGuard : public patterns::Guard<RecursiveMutex*> {
 public:
     explicit RecursiveMutexGuard(RecursiveMutex& mutex);
     ~RecursiveMutexGuard() override;

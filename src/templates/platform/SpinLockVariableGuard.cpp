@@ -2,8 +2,7 @@
 
 #include "os/Os.h"
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 SpinLockVariableGuard::SpinLockVariableGuard(SpinLockVariable& lock, SpinLockVariable* owner)
     : m_lock(&lock), m_owner(owner)

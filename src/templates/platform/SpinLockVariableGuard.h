@@ -3,8 +3,7 @@
 #include <atomic>
 #include <cstdint>
 
-namespace orvo::templates::platform
-{
+namespace orvo::templates::platform {
 
 /// A lock that is a plain process-wide variable: usable before any constructor ran and after any destructor.
 using SpinLockVariable = std::atomic<uint32_t>;

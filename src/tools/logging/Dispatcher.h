@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 // The interface of the logging dispatcher, a library of its own that may be missing.
 

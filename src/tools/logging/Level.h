@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 // The levels of the logging dispatcher: a higher number is more severe. These are in use.
 inline constexpr int32_t kTrace = 1;       // the steps of a call

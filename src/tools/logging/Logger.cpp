@@ -3,8 +3,7 @@
 #include "os/Os.h"
 #include "tools/logging/Logging.h"
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 using templates::platform::RecursiveMutexGuard;
 

@@ -7,13 +7,11 @@
 #include "templates/platform/RecursiveMutex.h"
 #include "tools/logging/Level.h"
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 /// One named source of records: its number at the dispatcher and the lowest level that is on. Owned by
 /// Logging. Any thread.
-class Logger
-{
+class Logger {
 public:
     explicit Logger(int64_t id, int32_t threshold = kOff) : m_id(id), m_threshold(threshold) {}
     Logger(const Logger&) = delete;

@@ -3,8 +3,7 @@
 #include "brdlib/binding/InstallationDirectory.h"
 #include "templates/platform/ReadWriteLockGuard.h"
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 using templates::platform::LockMode;
 using templates::platform::ReadWriteLockGuard;

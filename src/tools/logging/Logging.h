@@ -10,18 +10,15 @@
 #include "tools/logging/Dispatcher.h"
 #include "tools/logging/Logger.h"
 
-namespace orvo::cognex
-{
+namespace orvo::cognex {
 class SharedLibrary;
 }
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 /// The process's loggers, and the way of their records to the dispatcher. Without a dispatcher every logger
-/// is the default one, for which all levels in use are off. Reports no failure and throws none. Any thread.
-class Logging : public templates::platform::GuardedSingleton<Logging>
-{
+/// is the default one, for which all levels in use are off. Reports no failure to its callers. Any thread.
+class Logging : public templates::platform::GuardedSingleton<Logging> {
 public:
     Logging();
     ~Logging() override;

@@ -8,8 +8,7 @@
 #include "os/Os.h"
 #include "tools/logging/Logger.h"
 
-namespace orvo::tools::logging
-{
+namespace orvo::tools::logging {
 
 /// Where a trace record says that it comes from: a source path below src/ without its ending, and a line.
 struct SourceLine {
@@ -22,7 +21,7 @@ struct SourceLine {
 template <typename StreamText>
 void writeRecord(Logger* logger, int32_t level, StreamText&& streamText) noexcept
 try {
-    if (!logger->isEnabled(level))
+    if (!logger || !logger->isEnabled(level))
         return;
     std::ostringstream text;
     text.imbue(std::locale::classic());

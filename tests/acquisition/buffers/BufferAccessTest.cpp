@@ -13,11 +13,9 @@ using namespace orvo::cognex;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace
-{
+namespace {
 
-class Moves : public test::Ring
-{
+class Moves : public test::Ring {
 protected:
     void publish(const test::Numbers& numbers)
     {
@@ -103,7 +101,7 @@ TEST_F(Moves, AreNotForWhoComesTooLateForTheLock)
 {
     const test::LockHolder holder(*coordinator);
     EXPECT_FALSE(coordinator->tryLockUntil(now() + Ticks(1))->holdsLock());
-    EXPECT_FALSE(coordinator->tryLockUntil(now())->holdsLock());   // the first one took nothing away
+    EXPECT_FALSE(coordinator->tryLockUntil(Ticks::min())->holdsLock());   // the first one took nothing away
 }
 
 TEST_F(Moves, OfAPublishWakeAWaiter)
@@ -131,9 +129,9 @@ TEST(Ticks, StayWithinWhatTheyCanHold)
 {
     EXPECT_EQ(deadlineAfter(Ticks::max()), Ticks::max());
     EXPECT_EQ(wrappingSum(Ticks::max(), Ticks(1)), Ticks::min());
-    EXPECT_EQ(timePoint(Ticks::min()), boost::chrono::system_clock::time_point());
-    EXPECT_GT(timePoint(Ticks::max()), boost::chrono::system_clock::now());
-    EXPECT_EQ(timePoint(Ticks(10'000'000)).time_since_epoch(), boost::chrono::seconds(1));
+    const auto time = boost::chrono::system_clock::now();
+    EXPECT_GT(timePoint(Ticks::min()), time - boost::chrono::minutes(1));   // no earlier than now
+    EXPECT_GT(timePoint(Ticks::max()), time + boost::chrono::hours(24 * 365));
 }
 
 }   // namespace

@@ -11,14 +11,12 @@
 #include "acquisition/buffers/Buffer.h"
 #include "acquisition/buffers/BufferAccess.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 using Numbers = std::vector<int64_t>;
 
 /// The buffers of a channel without a board: all free at first, and what is told to the board is kept.
-class Ring : public testing::Test
-{
+class Ring : public testing::Test {
 protected:
     using Buffer = cognex::Buffer;
 
@@ -68,8 +66,7 @@ private:
 };
 
 /// Another thread that holds the lock of a coordinator as long as this lives.
-class LockHolder
-{
+class LockHolder {
 public:
     explicit LockHolder(cognex::BufferCoordinator& coordinator)
         : m_thread([this, &coordinator] {

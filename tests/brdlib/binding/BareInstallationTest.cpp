@@ -14,11 +14,9 @@
 using namespace orvo;
 using namespace orvo::cognex;
 
-namespace
-{
+namespace {
 
-class BareInstallation : public testing::Test
-{
+class BareInstallation : public testing::Test {
 protected:
     void SetUp() override
     {

@@ -16,8 +16,7 @@ using namespace orvo;
 using namespace orvo::templates::platform;
 using namespace std::chrono_literals;
 
-namespace
-{
+namespace {
 
 constexpr int kThreads = 3;
 constexpr int kRounds = 500;
@@ -36,8 +35,7 @@ void contend(Act act)
         thread.join();
 }
 
-class ReadWrite : public testing::Test
-{
+class ReadWrite : public testing::Test {
 protected:
     std::future<void> visitor(LockMode mode)
     {

@@ -10,12 +10,10 @@ using namespace orvo::templates::platform;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace
-{
+namespace {
 
 /// Singletons that tell what becomes of them.
-class Singletons : public testing::Test
-{
+class Singletons : public testing::Test {
 protected:
     Singletons() { s_events.clear(); }
 
@@ -23,8 +21,7 @@ protected:
     static void cleanUp() { s_events.emplace_back("clean-up"); }
 
     template <char Name>
-    class Telling : public GuardedSingleton<Telling<Name>>
-    {
+    class Telling : public GuardedSingleton<Telling<Name>> {
     public:
         Telling() { tell(" made"); }
         ~Telling() override { tell(" destroyed"); }

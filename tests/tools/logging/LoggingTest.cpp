@@ -13,12 +13,10 @@ using namespace orvo;
 using namespace orvo::tools::logging;
 using orvo::templates::platform::LibraryInitController;
 
-namespace
-{
+namespace {
 
 /// The dispatcher beside this program is attached, and one of its loggers is on from level 4.
-class AttachedLogging : public testing::Test
-{
+class AttachedLogging : public testing::Test {
 protected:
     AttachedLogging()
     {
