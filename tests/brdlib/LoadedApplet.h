@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "brdlib/AppletLoader.h"
+#include "brdlib/AppletProcess.h"
+#include "brdlib/AppletWrapper.h"
+#include "brdlib/BoardWrapper.h"
+#include "brdlib/binding/BrdFunctions.h"
+#include "sim/orvo_sim.h"
+#include "tests/support/LibraryUse.h"
+#include "tests/system/Machine.h"
+#include "tests/system/Wheel.h"
+
+namespace orvo::test
+{
+
+/// A simulated board, number 0, with the wheel in the test's hand, and on it the applet that a test
+/// describes.
+class LoadedApplet : public testing::Test
+{
+protected:
+    ~LoadedApplet() override
+    {
+        if (!board)
+            return;
+        board.reset();
+        cognex::Brd_FreeLibraries();
+    }
+
+    void load(const json& applet)
+    {
+        machine.boards({Machine::grabber(0)});
+        machine.applet(0, applet);
+        cognex::Brd_InitLibraries(nullptr);
+        board = cognex::BoardWrapper::create(0);
+        board->setApplet(cognex::chooseLoader(board)->load());
+        OrvoSim_clearJournal();
+    }
+
+    cognex::AppletProcess& process() const { return *board->applet()->processes().front(); }
+
+    Machine machine;
+    LibraryUse m_use;
+    std::shared_ptr<cognex::BoardWrapper> board;
+};
+
+}   // namespace orvo::test
