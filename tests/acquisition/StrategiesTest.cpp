@@ -4,27 +4,24 @@
 #include <gtest/gtest.h>
 
 #include "AIKException.h"
-#include "acquisition/NewestOnlyStrategy.h"
 #include "acquisition/OldestFirstOverwriteStrategy.h"
-#include "acquisition/OldestFirstStrategy.h"
 #include "tests/acquisition/buffers/Ring.h"
 #include "tests/support/Failures.h"
 
 using namespace orvo;
 using namespace orvo::cognex;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
 constexpr Ticks kShort{1};
 constexpr const char* kNoImage = "No image arrived within the given timeout.";
 
-/// A ring and a strategy over it. Its smallest rings, and what it asks of its port, are shown with a board.
-template <typename Strategy>
-class Under : public test::Ring {
+/// A ring and a strategy over it: what waiting does, which is the same for all kinds. What they differ in, and
+/// what a host sees of it, is shown with a board.
+class Wait : public test::Ring {
 protected:
-    Under() { strategy.setCoordinator(coordinator); }
+    Wait() { strategy.setCoordinator(coordinator); }
 
     void arrive(const test::Numbers& numbers)
     {
@@ -42,68 +39,8 @@ protected:
         return test::pending([&] { strategy.getImage(kShort); });
     }
 
-    /// What the host gets until there is no more, each image released before the next.
-    test::Numbers fetchesAll()
-    {
-        test::Numbers fetched;
-        while (waited() != kNoImage) {
-            fetched.push_back(current());
-            strategy.release();
-        }
-        return fetched;
-    }
-
-    Strategy strategy;
+    OldestFirstOverwriteStrategy strategy;
 };
-
-using NewestOnly = Under<NewestOnlyStrategy>;
-using OldestFirst = Under<OldestFirstStrategy>;
-using OldestFirstOverwrite = Under<OldestFirstOverwriteStrategy>;
-
-TEST_F(NewestOnly, GivesAllBackThatTheHostHasNotFetched)
-{
-    ringOf(4);
-    arrive({0, 1, 2});
-    EXPECT_THAT(givenBack, ElementsAre(0, 1));
-    strategy.wait(kShort);
-    arrive({3, 0});
-    EXPECT_THAT(givenBack, ElementsAre(0, 1, 3));
-    EXPECT_THAT(fetchesAll(), ElementsAre(2, 0));
-}
-
-TEST_F(OldestFirst, KeepsEveryImageAndIgnoresOneWithoutAFreeBuffer)
-{
-    ringOf(2);
-    arrive({0, 1, 0});
-    EXPECT_THAT(givenBack, IsEmpty());
-    EXPECT_THAT(fetchesAll(), ElementsAre(0, 1));
-}
-
-TEST_F(OldestFirstOverwrite, KeepsOneBufferFreeForTheBoard)
-{
-    ringOf(3);
-    arrive({0, 1});
-    EXPECT_THAT(givenBack, IsEmpty());
-    arrive({2});
-    EXPECT_THAT(givenBack, ElementsAre(0));
-    EXPECT_THAT(free(), ElementsAre(0));
-    strategy.wait(kShort);
-    arrive({0});
-    EXPECT_THAT(givenBack, ElementsAre(0, 2));
-    EXPECT_THAT(fetchesAll(), ElementsAre(1, 0));
-}
-
-using Wait = OldestFirstOverwrite;   // the same for all kinds
-
-TEST_F(Wait, LeavesTheHostItsImage)
-{
-    ringOf(3);
-    arrive({0, 1});
-    strategy.wait(kShort);
-    strategy.wait(kShort);
-    EXPECT_EQ(strategy.getImage(kShort).lock(), ring[0]);
-    EXPECT_THAT(ready(), ElementsAre(1));
-}
 
 TEST_F(Wait, FindsNothingInOldEntries)
 {

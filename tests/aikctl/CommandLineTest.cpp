@@ -10,9 +10,9 @@ TEST_F(CommandLine, SaysWhatIsWrongWithIt)
     const std::pair<std::vector<std::string>, std::string> misuses[] = {
         {{}, "No command is given"},
         {{"grow"}, "grow"},
-        {{"grab", "first"}, "\"first\" is neither a channel's number nor \"all\""},
-        {{"grab", "--", "-1"}, "\"-1\" is neither"},
-        {{"grab", "1x"}, "\"1x\" is neither"},
+        {{"grab", "first"}, "first is neither a channel's number nor all"},
+        {{"grab", "--", "-1"}, "-1 is neither"},
+        {{"grab", "1x"}, "1x is neither"},
         {{"grab", "--count", "0"}, "--count"},
         {{"grab", "--count", "-3"}, "--count"},
         {{"grab", "--strategy", "Newest"}, "NewestOnly"},

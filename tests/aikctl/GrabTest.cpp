@@ -11,12 +11,14 @@ namespace {
 
 using nlohmann::json;
 
+constexpr size_t kPixels = size_t{16} * 12;   // of every picture here
+
 class Grab : public AikctlTest {
 protected:
     // A small picture in which no two samples that could be mixed up are the same.
     Picture putPhotoInto(const std::string& name) const
     {
-        Picture photo{16, 12, 3, std::vector<uint8_t>(16 * 12 * 3)};
+        Picture photo{16, 12, 3, std::vector<uint8_t>(kPixels * 3)};
         for (size_t sample = 0; sample < photo.bytes.size(); ++sample)
             photo.bytes[sample] = static_cast<uint8_t>(sample * 7 % 251);
         const auto bytes = encodePng(photo);
@@ -67,7 +69,7 @@ TEST_F(Grab, SavesRawWhatNoPngCanShow)
                                                       "channel4-000001.raw", "channel5-000001.png"}));
     EXPECT_NE(packed.err.find("channel 4: saved raw, for no PNG can show this: 5 bytes a pixel (code -1)"),
               std::string::npos);
-    EXPECT_EQ(std::filesystem::file_size(pictures() / "channel4-000001.raw"), 16U * 12 * 5);
+    EXPECT_EQ(std::filesystem::file_size(pictures() / "channel4-000001.raw"), kPixels * 5);
 
     std::filesystem::remove_all(pictures());
     const Outcome planar = grab({"0", "1", "2", "3", "4", "5", "-n", "1", "--planar"});
@@ -88,7 +90,7 @@ TEST_F(Grab, KeepsEveryByteOfARawPicture)
     for (size_t channel = 0; channel < 6; ++channel)
         EXPECT_EQ(
             std::filesystem::file_size(pictures() / ("channel" + std::to_string(channel) + "-000002.raw")),
-            16 * 12 * bytesPerPixel[channel]);
+            kPixels * bytesPerPixel[channel]);
 }
 
 TEST_F(Grab, TellsHowItWent)
@@ -174,7 +176,7 @@ TEST_F(Grab, EndsInOrderWhenInterrupted)
 TEST_F(Grab, RefusesBeforeItOpensAnything)
 {
     std::filesystem::create_directories(pictures());
-    std::ofstream(pictures() / "channel7-000001.raw");
+    const std::ofstream older(pictures() / "channel7-000001.raw");
     EXPECT_EQ(grab({}).exitCode, 1);
     EXPECT_EQ(OrvoSim_countJournal(), 0U);
 }

@@ -7,8 +7,9 @@
 namespace orvo::aikctl {
 namespace {
 
-constexpr uint32_t kWidth = 5;
-constexpr uint32_t kHeight = 2;
+constexpr int32_t kWidth = 5;
+constexpr int32_t kHeight = 2;
+constexpr size_t kPixels = 10;
 
 // An adapter whose next answers the test sets: what no board does when a test would like it to.
 struct {
@@ -24,7 +25,7 @@ int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttribu
 {
     *result = g_adapter.isPending ? AIK_ACQ_PENDING : AIK_ACQ_COMPLETED;
     if (g_adapter.attributesFailure) {
-        std::strcpy(errstr, g_adapter.attributesFailure);
+        std::memcpy(errstr, g_adapter.attributesFailure, std::strlen(g_adapter.attributesFailure) + 1);
         return AIK_FAILED;
     }
     attributes->pixelFormat = g_adapter.pixelCode;
@@ -71,7 +72,7 @@ TEST_F(Reader, MeasuresHowManyBytesAPixelHas)
 {
     for (const bool isPlanar : {false, true}) {
         for (size_t bytes = 1; bytes <= AIK_MAX_BYTES_PER_PIXEL; ++bytes) {
-            const size_t whole = kWidth * kHeight * bytes;
+            const size_t whole = kPixels * bytes;
             g_adapter.imageSize = isPlanar ? whole / 3 * 3 : whole;
             ImageReader reader(m_channel, isPlanar);
             reader.allocate();
@@ -92,8 +93,10 @@ TEST_F(Reader, FetchesNoImageThatItDidNotAskAbout)
     EXPECT_EQ(g_adapter.fetched, 0);
 
     g_adapter.isPending = false;
-    g_adapter.imageSize = kWidth * kHeight * 2;
-    EXPECT_EQ(reader.next()->size(), g_adapter.imageSize);
+    g_adapter.imageSize = kPixels * 2;
+    const auto image = reader.next();
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->size(), g_adapter.imageSize);
     EXPECT_EQ(reader.pixelCode(), 0);
 }
 
@@ -101,7 +104,7 @@ TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)
 {
     ImageReader reader(m_channel, false);
     reader.allocate();
-    g_adapter.imageSize = kWidth * kHeight;
+    g_adapter.imageSize = kPixels;
     g_adapter.pixelCode = AIK_PIXEL_MONO8;
     g_adapter.attributesFailure = "Acquisistion is not setup";
     ASSERT_TRUE(reader.next());

@@ -37,8 +37,8 @@ TEST_F(APictureFolder, KeepsOlderPicturesUnlessToldOtherwise)
 TEST_F(APictureFolder, MindsOnlyItsOwnKindOfFile)
 {
     fs::create_directories(pictures());
-    std::ofstream(pictures() / "channel0.png");
-    std::ofstream(pictures() / "notes.txt");
+    const std::ofstream photo(pictures() / "channel0.png");
+    const std::ofstream notes(pictures() / "notes.txt");
     EXPECT_NO_THROW(open());
 }
 

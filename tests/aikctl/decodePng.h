@@ -28,10 +28,11 @@ inline Picture decodePng(std::span<const uint8_t> file)
         stbi_load_from_memory(file.data(), static_cast<int>(file.size()), &width, &height, &samples, 0);
     if (!pixels)
         return {};
+    const auto size = static_cast<size_t>(width) * static_cast<size_t>(height) * static_cast<size_t>(samples);
     Picture picture{static_cast<uint32_t>(width),
                     static_cast<uint32_t>(height),
                     static_cast<uint32_t>(samples),
-                    {pixels, pixels + width * height * samples}};
+                    {pixels, pixels + size}};
     stbi_image_free(pixels);
     return picture;
 }

@@ -17,7 +17,7 @@ void find(os::Module library, const char* name, Function& function)
 
 std::string AttachedDispatcher::folderOfThisProgram()
 {
-    const auto here = reinterpret_cast<const void*>(&AttachedDispatcher::gone);
+    const auto* const here = reinterpret_cast<const void*>(&AttachedDispatcher::gone);
     return std::filesystem::path(os::modulePath(here)).parent_path().string();
 }
 
@@ -25,9 +25,9 @@ void AttachedDispatcher::SetUp()
 {
     os::setEnvironmentVariable("ORVO_SIM_LOG_LEVEL", "info,wordy=trace,silent=off");
     os::Error error;
-    const os::Module library = os::loadLibrary(folderOfThisProgram() + os::kSeparator +
-                                                   "common-logging-dispatcher" + os::kLibraryEnding,
-                                               os::Neighbours::AsTheSystemDoes, &error);
+    os::Module library = os::loadLibrary(folderOfThisProgram() + os::kSeparator +
+                                             "common-logging-dispatcher" + os::kLibraryEnding,
+                                         os::Neighbours::AsTheSystemDoes, &error);
     ASSERT_NE(library, nullptr) << error.text;
     find(library, "logging_dispatcher_descriptor", m_descriptor);
     find(library, "OrvoSimLog_setLevel", m_setLevel);
