@@ -10,7 +10,7 @@ clones=("$place/one" "$place/further/down/another")
 
 for clone in "${clones[@]}"; do
     git clone --quiet --no-hardlinks "$repository" "$clone"
-    (cd "$clone" && cmake --preset windows && cmake --build --preset windows --target OrvoCognexAdapter)
+    (cd "$clone" && build windows OrvoCognexAdapter)
     (cd "$clone/build/windows" && find . -name '*OrvoCognexAdapter.dll*' -exec sha256sum {} + | sort -k 2) \
         >"$clone.sums"
 done

@@ -11,12 +11,6 @@ pictures=$demo/pictures
 photographChannel=2   # after the two of the first board
 count=30
 
-build() {
-    cmake --preset windows
-    cmake --build --preset windows \
-        --target OrvoCognexAdapter brdlib5 common-logging-dispatcher aikctl
-}
-
 layOut() {
     local stage=$repository/build/windows/stage/bin
     rm -rf "$demo"
@@ -78,8 +72,10 @@ planes() {
     rm -r "$folder"
 }
 
-"$repository/scripts/setup.sh"
-run "build" "$repository/build/log/demo-build.log" build
+cd "$repository"
+scripts/setup.sh
+run "build" "$repository/build/log/demo-build.log" \
+    build windows OrvoCognexAdapter brdlib5 common-logging-dispatcher aikctl
 ((status == 0)) || { tail -n 40 "$repository/build/log/demo-build.log" && exit 1; }
 layOut
 enterWine

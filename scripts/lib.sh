@@ -3,7 +3,7 @@
 repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 # Outlives the build folders; cmake/CacheFolder.cmake has the same default.
-cache=${ORVO_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvo-cognex-adapter}
+cache=$(realpath --canonicalize-missing "${ORVO_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvo-cognex-adapter}")
 
 # run <what> <log file> <command...>: runs it with its output in the file, says in a line how it went and
 # how long it took, and leaves the result in `status`. Never in a condition: there bash would ignore
@@ -21,6 +21,14 @@ run() {
     else
         echo "$what: failed after $((SECONDS - begin)) s; what it said is in $log" >&2
     fi
+}
+
+# build <preset> [target...]: configures and builds it.
+build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" -D ORVO_CACHE="$cache"
+    cmake --build --preset "$preset" ${1+--target "$@"}
 }
 
 # useWine [prefix]: the project's own Wine prefix, silent, without display, .NET and HTML engine.

@@ -125,7 +125,8 @@ if ((${#missing[@]} > 0)); then
         echo "    apt-get install ${missing[*]}" >&2
         exit 1
     fi
-    step "${#missing[@]} packages" installPackages "${missing[@]}"
+    echo "setup: installs ${missing[*]}"
+    step "packages" installPackages "${missing[@]}"
 fi
 
 compiler=$(dpkg-query -W -f '${Version}' g++-mingw-w64-x86-64-posix)

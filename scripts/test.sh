@@ -47,11 +47,6 @@ conclude() {
     fi
 }
 
-build() {
-    cmake --preset "$1"
-    cmake --build --preset "$1"
-}
-
 # What the record of a test run says in an attribute of its head, 0 if there is none.
 recorded() {
     local number
