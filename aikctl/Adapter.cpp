@@ -20,7 +20,7 @@ std::string absolutePath(const std::string& path)
 os::Module load(const std::string& path)
 {
     os::Error error;
-    const os::Module library = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
+    os::Module library = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
     if (!library)
         throw std::runtime_error("The adapter can't be loaded: " + path + ": " + error.text + " (" +
                                  std::to_string(error.number) + ")");

@@ -1,6 +1,7 @@
 #pragma once
 
-namespace CLI {
+namespace CLI   // NOLINT(readability-identifier-naming): the library's own name
+{
 class App;
 }
 

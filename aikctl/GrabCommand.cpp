@@ -32,7 +32,7 @@ std::string checkChannel(const std::string& text)
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool isNumber = error == std::errc() && end == text.data() + text.size() && number >= 0;
     return isNumber || text == kAllChannels ? ""
-                                            : "\"" + text + "\" is neither a channel's number nor \"all\"";
+                                            : text + " is neither a channel's number nor " + kAllChannels;
 }
 
 std::string progressText(uint64_t fetched, uint64_t wanted)

@@ -44,7 +44,7 @@ spdlog::level::level_enum spdlogLevel(int32_t level, spdlog::level::level_enum h
 
 Dispatcher& Dispatcher::instance()
 {
-    static Dispatcher* const dispatcher = new Dispatcher;   // leaked on purpose, see the class
+    static auto* const dispatcher = new Dispatcher;   // leaked on purpose, see the class
     return *dispatcher;
 }
 
