@@ -42,9 +42,7 @@ TEST_F(AdapterImage, IsHardenedVersionedAndStripped)
     EXPECT_EQ(image.securityFlags() & kHighEntropyDynamicBaseNoExecute, kHighEntropyDynamicBaseNoExecute);
     EXPECT_TRUE(image.sections().contains(".reloc"));   // without it the base can't move
     EXPECT_THAT(image.fileVersion(), testing::Optional(testing::ElementsAre(3, 0, 0, 0)));
-    EXPECT_FALSE(image.sections().contains(".symtab"));
-    EXPECT_THAT(image.sections(),
-                testing::Not(testing::Contains(testing::StartsWith("/"))));   // long names: debug
+    EXPECT_EQ(image.symbolCount(), 0u);
     EXPECT_GT(std::filesystem::file_size(path + ".debug"), std::filesystem::file_size(path));
 }
 

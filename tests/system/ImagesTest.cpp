@@ -63,7 +63,8 @@ TEST_P(SixFormats, ArriveAsTheBoardFilledThemAndNoByteMore)
 
 INSTANTIATE_TEST_SUITE_P(Images, SixFormats,
                          testing::Values(Format{1, 2, 9, 9}, Format{2, 3, 7, 2}, Format{3, 1, 0, 0},
-                                         Format{4, 4, 1, 1}, Format{5, 5, -1, -1}, Format{6, 6, 11, 2}));
+                                         Format{4, 4, 1, 1}, Format{5, 5, -1, -1}, Format{6, 6, 11, 2}),
+                         [](const auto& format) { return "Format" + std::to_string(format.param.number); });
 
 TEST_F(SystemTest, AColourPictureArrivesPixelByPixelPackedAndInPlanes)
 {
