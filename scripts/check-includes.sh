@@ -32,7 +32,7 @@ folders='
     aikctl          include os
     tests           include os src sim aikctl
     tests/system    include os sim tests
-    tests/aikctl    include os sim tests
+    tests/aikctl    include os sim tests aikctl
     bench           include os src sim
     docs            include os
 '

@@ -15,8 +15,7 @@ using orvo::test::bareFailure;
 using orvo::test::json;
 using orvo::test::Machine;
 
-namespace
-{
+namespace {
 
 using Applet = orvo::test::LoadedApplet;
 

@@ -17,12 +17,10 @@ using orvo::test::bareFailure;
 using orvo::test::Machine;
 using testing::ElementsAre;
 
-namespace
-{
+namespace {
 
 /// The only DMA of a board, 8 x 4 pixels, and what it tells of its pictures and its ring.
-class Port : public orvo::test::LoadedApplet, public DmaObserver
-{
+class Port : public orvo::test::LoadedApplet, public DmaObserver {
 protected:
     Port()
     {

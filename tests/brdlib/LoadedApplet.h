@@ -14,13 +14,11 @@
 #include "tests/system/Machine.h"
 #include "tests/system/Wheel.h"
 
-namespace orvo::test
-{
+namespace orvo::test {
 
 /// A simulated board, number 0, with the wheel in the test's hand, and on it the applet that a test
 /// describes.
-class LoadedApplet : public testing::Test
-{
+class LoadedApplet : public testing::Test {
 protected:
     ~LoadedApplet() override
     {

@@ -120,9 +120,8 @@ TEST_F(ChannelList, AsksTheFileOfALibraryAppletForItsDmas)
                      "failed: Orvo Gigabit 1: Invalid Applet "}));
     EXPECT_EQ(host.featureName(3, 0), fails("No dma channes were found"));
     EXPECT_EQ(host.featureName(5, 0), fails("No dma channes were found"));
-    EXPECT_THAT(
-        journal("Brd_getSystemInformation"),
-        testing::Contains(testing::HasSubstr("code=1300")).Times(7));
+    EXPECT_THAT(journal("Brd_getSystemInformation"),
+                testing::Contains(testing::HasSubstr("code=1300")).Times(7));
     EXPECT_THAT(journal("Brd_getParameterWithType"),
                 testing::Contains("Brd_getParameterWithType board=0 id=3050 dma=1 type=1 -> -2070"));
 }

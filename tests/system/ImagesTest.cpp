@@ -42,7 +42,7 @@ protected:
 Bytes planesOf(const Bytes& packed)
 {
     Bytes planes;
-    for (const size_t sample : {2, 1, 0})
+    for (const size_t sample : {size_t{2}, size_t{1}, size_t{0}})
         for (size_t i = sample; i < packed.size(); i += 3)
             planes.push_back(packed[i]);
     return planes;
