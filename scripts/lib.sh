@@ -13,7 +13,7 @@ run() {
     shift 2
     mkdir -p "$(dirname "$log")"
     set +e
-    (set -e && "$@") >"$log" 2>&1 </dev/null
+    (set -e && "$@") >"$log" 2>&1 </dev/null 8>&-
     status=$?
     set -e
     if ((status == 0)); then
@@ -57,5 +57,6 @@ enterWine() {
 leaveWine() {
     if flock --nonblock 8; then
         wineserver --kill 8>&- || true
+        flock --unlock 8
     fi
 }
