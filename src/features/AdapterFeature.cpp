@@ -53,7 +53,7 @@ std::string AdapterFeature::validEnum(int32_t /*index*/)
 
 void AdapterFeature::notifyObservers()
 {
-    // By index: an observer may add another one.
+    // By index: an observer may add another one. NOLINTNEXTLINE(modernize-loop-convert)
     for (size_t i = 0; i < m_observers.size(); ++i)
         m_observers[i]->featureChanged(this);
 }

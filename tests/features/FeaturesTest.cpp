@@ -154,7 +154,8 @@ TEST(Numbers, OfTheBoardLibraryStandAtTheBeginningOfItsTexts)
 class Observed : public testing::Test {
 protected:
     void observe(
-        FeatureObserverCallback& observer, const std::string& name, std::function<void()> react = [] {})
+        FeatureObserverCallback& observer, const std::string& name,
+        const std::function<void()>& react = [] {})
     {
         observer.setCallback([this, name, react](AdapterFeature* changed) {
             EXPECT_EQ(changed, &feature);

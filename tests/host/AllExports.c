@@ -8,14 +8,14 @@
 #include <stdlib.h>
 #include <string.h>
 
-static char errstr[AIK_ERRSTR_SIZE];
-static int failures = 0;
+static char g_errstr[AIK_ERRSTR_SIZE];
+static int g_failures = 0;
 
 static void expect(int condition, const char* what)
 {
     if (!condition) {
-        printf("failed: %s (%s)\n", what, errstr);
-        ++failures;
+        printf("failed: %s (%s)\n", what, g_errstr);
+        ++g_failures;
     }
 }
 
@@ -24,14 +24,14 @@ static uint32_t waitForPicture(int64_t id)
 {
     uint32_t acqResult = AIK_ACQ_PENDING;
     while (acqResult == AIK_ACQ_PENDING)
-        WaitForIntegration(errstr, id, &acqResult);
+        WaitForIntegration(g_errstr, id, &acqResult);
     return acqResult;
 }
 
 int main(void)
 {
     csAIK_ChannelRecord channel = {.size = sizeof channel};
-    expect(GetVideoChannel(errstr, 0, &channel) == AIK_OK, "GetVideoChannel");
+    expect(GetVideoChannel(g_errstr, 0, &channel) == AIK_OK, "GetVideoChannel");
     expect(channel.failed == 0, "the channel works");
     expect(channel.getImage != NULL, "the record holds the functions");
     const int64_t id = channel.channelID;
@@ -40,31 +40,32 @@ int main(void)
     char value[AIK_VALUE_SIZE];
     char entry[AIK_ENUM_SIZE] = "";
     uint32_t type = 0;
-    expect(GetFeatureName(errstr, id, 0, name) == AIK_OK, "GetFeatureName");
-    expect(GetFeatureType(errstr, id, "AcquisitionStrategy", &type) == AIK_OK, "GetFeatureType");
+    expect(GetFeatureName(g_errstr, id, 0, name) == AIK_OK, "GetFeatureName");
+    expect(GetFeatureType(g_errstr, id, "AcquisitionStrategy", &type) == AIK_OK, "GetFeatureType");
     expect(type == AIK_TYPE_ENUMERATION, "the strategy is an enumeration");
-    expect(GetFeatureAttr(errstr, id, "BufferCount", AIK_ATTR_WRITEABLE, value) == AIK_OK, "GetFeatureAttr");
+    expect(GetFeatureAttr(g_errstr, id, "BufferCount", AIK_ATTR_WRITEABLE, value) == AIK_OK,
+           "GetFeatureAttr");
     expect(strcmp(value, "True") == 0, "the buffer count can be written");
-    expect(GetValidEnum(errstr, id, "AcquisitionStrategy", 0, entry) == AIK_OK, "GetValidEnum");
-    expect(WriteValue(errstr, id, "AcquisitionStrategy", entry) == AIK_OK, "WriteValue");
-    expect(ReadValue(errstr, id, "AcquisitionStrategy", value) == AIK_OK, "ReadValue");
+    expect(GetValidEnum(g_errstr, id, "AcquisitionStrategy", 0, entry) == AIK_OK, "GetValidEnum");
+    expect(WriteValue(g_errstr, id, "AcquisitionStrategy", entry) == AIK_OK, "WriteValue");
+    expect(ReadValue(g_errstr, id, "AcquisitionStrategy", value) == AIK_OK, "ReadValue");
     expect(strcmp(value, "NewestOnly") == 0, "what was written is read");
-    expect(ExecuteCommand(errstr, id, "NoSuchCommand") == AIK_FAILED, "ExecuteCommand of an unknown name");
+    expect(ExecuteCommand(g_errstr, id, "NoSuchCommand") == AIK_FAILED, "ExecuteCommand of an unknown name");
 
     csAIK_CommonParams params = {.width = 64, .height = 32};
-    expect(SetupCommonParams(errstr, id, &params) == AIK_OK, "SetupCommonParams");
-    expect(StartAcquisition(errstr, id) == AIK_OK, "StartAcquisition");
+    expect(SetupCommonParams(g_errstr, id, &params) == AIK_OK, "SetupCommonParams");
+    expect(StartAcquisition(g_errstr, id) == AIK_OK, "StartAcquisition");
     expect(waitForPicture(id) == AIK_ACQ_COMPLETED, "WaitForIntegration");
     csAIK_ImageAttributes attributes = {.size = sizeof attributes};
     uint32_t acqResult = AIK_ACQ_FAILED;
-    expect(GetImageAttributes(errstr, id, &attributes, &acqResult) == AIK_OK, "GetImageAttributes");
+    expect(GetImageAttributes(g_errstr, id, &attributes, &acqResult) == AIK_OK, "GetImageAttributes");
     expect(attributes.width == 64 && attributes.height == 32, "the picture has the size that was set");
     unsigned char* const image = malloc((size_t)64 * 32 * AIK_MAX_BYTES_PER_PIXEL);
-    expect(GetImage(errstr, id, image, &acqResult) == AIK_OK, "GetImage");
+    expect(GetImage(g_errstr, id, image, &acqResult) == AIK_OK, "GetImage");
     expect(acqResult == AIK_ACQ_COMPLETED, "the picture is there");
     free(image);
 
-    expect(StopAcquisition(errstr, id) == AIK_OK, "StopAcquisition");
-    expect(ReleaseVideoChannel(errstr, id) == AIK_OK, "ReleaseVideoChannel");
-    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    expect(StopAcquisition(g_errstr, id) == AIK_OK, "StopAcquisition");
+    expect(ReleaseVideoChannel(g_errstr, id) == AIK_OK, "ReleaseVideoChannel");
+    return g_failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

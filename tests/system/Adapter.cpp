@@ -23,7 +23,7 @@ Adapter::Adapter() : Adapter(folder() + "OrvoCognexAdapter" + os::kLibraryEnding
 Adapter::Adapter(const std::string& path)
 {
     os::Error error;
-    const os::Module module = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
+    os::Module module = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
     if (!module)
         throw std::runtime_error("Cannot load " + path + ": " + error.text);
     find(getVideoChannel, module, "GetVideoChannel");

@@ -37,7 +37,7 @@ std::string withoutAccidents(const std::string& text)
 DispatcherWheel::DispatcherWheel()
 {
     const std::string path = Adapter::folder() + "common-logging-dispatcher" + os::kLibraryEnding;
-    const os::Module module = os::loadLibrary(path, os::Neighbours::BesideTheLibrary);
+    os::Module module = os::loadLibrary(path, os::Neighbours::BesideTheLibrary);
     if (!module)
         throw std::runtime_error("Cannot load " + path);
     find(m_setLevel, module, "OrvoSimLog_setLevel");

@@ -20,7 +20,7 @@ protected:
     static constexpr uint32_t kWidth = 5;
     static constexpr uint32_t kHeight = 3;
 
-    size_t imageSize() const { return kWidth * kHeight * GetParam().bytesPerPixel; }
+    size_t imageSize() const { return size_t{kWidth} * kHeight * GetParam().bytesPerPixel; }
 
     /// Opens the channel and fetches the first picture of a run into memory for the largest format.
     Bytes firstPicture(const char* transformation)

@@ -18,6 +18,10 @@ protected:
 
     static Lines opening(const std::string& path)
     {
+        const std::string information = "Brd_getSystemInformation board=null ";
+        const std::string frequency = information +
+                                      "code=100 property=0 boardIndex=0 buffer=set length=256 -> 0 "
+                                      "length=10 buffer=\"125000000\"";
         Lines lines = {
             "Brd_InitLibraries directory=null -> 0",
             "Brd_InitLibraries directory=null -> 0",
@@ -26,11 +30,9 @@ protected:
             "Brd_getParameterWithType board=0 id=3070 dma=0 type=1 -> 0 value=1",
             "Brd_getParameterWithType board=0 id=3050 dma=0 type=1 -> 0 value=2",
             "Brd_getParameter board=0 id=3080 value=0 dma=0 -> 0 value=3",
-            "Brd_getSystemInformation board=null code=100 property=0 boardIndex=0 buffer=set length=256 "
-            "-> 0 length=10 buffer=\"125000000\"",
+            frequency,
             "Brd_getParameter board=0 id=3080 value=1 dma=0 -> 0 value=4",
-            "Brd_getSystemInformation board=null code=100 property=0 boardIndex=0 buffer=set length=256 "
-            "-> 0 length=10 buffer=\"125000000\"",
+            frequency,
             "Brd_getBoardType boardIndex=0 -> 2897",
             "Brd_getBoardNameByType type=2897 one=1 -> \"Orvo Gigabit 1\"",
             "Brd_getParameterWithType board=0 id=3050 dma=0 type=1 -> 0 value=2",
@@ -41,8 +43,8 @@ protected:
         const Lines record = {
             "Brd_getParameter board=0 id=100 dma=3 -> 0 value=8",
             "Brd_getParameter board=0 id=200 dma=3 -> 0 value=4",
-            "Brd_getSystemInformation board=null code=1012 property=0 boardIndex=0 buffer=set length=255 "
-            "-> 0 length=47 buffer=\"Orvo Gigabit 1, serial number SIM-0, simulated\"",
+            information + "code=1012 property=0 boardIndex=0 buffer=set length=255 -> 0 length=47 "
+                          "buffer=\"Orvo Gigabit 1, serial number SIM-0, simulated\"",
         };
         lines.insert(lines.end(), record.begin(), record.end());
         return lines;

@@ -20,7 +20,7 @@ std::filesystem::path newFolder()
 {
     const auto all = std::filesystem::temp_directory_path();
     for (unsigned number = os::currentThreadId();; ++number) {
-        const auto folder = all / ("orvo-" + std::to_string(number));
+        auto folder = all / ("orvo-" + std::to_string(number));
         if (std::filesystem::create_directory(folder))
             return folder;
     }

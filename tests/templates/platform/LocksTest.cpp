@@ -26,6 +26,7 @@ template <typename Act>
 void contend(Act act)
 {
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i)
         threads.emplace_back([&] {
             for (int round = 0; round < kRounds; ++round)
