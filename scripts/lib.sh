@@ -50,7 +50,7 @@ enterWine() {
     exec 8>"$cache/wine.lock"
     flock --shared 8
     trap leaveWine EXIT
-    wineserver --persistent 8>&-
+    wineserver --persistent 8>&- || true   # refuses where one runs already, and that one will do
     wineboot </dev/null >/dev/null 2>&1 8>&-
 }
 
