@@ -40,6 +40,12 @@ void FeatureContainer::merge(const std::weak_ptr<FeatureContainer>& other)
         add(source->featureAt(i));
 }
 
+void FeatureContainer::setAvailable(bool available) const
+{
+    for (const auto& [index, feature] : m_byIndex)
+        feature->setAvailable(available);
+}
+
 const std::shared_ptr<AdapterFeature>& FeatureContainer::featureAt(uint32_t index) const
 {
     const auto entry = m_byIndex.find(index);

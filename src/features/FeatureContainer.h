@@ -30,6 +30,9 @@ public:
     /// Adds the features that `other` has now, by their numbers. Does nothing if it has gone.
     void merge(const std::weak_ptr<FeatureContainer>& other);
 
+    /// Switches all features that it has now on or off.
+    void setAvailable(bool available) const;
+
     size_t count() const { return m_byIndex.size(); }
     const std::shared_ptr<AdapterFeature>& featureAt(uint32_t index) const;
     std::string nameAt(uint32_t index) const { return featureAt(index)->name(); }

@@ -1,0 +1,45 @@
+#include "features/BrdStringFeature.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+#include "brdlib/binding/BrdFunctions.h"
+#include "features/BrdProperty.h"
+#include "features/traceStep.h"
+
+namespace orvo::cognex {
+
+namespace {
+
+constexpr const char* kSource = "features/BrdStringFeature";
+
+}   // namespace
+
+void BrdStringFeature::doRead(char* val)
+{
+    const auto read = [this](char* buffer, int32_t* length) {
+        Brd_getParameterProperty(boardHandle(), parameterId(), static_cast<int32_t>(BrdProperty::Value),
+                                 buffer, length);   // a refusal is silent: the length and the zeros tell
+    };
+    int32_t length = 0;
+    read(nullptr, &length);
+    length = std::max(length, 0);
+    std::string text(static_cast<size_t>(length), '\0');
+    read(text.data(), &length);
+    text.copy(val, text.size());
+}
+
+void BrdStringFeature::doWrite(const char* val)
+{
+    traceStep(*this, kSource, "Write string start");
+    setParameter(val);
+    traceStep(*this, kSource, "Write string end");
+}
+
+void BrdStringFeature::doExecute()
+{
+    throw std::runtime_error("Execute function is not implemented for string feature.");
+}
+
+}   // namespace orvo::cognex
