@@ -1,6 +1,8 @@
 #include "channels/AikVideoChannel.h"
 
 #include "acquisition/AcquisitionEngine.h"
+#include "brdlib/BrdConfigurator.h"
+#include "camera/CameraConnector.h"
 #include "features/FeatureContainer.h"
 
 namespace orvo::cognex {

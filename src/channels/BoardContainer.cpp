@@ -6,9 +6,12 @@
 #include "brdlib/AppletProcess.h"
 #include "brdlib/AppletWrapper.h"
 #include "brdlib/BoardWrapper.h"
+#include "brdlib/BrdConfigurator.h"
 #include "brdlib/DmaPort.h"
 #include "brdlib/binding/BrdFunctions.h"
+#include "camera/CameraConnector.h"
 #include "channels/AikVideoChannel.h"
+#include "channels/CameraFamilies.h"
 #include "channels/FailedVideoChannel.h"
 #include "features/NumberText.h"
 #include "features/StringFeature.h"
@@ -31,24 +34,31 @@ constexpr Access kListed{.readable = true, .writeable = false, .available = fals
 
 std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& board,
                                           const std::shared_ptr<AppletProcess>& process,
-                                          const std::shared_ptr<DmaPort>& dma, const std::string& name)
+                                          const std::shared_ptr<DmaPort>& dma, const std::string& name,
+                                          const std::shared_ptr<CameraConnector>& connector)
 {
     auto engine = std::make_shared<AcquisitionEngine>();
     engine->setDmaPort(dma);
     dma->setObserver(engine.get());
+    auto configurator = std::make_shared<BrdConfigurator>();
+    configurator->setDmaPort(dma);
 
     auto channel = std::make_shared<AikVideoChannel>();
     channel->setDmaPort(dma);
     channel->setAppletProcess(process);
     channel->setBoard(board);
     channel->setName(name);
+    channel->setCameraConnector(connector);
+    channel->setConfigurator(configurator);
     channel->setAcquisitionEngine(engine);
 
     // The order settles equal names, the later one wins, and the numbers that the host counts.
     const auto features = channel->features().lock();
     features->merge(process->features());
+    features->merge(configurator->features());
     features->merge(dma->getFeatures());
     features->merge(engine->getFeatures());
+    features->merge(connector->features());
     return channel;
 }
 
@@ -118,6 +128,7 @@ BoardContainer::Channels BoardContainer::channelsOf(const std::shared_ptr<BoardW
 {
     Channels channels;
     const std::string boardName = board->boardName();
+    const std::shared_ptr<CameraConnector> connector = createCameraConnector(board, board->applet());
     int64_t processPosition = 0;
     for (const auto& process : board->applet()->processes()) {
         const std::string processName = boardName + " process: " + toText(processPosition++);
@@ -125,7 +136,7 @@ BoardContainer::Channels BoardContainer::channelsOf(const std::shared_ptr<BoardW
             const auto dma = process->dmaPortAt(static_cast<int32_t>(position)).lock();
             if (dma)   // ports that failed have closed up: there is none at the last positions then
                 channels.push_back(
-                    makeChannel(board, process, dma, processName + " dma: " + toText(position)));
+                    makeChannel(board, process, dma, processName + " dma: " + toText(position), connector));
         }
     }
     return channels;
