@@ -20,8 +20,8 @@ extern "C" {
 #endif
 
 /// Back to the beginning: the script is empty and whoever it held goes on, the journal is empty and
-/// records again up to its default limit, the ledger is empty, manual mode is off, messages are on. Boards
-/// that are open, and DMAs that run, are not touched.
+/// records again up to its default limit, the ledger is empty, manual mode is off, messages are on, cameras
+/// that vanished are back. Boards that are open, and DMAs that run, are not touched.
 void OrvoSim_reset(void);
 
 /// Messages to standard error, such as what is wrong with a boards file: 0 switches them off.
@@ -95,6 +95,17 @@ void OrvoSim_letGo(const char* call);
 /// Ends all rules, those of the boards file too; whoever is held goes on.
 void OrvoSim_clearScript(void);
 
+// Cameras
+
+/// The camera behind that port of the board answers `calls` further calls of the camera libraries that name
+/// it, and then none: each fails, and no search finds it; 0: it is gone at once. Connections that are open
+/// stay so for the hosts. Returns 1, or 0 if no camera is described there.
+int32_t OrvoSim_vanishCamera(uint32_t boardIndex, uint32_t port, uint64_t calls);
+
+/// It answers again. If it was gone it is as after a loss of power: not connected, not started, and its
+/// parameters are those at first. Returns 1, or 0 if no camera is described there.
+int32_t OrvoSim_restoreCamera(uint32_t boardIndex, uint32_t port);
+
 // The journal: one line a call
 
 // `Brd_AddMem board=0 buffer=b0 size=307200 index=0 head=h1 -> 0`: name, arguments in their order, result.
@@ -111,6 +122,10 @@ void OrvoSim_clearScript(void);
 // `Brd_getParameter board=0 id=100 dma=0 -> 0 value=640`. A value that goes in as well, as the word of ids
 // 3080 and 3090 does, stands in both places. A length word is `length=256`; with a buffer of null it isn't
 // read, and stands behind the result alone. Brd_FreeLibraries has neither arguments nor result.
+//
+// A camera library's handle is its board's index. Its cameras are c1, c2, ... in the order in which a life's
+// handles are given out, of each library for itself: `Eth_getCameraByIndex library=0 port=0 index=0 -> 0
+// camera=c1`. A handle that has ended is `?`, and 0 is `null`. A camera's record is `set` or `null`.
 
 /// The journal as text, each line ended by a line feed. `filter`: empty for all lines, or function names with
 /// blanks between. A name keeps its lines, a name with a minus in front drops them, and a star at the end
@@ -166,6 +181,8 @@ typedef void (*OrvoSim_hold_t)(const char* call, uint32_t nth, int32_t where);
 typedef int32_t (*OrvoSim_waitUntilHeld_t)(const char* call, uint32_t timeoutMs);
 typedef void (*OrvoSim_letGo_t)(const char* call);
 typedef void (*OrvoSim_clearScript_t)(void);
+typedef int32_t (*OrvoSim_vanishCamera_t)(uint32_t boardIndex, uint32_t port, uint64_t calls);
+typedef int32_t (*OrvoSim_restoreCamera_t)(uint32_t boardIndex, uint32_t port);
 typedef uint64_t (*OrvoSim_readJournal_t)(const char* filter, uint64_t from, char* buffer, uint64_t size);
 typedef uint64_t (*OrvoSim_countJournal_t)(void);
 typedef void (*OrvoSim_clearJournal_t)(void);

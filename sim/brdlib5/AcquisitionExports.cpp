@@ -43,10 +43,12 @@ void* Brd_AllocMemHead(void* board, uint64_t totalSize, int64_t bufferCount)
     return exported<void*>(
         "Brd_AllocMemHead", board,
         [&](Words& words) {
-            words.board(board).number("totalSize", totalSize).number("bufferCount", bufferCount);
+            words.word("board", boardSymbol(board))
+                .number("totalSize", totalSize)
+                .number("bufferCount", bufferCount);
         },
         [&] { return Library::instance().addHead(board, totalSize, bufferCount); },
-        PointerOutcome(board, [board](void* head) { return Words::headSymbol(board, head); }));
+        PointerOutcome(board, [board](void* head) { return headSymbol(board, head); }));
 }
 
 int32_t Brd_AddMem(void* board, void* buffer, uint64_t size, int64_t index, void* memoryHead)
@@ -54,8 +56,9 @@ int32_t Brd_AddMem(void* board, void* buffer, uint64_t size, int64_t index, void
     return exported<int32_t>(
         "Brd_AddMem", board,
         [&](Words& words) {
-            words.board(board).word("buffer", buffer ? "b" + std::to_string(index) : "null");
-            words.number("size", size).number("index", index).head(board, memoryHead);
+            words.word("board", boardSymbol(board))
+                .word("buffer", buffer ? "b" + std::to_string(index) : "null");
+            words.number("size", size).number("index", index).word("head", headSymbol(board, memoryHead));
         },
         [&] {
             Library::instance().board(board)->head(memoryHead)->add(buffer, size, index);
@@ -67,7 +70,11 @@ int32_t Brd_DelMem(void* board, void* memoryHead, int64_t index)
 {
     return exported<int32_t>(
         "Brd_DelMem", board,
-        [&](Words& words) { words.board(board).head(board, memoryHead).number("index", index); },
+        [&](Words& words) {
+            words.word("board", boardSymbol(board))
+                .word("head", headSymbol(board, memoryHead))
+                .number("index", index);
+        },
         [&] {
             Library::instance().board(board)->head(memoryHead)->remove(index);
             return 0;
@@ -77,7 +84,10 @@ int32_t Brd_DelMem(void* board, void* memoryHead, int64_t index)
 int32_t Brd_FreeMemHead(void* board, void* memoryHead)
 {
     return exported<int32_t>(
-        "Brd_FreeMemHead", board, [&](Words& words) { words.board(board).head(board, memoryHead); },
+        "Brd_FreeMemHead", board,
+        [&](Words& words) {
+            words.word("board", boardSymbol(board)).word("head", headSymbol(board, memoryHead));
+        },
         [&] {
             Library::instance().board(board)->removeHead(memoryHead);
             return 0;
@@ -89,7 +99,10 @@ int32_t Brd_registerApcHandler(void* board, uint32_t dma, BrdApcControl* control
     return exported<int32_t>(
         "Brd_registerApcHandler", board,
         [&](Words& words) {
-            words.board(board).number("dma", dma).pointer("control", control).number("zero", zero);
+            words.word("board", boardSymbol(board))
+                .number("dma", dma)
+                .pointer("control", control)
+                .number("zero", zero);
         },
         [&] {
             Library::instance().board(board)->dma(dma).setCallback(control);
@@ -102,8 +115,11 @@ int32_t Brd_AcquireEx(void* board, uint32_t dma, int64_t pictureCount, int32_t m
     return exported<int32_t>(
         "Brd_AcquireEx", board,
         [&](Words& words) {
-            words.board(board).number("dma", dma).number("pictureCount", pictureCount).number("mode", mode);
-            words.head(board, memoryHead);
+            words.word("board", boardSymbol(board))
+                .number("dma", dma)
+                .number("pictureCount", pictureCount)
+                .number("mode", mode);
+            words.word("head", headSymbol(board, memoryHead));
         },
         [&] {
             if (mode != kBlockingMode)
@@ -121,7 +137,10 @@ int32_t Brd_stopAcquireEx(void* board, uint32_t dma, void* memoryHead, int32_t z
     return exported<int32_t>(
         "Brd_stopAcquireEx", board,
         [&](Words& words) {
-            words.board(board).number("dma", dma).head(board, memoryHead).number("zero", zero);
+            words.word("board", boardSymbol(board))
+                .number("dma", dma)
+                .word("head", headSymbol(board, memoryHead))
+                .number("zero", zero);
         },
         [&] {
             stopDma(board, dma);
@@ -137,8 +156,10 @@ int64_t Brd_getImageEx(void* board, int32_t selector, int64_t pictureNumber, uin
     return exported<int64_t>(
         "Brd_getImageEx", board,
         [&](Words& words) {
-            words.board(board).number("selector", selector).number("pictureNumber", pictureNumber);
-            words.number("dma", dma).number("timeout", timeout).head(board, memoryHead);
+            words.word("board", boardSymbol(board))
+                .number("selector", selector)
+                .number("pictureNumber", pictureNumber);
+            words.number("dma", dma).number("timeout", timeout).word("head", headSymbol(board, memoryHead));
         },
         [&] {
             if (selector != kImageOfPicture)
@@ -156,8 +177,8 @@ void* Brd_getImagePtrEx(void* board, int64_t pictureNumber, uint32_t dma, void* 
     return exported<void*>(
         "Brd_getImagePtrEx", board,
         [&](Words& words) {
-            words.board(board).number("pictureNumber", pictureNumber).number("dma", dma);
-            words.head(board, memoryHead);
+            words.word("board", boardSymbol(board)).number("pictureNumber", pictureNumber).number("dma", dma);
+            words.word("head", headSymbol(board, memoryHead));
         },
         [&] {
             const auto owner = Library::instance().board(board);
@@ -167,7 +188,7 @@ void* Brd_getImagePtrEx(void* board, int64_t pictureNumber, uint32_t dma, void* 
                 throw BrdError(kUnknownPicture, "There is no picture " + std::to_string(pictureNumber));
             return found->address;
         },
-        PointerOutcome(board, [=](void* block) { return Words::blockSymbol(board, memoryHead, block); }));
+        PointerOutcome(board, [=](void* block) { return blockSymbol(board, memoryHead, block); }));
 }
 
 int64_t Brd_getStatusEx(void* board, int32_t code, int64_t imageNumber, uint32_t dma, void* memoryHead)
@@ -175,8 +196,11 @@ int64_t Brd_getStatusEx(void* board, int32_t code, int64_t imageNumber, uint32_t
     return exported<int64_t>(
         "Brd_getStatusEx", board,
         [&](Words& words) {
-            words.board(board).number("code", code).number("imageNumber", imageNumber).number("dma", dma);
-            words.head(board, memoryHead);
+            words.word("board", boardSymbol(board))
+                .number("code", code)
+                .number("imageNumber", imageNumber)
+                .number("dma", dma);
+            words.word("head", headSymbol(board, memoryHead));
         },
         [&] {
             const auto owner = Library::instance().board(board);
@@ -197,8 +221,11 @@ int32_t Brd_setStatusEx(void* board, int32_t code, int64_t imageNumber, uint32_t
     return exported<int32_t>(
         "Brd_setStatusEx", board,
         [&](Words& words) {
-            words.board(board).number("code", code).number("imageNumber", imageNumber).number("dma", dma);
-            words.head(board, memoryHead);
+            words.word("board", boardSymbol(board))
+                .number("code", code)
+                .number("imageNumber", imageNumber)
+                .number("dma", dma);
+            words.word("head", headSymbol(board, memoryHead));
         },
         [&] {
             if (code != kGiveBack)

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "os/Os.h"
-#include "sim/brdlib5/BoardTypes.h"
+#include "sim/boardtypes/BoardTypes.h"
 #include "sim/json/JsonFile.h"
 #include "sim/pictures/PictureFolder.h"
 

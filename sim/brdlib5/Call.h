@@ -9,8 +9,8 @@
 
 #include "sim/brdlib5/BrdError.h"
 #include "sim/brdlib5/Library.h"
-#include "sim/brdlib5/Words.h"
 #include "sim/core/Core.h"
+#include "sim/words/Words.h"
 
 namespace orvo::sim {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "sim/brdlib5/BoardTypes.h"
+#include "sim/boardtypes/BoardTypes.h"
 #include "sim/brdlib5/BrdError.h"
 #include "sim/json/JsonValue.h"
 #include "sim/orvo_sim.h"
@@ -106,6 +106,7 @@ void* Library::open(const std::string& path, uint32_t boardIndex)
         slot.board = std::move(board);
         slot.handle = ++m_openings << 8 | boardIndex << 4 | 8;
         m_errors.set(boardIndex, 0, "");
+        orvo_sim_core()->setBoardHandle(boardIndex, slot.handle);
         return handleOf(slot.handle);
     } catch (...) {   // whatever it was, the board can be opened again
         release(slot);
@@ -139,6 +140,7 @@ void Library::release(Slot& slot)
     }
     if (board)
         board->stopAll();
+    orvo_sim_core()->setBoardHandle(static_cast<uint32_t>(&slot - m_slots.data()), 0);
     const std::lock_guard lock(m_mutex);
     slot = {};
 }

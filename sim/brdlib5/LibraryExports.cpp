@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "sim/boardtypes/BoardTypes.h"
 #include "sim/brdlib5/BoardClock.h"
-#include "sim/brdlib5/BoardTypes.h"
 #include "sim/brdlib5/Call.h"
 #include "sim/brdlib5/Outcomes.h"
 #include "sim/brdlib5/brdlib5.h"
@@ -59,7 +59,7 @@ void* openBoard(const char* function, const char* path, uint32_t boardIndex, int
                 throw BrdError(kNullArgument, "The applet's path is null");
             return Library::instance().open(path, boardIndex);
         },
-        PointerOutcome(nullptr, [](void* board) { return Words::boardSymbol(board); }));
+        PointerOutcome(nullptr, [](void* board) { return boardSymbol(board); }));
 }
 
 /// It has no result, and frees whatever the script says.
@@ -116,7 +116,7 @@ int32_t Brd_getSystemInformation(void* board, int32_t code, int32_t property, in
     return exported<int32_t>(
         "Brd_getSystemInformation", board,
         [&](Words& words) {
-            words.board(board).number("code", code).number("property", property);
+            words.word("board", boardSymbol(board)).number("code", code).number("property", property);
             words.number("boardIndex", boardIndex).pointer("buffer", buffer);
             if (buffer && length)
                 words.number("length", *length);
@@ -142,7 +142,7 @@ void* Brd_InitConfigEx(const char* path, uint32_t boardIndex, int32_t flags)
 int32_t Brd_FreeGrabber(void* board)
 {
     return exported<int32_t>(
-        "Brd_FreeGrabber", board, [&](Words& words) { words.board(board); },
+        "Brd_FreeGrabber", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
         [&] {
             Library::instance().close(board);
             return 0;
@@ -152,14 +152,14 @@ int32_t Brd_FreeGrabber(void* board)
 int32_t Brd_getLastErrorNumber(void* board)
 {
     return exported<int32_t>(
-        "Brd_getLastErrorNumber", board, [&](Words& words) { words.board(board); },
+        "Brd_getLastErrorNumber", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
         [&] { return Library::instance().lastErrorNumber(board); });
 }
 
 const char* Brd_getLastErrorDescription(void* board)
 {
     return exported<const char*>(
-        "Brd_getLastErrorDescription", board, [&](Words& words) { words.board(board); },
+        "Brd_getLastErrorDescription", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
         [&]() -> const char* {
             Library::instance().copyLastErrorText(board, g_text);
             return g_text.data();

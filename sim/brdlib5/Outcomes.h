@@ -8,6 +8,7 @@
 #include <span>
 
 #include "sim/brdlib5/Call.h"
+#include "sim/brdlib5/Symbols.h"
 
 namespace orvo::sim {
 
@@ -37,7 +38,7 @@ struct ValueOutcome : PlainOutcome<int32_t> {
     {
         PlainOutcome::show(words, result);
         if (result == 0 && value && type && *type != ValueType::Text)
-            words.value("value", readValue(*type, value));
+            words.word("value", valueSymbol(readValue(*type, value)));
     }
 
     void* value;

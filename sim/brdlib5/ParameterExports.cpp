@@ -47,7 +47,7 @@ void describeValue(Words& words, std::optional<ValueType> type, const void* valu
     if (!value)
         words.word("value", "null");
     else if (type)
-        words.value("value", readValue(*type, value));
+        words.word("value", valueSymbol(readValue(*type, value)));
     else
         words.word("value", "?");
 }
@@ -105,7 +105,8 @@ int32_t readProperty(const void* board, int32_t id, int32_t property, std::optio
 int32_t Brd_getParameterIdByName(void* board, const char* name)
 {
     return exported<int32_t>(
-        "Brd_getParameterIdByName", board, [&](Words& words) { words.board(board).text("name", name); },
+        "Brd_getParameterIdByName", board,
+        [&](Words& words) { words.word("board", boardSymbol(board)).text("name", name); },
         [&] {
             requireValue(name);
             return Library::instance().board(board)->parameters().idOf(name);
@@ -118,7 +119,7 @@ int32_t Brd_getParameter(void* board, int32_t id, void* value, uint32_t dma)
     return exported<int32_t>(
         "Brd_getParameter", board,
         [&](Words& words) {
-            words.board(board).number("id", id);
+            words.word("board", boardSymbol(board)).number("id", id);
             if (takesWord(board, id))
                 describeValue(words, type(), value);
             words.number("dma", dma);
@@ -132,7 +133,7 @@ int32_t Brd_setParameter(void* board, int32_t id, const void* value, uint32_t dm
     return exported<int32_t>(
         "Brd_setParameter", board,
         [&](Words& words) {
-            words.board(board).number("id", id);
+            words.word("board", boardSymbol(board)).number("id", id);
             describeValue(words, typeOf(board, id), value);
             words.number("dma", dma);
         },
@@ -143,7 +144,9 @@ int32_t Brd_getParameterWithType(void* board, int32_t id, void* value, uint32_t 
 {
     return exported<int32_t>(
         "Brd_getParameterWithType", board,
-        [&](Words& words) { words.board(board).number("id", id).number("dma", dma).number("type", type); },
+        [&](Words& words) {
+            words.word("board", boardSymbol(board)).number("id", id).number("dma", dma).number("type", type);
+        },
         [&] { return readParameter(board, id, value, dma, type); },
         ValueOutcome(board, value, knownType(type)));
 }
@@ -153,7 +156,7 @@ int32_t Brd_setParameterWithType(void* board, int32_t id, const void* value, uin
     return exported<int32_t>(
         "Brd_setParameterWithType", board,
         [&](Words& words) {
-            words.board(board).number("id", id);
+            words.word("board", boardSymbol(board)).number("id", id);
             describeValue(words, knownType(type), value);
             words.number("dma", dma).number("type", type);
         },
@@ -166,8 +169,8 @@ int32_t Brd_getParameterEx(void* board, int32_t id, void* value, uint32_t dma, v
     return exported<int32_t>(
         "Brd_getParameterEx", board,
         [&](Words& words) {
-            words.board(board).number("id", id).number("dma", dma);
-            words.head(board, memoryHead).number("imageNumber", imageNumber);
+            words.word("board", boardSymbol(board)).number("id", id).number("dma", dma);
+            words.word("head", headSymbol(board, memoryHead)).number("imageNumber", imageNumber);
         },
         [&] {
             return id == kTimestampId ? readTimestamp(board, value, dma, memoryHead, imageNumber)
@@ -181,7 +184,10 @@ int32_t Brd_getParameterProperty(void* board, int32_t id, int32_t property, void
     return exported<int32_t>(
         "Brd_getParameterProperty", board,
         [&](Words& words) {
-            words.board(board).number("id", id).number("property", property).pointer("buffer", buffer);
+            words.word("board", boardSymbol(board))
+                .number("id", id)
+                .number("property", property)
+                .pointer("buffer", buffer);
             if (buffer && length)
                 words.number("length", *length);
         },
@@ -195,7 +201,10 @@ int32_t Brd_getParameterPropertyEx(void* board, int32_t id, int32_t property, ui
     return exported<int32_t>(
         "Brd_getParameterPropertyEx", board,
         [&](Words& words) {
-            words.board(board).number("id", id).number("property", property).number("dma", dma);
+            words.word("board", boardSymbol(board))
+                .number("id", id)
+                .number("property", property)
+                .number("dma", dma);
             words.pointer("buffer", buffer);
             if (buffer && length)
                 words.number("length", *length);

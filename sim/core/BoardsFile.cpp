@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "sim/core/CameraReader.h"
 #include "sim/json/JsonFile.h"
 
 namespace orvo::sim {
@@ -63,6 +64,8 @@ void readBoard(const JsonValue& entry, BoardsFile& file)
             serial->refuse("must be shorter than " + std::to_string(sizeof board.serial) + " bytes");
         setSerial(board, serial->text());
     }
+    if (const auto cameras = object.find("cameras"))
+        file.cameras.at(index) = readCameras(*cameras, board.type, index);
     if (const auto faults = object.find("faults"))
         board.faults = faultsOf(faults->object());
     object.refuseOthers();
@@ -101,6 +104,8 @@ BoardsFile BoardsFile::builtIn()
     BoardsFile file;
     addBoard(file, 0, kGigEVisionBoard);
     addBoard(file, 1, kGenICamBoard);
+    file.cameras[0] = {standardCamera(kGigEVisionBoard, 0, 0), standardCamera(kGigEVisionBoard, 0, 1)};
+    file.cameras[1] = {standardCamera(kGenICamBoard, 1, 0)};
     return file;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/cameras/CameraDescription.h"
 #include "sim/core/Core.h"
 #include "sim/core/Script.h"
 
@@ -22,12 +23,13 @@ struct BoardsFile {
     };
 
     std::array<std::optional<BoardDescription>, kMostBoards> boards;
+    std::array<std::vector<CameraDescription>, kMostBoards> cameras;   // one a port
     std::vector<ScriptedCall> script;
     std::string ledgerPath;    // empty: not written
     std::string journalPath;   // empty: not written
     bool isQuiet = false;
 
-    /// One board of each camera family.
+    /// One board of each camera family, with a camera at each port that an applet without more has.
     static BoardsFile builtIn();
     /// Throws JsonError with what is wrong and where.
     static BoardsFile read(const std::string& path);

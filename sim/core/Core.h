@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "sim/core/Camera.h"
+
 /// The seam between `orvo_sim` and the stand-ins. Each of these libraries has its own C++ run time, so what
 /// crosses is plain: virtual calls, structs without destructor, views that are read during the call. No
 /// exception, no container, no memory to be freed on the other side. All objects behind the references live
@@ -99,6 +101,23 @@ public:
     virtual void setDelivery(PictureDelivery& delivery) = 0;
     /// Writes a line to standard error, unless messages are off.
     virtual void say(std::string_view message) = 0;
+
+    /// Counts the lives from 1; 0 before the first.
+    virtual uint64_t life() const = 0;
+    /// The handle under which the board at `index` is open, 0 when it closes.
+    virtual void setBoardHandle(uint32_t index, uint64_t handle) = 0;
+    /// The index of the board that is open under that handle. False if there is none.
+    virtual bool findOpenBoard(uint64_t handle, uint32_t& index) const = 0;
+
+    static constexpr uint32_t kMostPorts = 256;   // of a board that can have a camera
+    /// The camera that is described behind a port, whether it answers or not; null for none.
+    virtual Camera* camera(uint32_t boardIndex, uint32_t port) = 0;
+    /// To the camera behind one port, or all of the board's: those whose keys match are triggered at the same
+    /// moment.
+    virtual void sendToPort(uint32_t boardIndex, uint32_t port, const ActionCommand& command) = 0;
+    virtual void sendToAll(uint32_t boardIndex, const ActionCommand& command) = 0;
+    /// A text for a CameraStatus, for good; never null.
+    virtual const char* cameraErrorText(int32_t status) const = 0;
 
     /// What the `Info` of the applet library answers next: its arguments don't say who asks.
     virtual void setAppletInfo(int32_t answer) = 0;

@@ -1,9 +1,11 @@
 #include "sim/core/Simulator.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
 #include "os/Os.h"
+#include "sim/cameras/CameraErrorTexts.h"
 #include "sim/json/JsonValue.h"
 
 namespace orvo::sim {
@@ -21,6 +23,11 @@ void Simulator::beginLife()
     for (const BoardsFile::ScriptedCall& scripted : m_boards.script)
         m_script.add(scripted.call, scripted.nth, scripted.order, Script::Origin::BoardsFile);
     m_ledger.clear();
+    m_cameras.unplugAll();
+    for (size_t index = 0; index < m_boards.cameras.size(); ++index)
+        for (const CameraDescription& camera : m_boards.cameras[index])
+            m_cameras.plugIn(static_cast<uint32_t>(index), camera);
+    ++m_life;
 }
 
 void Simulator::readBoardsFile()
@@ -73,6 +80,47 @@ std::string_view Simulator::boardsFileError() const
 DmaAccount& Simulator::account(uint32_t boardIndex, uint32_t dma)
 {
     return m_ledger.account(boardIndex, dma);
+}
+
+void Simulator::setBoardHandle(uint32_t index, uint64_t handle)
+{
+    m_boardHandles.at(index) = handle;
+}
+
+bool Simulator::findOpenBoard(uint64_t handle, uint32_t& index) const
+{
+    const auto found = std::find(m_boardHandles.begin(), m_boardHandles.end(), handle);
+    if (handle == 0 || found == m_boardHandles.end())
+        return false;
+    index = static_cast<uint32_t>(found - m_boardHandles.begin());
+    return true;
+}
+
+Camera* Simulator::camera(uint32_t boardIndex, uint32_t port)
+{
+    return m_cameras.find(boardIndex, port);
+}
+
+const char* Simulator::cameraErrorText(int32_t status) const
+{
+    return cameraErrorTextOf(status);
+}
+
+void Simulator::sendToPort(uint32_t boardIndex, uint32_t port, const ActionCommand& command)
+{
+    if (SimulatedCamera* const camera = m_cameras.find(boardIndex, port))
+        trigger({camera}, command);
+}
+
+void Simulator::sendToAll(uint32_t boardIndex, const ActionCommand& command)
+{
+    trigger(m_cameras.camerasOf(boardIndex), command);
+}
+
+void Simulator::trigger(const std::vector<SimulatedCamera*>& cameras, const ActionCommand& command)
+{
+    for (SimulatedCamera* const camera : cameras)
+        camera->act(command);
 }
 
 void Simulator::say(std::string_view message)

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "sim/cameras/CameraRack.h"
 #include "sim/core/BoardsFile.h"
 #include "sim/core/Core.h"
 #include "sim/core/Journal.h"
@@ -21,6 +24,7 @@ public:
     Journal& journal() { return m_journal; }
     Script& script() { return m_script; }
     Ledger& ledger() { return m_ledger; }
+    CameraRack& cameras() { return m_cameras; }
     /// Null as long as no board library is in use.
     PictureDelivery* delivery() const { return m_delivery; }
     void setManual(bool manual) { m_manual = manual; }
@@ -35,6 +39,13 @@ public:
     bool isManual() const override { return m_manual; }
     void setDelivery(PictureDelivery& delivery) override { m_delivery = &delivery; }
     void say(std::string_view message) override;
+    uint64_t life() const override { return m_life; }
+    void setBoardHandle(uint32_t index, uint64_t handle) override;
+    bool findOpenBoard(uint64_t handle, uint32_t& index) const override;
+    Camera* camera(uint32_t boardIndex, uint32_t port) override;
+    void sendToPort(uint32_t boardIndex, uint32_t port, const ActionCommand& command) override;
+    void sendToAll(uint32_t boardIndex, const ActionCommand& command) override;
+    const char* cameraErrorText(int32_t status) const override;
     void setAppletInfo(int32_t answer) override { m_appletInfo = answer; }
     int32_t appletInfo() const override { return m_appletInfo; }
 
@@ -43,16 +54,20 @@ private:
     CallPass enter(std::string_view function, std::string_view arguments) override;
     void leave(const CallPass& pass, std::string_view rest) override;
 
+    static void trigger(const std::vector<SimulatedCamera*>& cameras, const ActionCommand& command);
     void readBoardsFile();
     void write(const std::string& path, const std::string& text);
 
     Journal m_journal;
     Script m_script;
     Ledger m_ledger;
+    CameraRack m_cameras;
     std::atomic<PictureDelivery*> m_delivery{nullptr};
     std::atomic<bool> m_manual{false};
     std::atomic<bool> m_messages{true};
     std::atomic<int32_t> m_appletInfo{0};
+    std::atomic<uint64_t> m_life{0};
+    std::array<std::atomic<uint64_t>, BoardsFile::kMostBoards> m_boardHandles{};   // 0: not open
 
     BoardsFile m_boards;   // changes only where a life begins
     std::string m_boardsFileError;

@@ -13,6 +13,7 @@ using orvo::sim::FunctionFilter;
 using orvo::sim::Journal;
 using orvo::sim::PictureDelivery;
 using orvo::sim::Script;
+using orvo::sim::SimulatedCamera;
 using orvo::sim::Simulator;
 using Kind = orvo::sim::Script::Order::Kind;
 
@@ -47,6 +48,7 @@ void OrvoSim_reset(void)
     simulator.journal().clear();
     simulator.journal().setLimit(Journal::kDefaultLimit);
     simulator.ledger().clear();
+    simulator.cameras().bringAllBack();
     simulator.setManual(false);
     simulator.setMessages(true);
 }
@@ -125,6 +127,22 @@ void OrvoSim_clearScript(void)
 {
     Simulator::instance().script().clear(Script::Origin::Wheel);
     Simulator::instance().script().clear(Script::Origin::BoardsFile);
+}
+
+int32_t OrvoSim_vanishCamera(uint32_t boardIndex, uint32_t port, uint64_t calls)
+{
+    SimulatedCamera* const camera = Simulator::instance().cameras().find(boardIndex, port);
+    if (camera)
+        camera->vanishAfter(calls);
+    return camera != nullptr;
+}
+
+int32_t OrvoSim_restoreCamera(uint32_t boardIndex, uint32_t port)
+{
+    SimulatedCamera* const camera = Simulator::instance().cameras().find(boardIndex, port);
+    if (camera)
+        camera->comeBack();
+    return camera != nullptr;
 }
 
 uint64_t OrvoSim_readJournal(const char* filter, uint64_t from, char* buffer, uint64_t size)

@@ -27,6 +27,14 @@ JsonValue JsonObject::need(std::string_view key)
     throw JsonError(placeOf(key) + ": is missing");
 }
 
+void JsonObject::eachMember(const std::function<void(const std::string&, const JsonValue&)>& visit)
+{
+    for (const auto& [key, value] : m_value->items()) {
+        m_known.push_back(key);
+        visit(key, JsonValue(value, placeOf(key)));
+    }
+}
+
 void JsonObject::refuseOthers() const
 {
     for (const auto& member : m_value->items()) {

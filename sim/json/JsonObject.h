@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,9 @@ public:
     std::optional<JsonValue> find(std::string_view key);
     /// The member of that key. Throws JsonError if there is none.
     JsonValue need(std::string_view key);
+    /// Calls `visit` with key and value of each member, in the order of the keys: for objects whose keys are
+    /// the person's own.
+    void eachMember(const std::function<void(const std::string&, const JsonValue&)>& visit);
     /// Throws JsonError for the first member whose key was never asked for. Call it last.
     void refuseOthers() const;
 

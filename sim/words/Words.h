@@ -1,11 +1,8 @@
 #pragma once
 
 #include <concepts>
-#include <cstdint>
 #include <string>
 #include <string_view>
-
-#include "sim/brdlib5/Value.h"
 
 namespace orvo::sim {
 
@@ -17,16 +14,14 @@ public:
     {
         return word(name, std::to_string(value));
     }
+    /// Decimal, in the classic locale, with as many digits as tell it from every other.
+    Words& real(std::string_view name, double value);
     /// In double quotes; null is `null`.
     Words& text(std::string_view name, const char* value);
     /// `set` or `null`.
     Words& pointer(std::string_view name, const void* value);
-    Words& value(std::string_view name, const Value& value);
+    /// As it is: a symbol that stands for a handle or an address.
     Words& word(std::string_view name, std::string_view value);
-
-    // Symbols for handles and addresses, `?` for those that aren't known.
-    Words& board(const void* handle) { return word("board", boardSymbol(handle)); }
-    Words& head(const void* board, const void* head) { return word("head", headSymbol(board, head)); }
 
     /// " -> " and the result, which comes before everything that is handed out.
     Words& result(std::string_view value);
@@ -34,9 +29,10 @@ public:
     const std::string& str() const { return m_text; }
 
     static std::string quoted(const char* text);
-    static std::string boardSymbol(const void* handle);
-    static std::string headSymbol(const void* board, const void* head);
-    static std::string blockSymbol(const void* board, const void* head, const void* block);
+
+    // The symbols of every library.
+    static constexpr const char* kUnknown = "?";
+    static constexpr const char* kNull = "null";
 
 private:
     std::string m_text;

@@ -1,4 +1,4 @@
-#include "sim/brdlib5/BoardTypes.h"
+#include "sim/boardtypes/BoardTypes.h"
 
 #include <string_view>
 

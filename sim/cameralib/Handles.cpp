@@ -1,0 +1,165 @@
+#include "sim/cameralib/Handles.h"
+
+#include "sim/cameralib/CameraError.h"
+#include "sim/core/Core.h"
+#include "sim/words/Words.h"
+
+namespace orvo::sim {
+
+namespace {
+
+constexpr uint32_t kMaskedPorts = 32;
+
+bool isChosen(uint32_t port, uint32_t mask)
+{
+    return port >= kMaskedPorts || (mask >> port & 1) != 0;
+}
+
+}   // namespace
+
+Handles& Handles::instance()
+{
+    static auto* const only = new Handles;
+    return *only;
+}
+
+/// The caller of the private operations holds the mutex.
+void Handles::endOfOldLives()
+{
+    const uint64_t life = orvo_sim_core()->life();
+    if (m_life == life)
+        return;
+    m_life = life;
+    m_given = 0;
+    m_symbols = 0;
+    m_libraries.clear();
+    m_cameras.clear();
+}
+
+uint64_t Handles::newNumber()
+{
+    return m_life << 40 | ++m_given << 4 | 8;
+}
+
+Handles::OpenLibrary& Handles::library(uint64_t handle)
+{
+    endOfOldLives();
+    const auto found = m_libraries.find(handle);
+    if (found == m_libraries.end())
+        throw CameraError(CameraStatus::UnknownLibrary);
+    return found->second;
+}
+
+uint64_t Handles::openLibrary(uint32_t boardIndex)
+{
+    const std::lock_guard lock(m_mutex);
+    endOfOldLives();
+    const uint64_t handle = newNumber();
+    m_libraries[handle] = {boardIndex, {}};
+    return handle;
+}
+
+void Handles::closeLibrary(uint64_t handle)
+{
+    const std::lock_guard lock(m_mutex);
+    library(handle);
+    m_libraries.erase(handle);
+    for (auto entry = m_cameras.begin(); entry != m_cameras.end();) {
+        if (entry->second->library == handle) {
+            entry->second->camera->forget(entry->first);
+            entry = m_cameras.erase(entry);
+        } else {
+            ++entry;
+        }
+    }
+}
+
+uint32_t Handles::boardOf(uint64_t handle)
+{
+    const std::lock_guard lock(m_mutex);
+    return library(handle).boardIndex;
+}
+
+void Handles::scan(uint64_t handle, uint32_t mask)
+{
+    const std::lock_guard lock(m_mutex);
+    OpenLibrary& searched = library(handle);
+    searched.found.clear();
+    for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
+        const Camera* const camera = orvo_sim_core()->camera(searched.boardIndex, port);
+        if (camera && camera->isPresent() && isChosen(port, mask))
+            searched.found.insert(port);
+    }
+}
+
+std::vector<uint32_t> Handles::found(uint64_t handle)
+{
+    const std::lock_guard lock(m_mutex);
+    const OpenLibrary& searched = library(handle);
+    std::vector<uint32_t> ports;
+    for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
+        const Camera* const camera = orvo_sim_core()->camera(searched.boardIndex, port);
+        if (camera && (searched.found.contains(port) || (camera->isConnected() && camera->isPresent())))
+            ports.push_back(port);
+    }
+    return ports;
+}
+
+uint64_t Handles::addCamera(uint64_t handle, uint32_t port)
+{
+    const std::lock_guard lock(m_mutex);
+    Camera* const camera = orvo_sim_core()->camera(library(handle).boardIndex, port);
+    if (!camera)
+        throw CameraError(CameraStatus::NoCamera);
+    if (!camera->isPresent())
+        throw CameraError(CameraStatus::Gone);
+    auto added = std::make_shared<CameraHandle>();
+    added->number = newNumber();
+    added->library = handle;
+    added->symbol = ++m_symbols;
+    added->port = port;
+    added->camera = camera;
+    m_cameras[added->number] = added;
+    return added->number;
+}
+
+std::shared_ptr<CameraHandle> Handles::camera(uint64_t handle)
+{
+    const std::lock_guard lock(m_mutex);
+    endOfOldLives();
+    const auto found = m_cameras.find(handle);
+    if (found == m_cameras.end())
+        throw CameraError(CameraStatus::UnknownCamera);
+    return found->second;
+}
+
+void Handles::endCamera(uint64_t handle)
+{
+    camera(handle)->camera->forget(handle);
+    const std::lock_guard lock(m_mutex);
+    m_cameras.erase(handle);
+}
+
+std::string Handles::librarySymbol(uint64_t handle)
+{
+    if (handle == 0)
+        return Words::kNull;
+    try {
+        return std::to_string(boardOf(handle));
+    } catch (const CameraError&) {
+        return Words::kUnknown;
+    }
+}
+
+std::string Handles::cameraSymbol(uint64_t handle)
+{
+    if (handle == 0)
+        return Words::kNull;
+    try {
+        return "c" + std::to_string(camera(handle)->symbol);
+    } catch (const CameraError&) {
+        return Words::kUnknown;
+    }
+}
+
+}   // namespace orvo::sim

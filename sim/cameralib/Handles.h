@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <set>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "sim/core/Camera.h"
+
+namespace orvo::sim {
+
+/// What an `ethlib` or `orvo_genicam` has given out for a camera. What a call hands out by address stays
+/// here until the next one.
+struct CameraHandle {
+    uint64_t number = 0;
+    uint64_t library = 0;   // the number of its handle
+    uint64_t symbol = 0;    // in the journal
+    uint32_t port = 0;
+    Camera* camera = nullptr;
+
+    std::mutex mutex;   // of what stands below
+    std::string text;
+    CameraIdentity identity;
+    alignas(std::max_align_t) std::byte record[128] = {};
+
+    /// The record that the library hands out; of one type for all its handles.
+    template <typename Record>
+    Record& place()
+    {
+        static_assert(sizeof(Record) <= sizeof record && std::is_trivial_v<Record>);
+        return *new (record) Record{};
+    }
+};
+
+/// The handles of one camera library: numbers that are never given out twice, and that end with the life of
+/// the boards at the latest. Threads: any. All throw CameraError for a handle that isn't one.
+class Handles {
+public:
+    /// Made at the first call and never destroyed: a host may call while the process ends.
+    static Handles& instance();
+
+    uint64_t openLibrary(uint32_t boardIndex);
+    /// The handles of its cameras end too.
+    void closeLibrary(uint64_t library);
+    uint32_t boardOf(uint64_t library);
+
+    /// Looks for cameras behind the ports whose bits are set in `mask`; ports above 31 have none and are
+    /// always searched.
+    void scan(uint64_t library, uint32_t mask);
+    /// The ports at which the latest scan found a camera, and those whose camera is connected, rising.
+    std::vector<uint32_t> found(uint64_t library);
+
+    /// A new handle of the camera behind a port.
+    uint64_t addCamera(uint64_t library, uint32_t port);
+    std::shared_ptr<CameraHandle> camera(uint64_t handle);
+    void endCamera(uint64_t handle);
+
+    // What stands in the journal: the board's index, and c1, c2, ... in the order of giving out in a life.
+    std::string librarySymbol(uint64_t library);
+    std::string cameraSymbol(uint64_t handle);
+
+private:
+    struct OpenLibrary {
+        uint32_t boardIndex;
+        std::set<uint32_t> found;   // ports
+    };
+
+    Handles() = default;
+    void endOfOldLives();
+    uint64_t newNumber();
+    OpenLibrary& library(uint64_t handle);
+
+    std::mutex m_mutex;
+    uint64_t m_life = 0;
+    uint64_t m_given = 0;     // handles of this life
+    uint64_t m_symbols = 0;   // cameras of this life
+    std::map<uint64_t, OpenLibrary> m_libraries;
+    std::map<uint64_t, std::shared_ptr<CameraHandle>> m_cameras;
+};
+
+}   // namespace orvo::sim
