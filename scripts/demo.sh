@@ -15,7 +15,7 @@ layOut() {
     local stage=$repository/build/windows/stage/bin
     rm -rf "$demo"
     mkdir -p "$bin" "$boards/photographs" "$pictures"
-    cp "$stage"/{OrvoCognexAdapter,brdlib5,orvo_sim,common-logging-dispatcher}.dll "$stage/aikctl.exe" "$bin"
+    cp "$stage"/{OrvoCognexAdapter,brdlib5,ethlib,orvo_genicam,orvo_sim,common-logging-dispatcher}.dll "$stage/aikctl.exe" "$bin"
     cp "$repository"/scripts/demo/* "$boards"
     cp "$cache"/photographs/motorcycle_{left,right}.png "$boards/photographs"
 }

@@ -35,6 +35,7 @@ protected:
             frequency,
             "Brd_getBoardType boardIndex=0 -> 2897",
             "Brd_getBoardNameByType type=2897 one=1 -> \"Orvo Gigabit 1\"",
+            "Brd_getBoardType boardIndex=0 -> 2897",   // for the kind of its cameras
             "Brd_getParameterWithType board=0 id=3050 dma=0 type=1 -> 0 value=2",
             "Brd_getParameterWithType board=0 id=3050 dma=0 type=1 -> 0 value=2",
             "Brd_getParameterWithType board=0 id=3050 dma=0 type=1 -> 0 value=2",
