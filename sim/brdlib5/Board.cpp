@@ -39,14 +39,25 @@ const Entry& entryAt(const std::vector<Entry>& entries, int64_t position)
     return entries[static_cast<size_t>(position)];
 }
 
+/// A process's camera ports feed its DMA ports by position.
+Camera* cameraAt(uint32_t boardIndex, const ProcessDescription& process, size_t position)
+{
+    if (position >= process.cameraPorts.size())
+        return nullptr;
+    return orvo_sim_core()->camera(boardIndex, static_cast<uint32_t>(process.cameraPorts[position]));
+}
+
 }   // namespace
 
 Board::Board(uint32_t index, const BoardDescription& description, Applet applet)
     : m_index(index), m_applet(std::move(applet))
 {
     for (const ProcessDescription& process : m_applet.processes)
-        for (const DmaDescription& dma : process.dmas)
-            m_dmas.emplace(dma.id, std::make_shared<DmaChannel>(index, dma, description.faults));
+        for (size_t position = 0; position < process.dmas.size(); ++position) {
+            const DmaDescription& dma = process.dmas[position];
+            Camera* const camera = cameraAt(index, process, position);
+            m_dmas.emplace(dma.id, std::make_shared<DmaChannel>(index, dma, description.faults, camera));
+        }
     addGeometryParameters();
     addProcessParameters();
 }

@@ -7,6 +7,7 @@
 #include "sim/brdlib5/BoardClock.h"
 #include "sim/brdlib5/BrdError.h"
 #include "sim/orvo_sim.h"
+#include "sim/pictures/CameraPainter.h"
 
 namespace orvo::sim {
 
@@ -22,24 +23,55 @@ uint64_t ticksPerPicture(double rate)
 
 }   // namespace
 
-/// What belongs to one run: guarded by the channel's mutex, but for the source, which belongs to the turn.
+/// What belongs to one run: guarded by the channel's mutex, but for the painters, which belong to the turn.
 struct DmaChannel::Run {
+    Run(std::shared_ptr<MemoryHead> ring, const PictureChoice& shows, const Geometry& geometry,
+        int64_t pictureCount, const Pacer& schedule, Camera* sender)
+        : head(std::move(ring)),
+          source(sender ? nullptr : shows.sourceFor(geometry)),
+          painter(shows, geometry),
+          limit(pictureCount),
+          isManual(orvo_sim_core()->isManual()),
+          pacer(schedule),
+          stream(sender && !isManual ? sender->openStream() : nullptr)
+    {}
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+    ~Run()
+    {
+        if (stream)
+            stream->close();
+    }
+
+    void paint(const CameraView& shown, uint64_t number, std::span<std::byte> block)
+    {
+        if (source)
+            source->paint(number, block);
+        else
+            painter.paint(shown, number, block);
+    }
+
     const std::shared_ptr<MemoryHead> head;
-    const std::unique_ptr<PictureSource> source;
+    const std::unique_ptr<PictureSource> source;   // null: the camera has its own pictures
+    CameraPainter painter;
     const int64_t limit;   // of pictures, -1: none
     const bool isManual;
     Pacer pacer;
-    uint64_t exposures = 0;   // pictures made, whatever became of them
-    int64_t pictures = 0;     // those that got a number
+    CameraStream* const stream;   // null: the camera doesn't say when pictures come
+    CameraView view;              // of the picture that is made now
+    uint64_t exposures = 0;       // pictures made, whatever became of them
+    int64_t pictures = 0;         // those that got a number
     bool isEnded = false;
 
     bool isComplete() const { return limit >= 0 && pictures >= limit; }
 };
 
-DmaChannel::DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults)
+DmaChannel::DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults,
+                       Camera* camera)
     : m_description(description),
       m_faults(faults),
       m_account(orvo_sim_core()->account(boardIndex, description.id)),
+      m_camera(camera),
       m_geometry(description.geometry)
 {}
 
@@ -81,12 +113,11 @@ void DmaChannel::start(std::shared_ptr<MemoryHead> head, int64_t pictureCount)
     const Lock lock(m_mutex);
     if (m_run)
         throw BrdError(kAlreadyRunning, "The DMA is running already");
-    const double rate = m_description.picturesPerSecond;
-    auto run =
-        std::make_shared<Run>(std::move(head), m_description.pictures.sourceFor(m_geometry), pictureCount,
-                              orvo_sim_core()->isManual(), Pacer(rate, m_faults, Pacer::Clock::now()));
+    const Pacer pacer(m_description.picturesPerSecond, m_faults, Pacer::Clock::now());
+    auto run = std::make_shared<Run>(std::move(head), m_description.pictures, m_geometry, pictureCount, pacer,
+                                     m_camera);
     run->head->beginUse();
-    m_account.beginRun(rate);
+    m_account.beginRun(m_camera ? m_camera->pictureRate() : m_description.picturesPerSecond);
     m_lost = 0;
     m_run = run;
     if (run->isManual)
@@ -109,6 +140,8 @@ void DmaChannel::stop()
     m_run.reset();
     if (run)
         run->isEnded = true;
+    if (run && run->stream)
+        run->stream->cancel();
     m_changed.notify_all();
     m_changed.wait(lock, [&] { return !m_turn || *m_turn == std::this_thread::get_id(); });
     if (run)
@@ -138,6 +171,8 @@ int32_t DmaChannel::deliver(uint32_t count)
         return ORVO_SIM_BUSY;
     int32_t delivered = 0;
     for (; count > 0 && takeTurn(lock, run.get()); --count) {
+        if (m_camera)
+            run->view = m_camera->view();
         const uint64_t timestamp =
             run->isManual ? (run->exposures + 1) * ticksPerPicture(m_description.picturesPerSecond)
                           : timestampOf(Pacer::Clock::now());
@@ -162,22 +197,51 @@ int32_t DmaChannel::callBack(int64_t pictureNumber)
 void DmaChannel::runByItself(const std::shared_ptr<Run>& run)
 {
     Lock lock(m_mutex);
-    while (awaitDueTime(*run, lock) && takeTurn(lock, run.get())) {
-        const bool isScheduled = m_description.picturesPerSecond > 0;
-        produce(*run, timestampOf(isScheduled ? run->pacer.due() : Pacer::Clock::now()), lock);
+    for (;;) {
+        const auto timestamp = awaitPicture(*run, lock);
+        if (!timestamp || !takeTurn(lock, run.get()))
+            return;
+        produce(*run, *timestamp, lock);
         endTurn();
-        run->pacer.advance();
     }
 }
 
+/// The time stamp of the next picture once it has come; nothing when the run has ended.
+std::optional<uint64_t> DmaChannel::awaitPicture(Run& run, Lock& lock)
+{
+    return run.stream ? awaitExposure(run, lock) : awaitDueTime(run, lock);
+}
+
+std::optional<uint64_t> DmaChannel::awaitExposure(Run& run, Lock& lock)
+{
+    Exposure exposure;
+    lock.unlock();
+    const bool isThere = run.stream->await(exposure);
+    lock.lock();
+    if (!isThere)
+        return std::nullopt;
+    const Pacer::Clock::time_point time{std::chrono::nanoseconds(exposure.timeNs)};
+    if (m_faults.jitter.count() > 0)
+        m_changed.wait_until(lock, time + run.pacer.nextJitter(), [&] { return run.isEnded; });
+    if (run.isEnded)
+        return std::nullopt;
+    run.view = exposure.view;
+    return timestampOf(time);
+}
+
 /// Without a rate the board waits for a free block as well, instead of dropping what it could have made.
-bool DmaChannel::awaitDueTime(Run& run, Lock& lock)
+std::optional<uint64_t> DmaChannel::awaitDueTime(Run& run, Lock& lock)
 {
     if (Pacer::Clock::now() < run.pacer.due())   // to wait for what is due already costs a good deal
         m_changed.wait_until(lock, run.pacer.due(), [&] { return run.isEnded; });
-    if (m_description.picturesPerSecond <= 0)
+    const bool isScheduled = m_description.picturesPerSecond > 0;
+    if (!isScheduled)
         m_changed.wait(lock, [&] { return run.isEnded || run.head->freeCount() > 0; });
-    return !run.isEnded;
+    if (run.isEnded)
+        return std::nullopt;
+    const auto due = isScheduled ? run.pacer.due() : Pacer::Clock::now();
+    run.pacer.advance();
+    return timestampOf(due);
 }
 
 /// False, and the turn not taken, if the run is over before the turn comes.
@@ -222,8 +286,9 @@ std::optional<Fate> DmaChannel::fillBlock(Run& run, uint64_t timestamp, Lock& lo
         return Fate::NoBlock;
     }
     const int64_t number = ++run.pictures;
+    const CameraView view = run.view;
     lock.unlock();
-    run.source->paint(static_cast<uint64_t>(number), block->memory);
+    run.paint(view, static_cast<uint64_t>(number), block->memory);
     lock.lock();
     if (run.isEnded) {
         run.head->putBack(block->index);

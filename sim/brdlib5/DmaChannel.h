@@ -16,15 +16,18 @@
 namespace orvo::sim {
 
 /// One DMA port of an open board: makes the pictures of a run, on a thread of its own or by the wheel, and
-/// calls back. Threads: any. Whoever calls back has the channel's turn, so callbacks don't overlap; no lock
-/// is held during a callback, nor while somebody waits for the turn.
-/// Owns: the running thread shares the channel, so it outlives its board for as long as a callback takes.
+/// calls back. A camera says when they come and how they look, if there is one. Threads: any. Whoever calls
+/// back has the channel's turn, so callbacks don't overlap; no lock is held during a callback, nor while
+/// somebody waits for the turn. Owns: the running thread shares the channel, so it outlives its board for as
+/// long as a callback takes.
 class DmaChannel : public std::enable_shared_from_this<DmaChannel> {
 public:
     using Extent = uint32_t Geometry::*;
     using Limit = uint32_t DmaDescription::*;
 
-    DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults);
+    /// `camera`: what feeds the port, null for the applet's own rate and pictures.
+    DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults,
+               Camera* camera);
 
     uint32_t id() const { return m_description.id; }
 
@@ -56,7 +59,9 @@ private:
     using Lock = std::unique_lock<std::mutex>;
 
     void runByItself(const std::shared_ptr<Run>& run);
-    bool awaitDueTime(Run& run, Lock& lock);
+    std::optional<uint64_t> awaitPicture(Run& run, Lock& lock);
+    std::optional<uint64_t> awaitExposure(Run& run, Lock& lock);
+    std::optional<uint64_t> awaitDueTime(Run& run, Lock& lock);
     bool takeTurn(Lock& lock, const Run* run);
     void endTurn();
     std::optional<Fate> produce(Run& run, uint64_t timestamp, Lock& lock);
@@ -66,6 +71,7 @@ private:
     const DmaDescription m_description;
     const PictureFaults m_faults;
     DmaAccount& m_account;
+    Camera* const m_camera;
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;   // the turn, the run, or a block given back

@@ -9,13 +9,11 @@
 namespace orvo::sim {
 
 /// When the pictures of one run are due. The schedule is absolute: a late picture doesn't delay those behind
-/// it. The first picture comes one picture time after the start, and never before kFirstExposure: its
-/// caller first has to know that the run has begun. Threads: one at a time.
+/// it. The first picture comes one picture time after the start, and never before kFirstExposure. Threads:
+/// one at a time.
 class Pacer {
 public:
     using Clock = std::chrono::steady_clock;
-
-    static constexpr std::chrono::milliseconds kFirstExposure{20};
 
     /// `rate` in pictures per second; 0: every picture is due at once, but for the first.
     Pacer(double rate, const PictureFaults& faults, Clock::time_point start);
@@ -25,9 +23,10 @@ public:
     /// On to the picture behind it.
     void advance();
 
-private:
+    /// How much later than due the next picture comes.
     std::chrono::nanoseconds nextJitter();
 
+private:
     const double m_periodNs;   // 0: no schedule
     const std::chrono::nanoseconds m_jitter;
     std::mt19937_64 m_random;   // the same numbers for the same seed, on every system

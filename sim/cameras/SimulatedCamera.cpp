@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
+#include <cmath>
 #include <iterator>
 #include <new>
 #include <system_error>
@@ -25,12 +27,95 @@ std::optional<uint32_t> groupNumberOf(std::string_view name, std::string_view pr
     return isPlain && number < kMostActionGroups ? std::optional(number) : std::nullopt;
 }
 
+struct PatternRow {
+    std::string_view name;
+    CameraPattern pattern;
+};
+
+constexpr PatternRow kPatterns[] = {
+    {"Off", CameraPattern::Scene},
+    {"Black", CameraPattern::Black},
+    {"White", CameraPattern::White},
+    {"GreyHorizontalRamp", CameraPattern::HorizontalRamp},
+    {"GreyVerticalRamp", CameraPattern::VerticalRamp},
+    {"GreyHorizontalRampMoving", CameraPattern::HorizontalRampMoving},
+    {"GreyVerticalRampMoving", CameraPattern::VerticalRampMoving},
+    {"GreyDiagonalRampMoving", CameraPattern::DiagonalRampMoving},
+    {"ColorBar", CameraPattern::ColorBar},
+};
+
+// At which the scene looks as it is.
+constexpr double kNeutralExposure = 10'000;   // microseconds
+constexpr double kDecibelsPerDecade = 20;
+
 }   // namespace
 
+/// Belongs to the camera's mutex, but for await() while it waits.
+class SimulatedCamera::Stream final : public CameraStream {
+public:
+    explicit Stream(SimulatedCamera& camera) : m_camera(camera), m_schedule(ExposureSchedule::Clock::now()) {}
+
+    void trigger(ExposureSchedule::Time time) { m_schedule.trigger(time); }
+
+    bool await(Exposure& exposure) override
+    {
+        std::unique_lock lock(m_camera.m_mutex);
+        while (!m_isCancelled) {
+            const auto now = ExposureSchedule::Clock::now();
+            const auto due = m_schedule.due(pace(), now);
+            if (!due) {
+                m_camera.m_changed.wait(lock);
+            } else if (*due > now) {
+                m_camera.m_changed.wait_until(lock, *due);
+            } else {
+                const auto time = m_schedule.take().time_since_epoch();
+                exposure.timeNs = std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
+                exposure.view = m_camera.currentView();
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void cancel() override
+    {
+        const std::lock_guard lock(m_camera.m_mutex);
+        m_isCancelled = true;
+        m_camera.m_changed.notify_all();
+    }
+
+    void close() override
+    {
+        {
+            const std::lock_guard lock(m_camera.m_mutex);
+            m_camera.m_streams.erase(this);
+        }
+        delete this;
+    }
+
+private:
+    ExposureSchedule::Pace pace() const
+    {
+        using Seconds = std::chrono::duration<double>;
+        if (!m_camera.isSending())
+            return {};
+        const auto period =
+            std::chrono::duration_cast<std::chrono::nanoseconds>(Seconds(1 / m_camera.freeRate()));
+        return {true, m_camera.isTriggered(), period};
+    }
+
+    SimulatedCamera& m_camera;
+    ExposureSchedule m_schedule;
+    bool m_isCancelled = false;
+};
+
 const SimulatedCamera::CommandRow SimulatedCamera::kCommands[] = {
-    {"AcquisitionStart", &SimulatedCamera::start},  {"AcquisitionStop", &SimulatedCamera::halt},
-    {"TriggerSoftware", &SimulatedCamera::trigger}, {"UserSetLoad", &SimulatedCamera::loadUserSet},
-    {"UserSetSave", &SimulatedCamera::saveUserSet}, {"DeviceReset", &SimulatedCamera::reset},
+    {"AcquisitionStart", &SimulatedCamera::start},
+    {"AcquisitionStop", &SimulatedCamera::halt},
+    {"TriggerSoftware", &SimulatedCamera::triggerBySoftware},
+    {"UserSetLoad", &SimulatedCamera::loadUserSet},
+    {"UserSetSave", &SimulatedCamera::saveUserSet},
+    {"DeviceReset", &SimulatedCamera::reset},
 };
 
 void SimulatedCamera::plugIn(const CameraDescription& description)
@@ -49,6 +134,7 @@ void SimulatedCamera::unplug()
     const std::lock_guard lock(m_mutex);
     m_description.reset();
     m_connected.clear();
+    m_changed.notify_all();
 }
 
 void SimulatedCamera::switchOn()
@@ -58,6 +144,7 @@ void SimulatedCamera::switchOn()
     m_isStarted = false;
     m_actionDeviceKey = 0;
     m_actionGroups.clear();
+    m_changed.notify_all();
 }
 
 bool SimulatedCamera::isDescribed() const
@@ -71,6 +158,7 @@ void SimulatedCamera::vanishAfter(uint64_t calls)
     const std::lock_guard lock(m_mutex);
     m_callsLeft = calls;
     m_isGone = calls == 0;
+    m_changed.notify_all();
 }
 
 void SimulatedCamera::comeBack()
@@ -82,11 +170,81 @@ void SimulatedCamera::comeBack()
     m_isGone = false;
 }
 
-void SimulatedCamera::act(const ActionCommand& command)
+void SimulatedCamera::act(const ActionCommand& command, ExposureSchedule::Time time)
 {
     const std::lock_guard lock(m_mutex);
-    if (m_description && !m_isGone && obeys(command))
-        trigger();
+    if (isSending() && obeys(command) && m_parameters.text("TriggerSource") != "Line0")
+        trigger(time);
+}
+
+/// Each stream gets a picture. Without the mode, or without a stream, nothing happens.
+void SimulatedCamera::trigger(ExposureSchedule::Time time)
+{
+    if (!isTriggered())
+        return;
+    for (Stream* const stream : m_streams)
+        stream->trigger(time);
+    m_changed.notify_all();
+}
+
+bool SimulatedCamera::isSending() const
+{
+    return m_description && !m_isGone && m_isStarted && !m_connected.empty();
+}
+
+bool SimulatedCamera::isTriggered() const
+{
+    return m_parameters.text("TriggerMode") == "On";
+}
+
+/// The asked rate, as far as the exposure leaves room for it.
+double SimulatedCamera::freeRate() const
+{
+    const double fastest = 1e6 / m_parameters.real("ExposureTime");
+    return m_parameters.integer("AcquisitionFrameRateEnable")
+               ? std::min(fastest, m_parameters.real("AcquisitionFrameRate"))
+               : fastest;
+}
+
+CameraView SimulatedCamera::currentView() const
+{
+    const auto pixels = [&](const char* name) { return static_cast<uint32_t>(m_parameters.integer(name)); };
+    CameraView view;
+    view.width = pixels("Width");
+    view.height = pixels("Height");
+    view.xOffset = pixels("OffsetX");
+    view.yOffset = pixels("OffsetY");
+    view.sensorWidth = pixels("WidthMax");
+    const std::string& pattern = m_parameters.text("TestPattern");
+    view.pattern = std::find_if(std::begin(kPatterns), std::end(kPatterns), [&](const PatternRow& row) {
+                       return row.name == pattern;
+                   })->pattern;
+    view.isGrey = m_parameters.text("PixelFormat").starts_with("Mono");
+    view.isReversedX = m_parameters.integer("ReverseX") != 0;
+    view.isReversedY = m_parameters.integer("ReverseY") != 0;
+    view.brightness = m_parameters.real("ExposureTime") / kNeutralExposure *
+                      std::pow(10, m_parameters.real("Gain") / kDecibelsPerDecade);
+    return view;
+}
+
+CameraStream* SimulatedCamera::openStream()
+{
+    auto* const stream = new Stream(*this);
+    const std::lock_guard lock(m_mutex);
+    m_streams.insert(stream);
+    return stream;
+}
+
+CameraView SimulatedCamera::view() const
+{
+    const std::lock_guard lock(m_mutex);
+    return currentView();
+}
+
+double SimulatedCamera::pictureRate() const
+{
+    const std::lock_guard lock(m_mutex);
+    return isTriggered() ? 0 : freeRate();
 }
 
 bool SimulatedCamera::obeys(const ActionCommand& command) const
@@ -117,6 +275,7 @@ CameraStatus SimulatedCamera::called(Action action)
     const std::lock_guard lock(m_mutex);
     if (m_callsLeft && *m_callsLeft == 0)
         m_isGone = true;
+    m_changed.notify_all();   // whatever becomes of the call: streams look for themselves
     if (!m_description || m_isGone)
         return CameraStatus::Gone;
     if (m_callsLeft)
@@ -167,6 +326,7 @@ void SimulatedCamera::forget(uint64_t handle)
 {
     const std::lock_guard lock(m_mutex);
     drop(handle);
+    m_changed.notify_all();
 }
 
 void SimulatedCamera::drop(uint64_t handle)
@@ -238,8 +398,10 @@ CameraStatus SimulatedCamera::halt()
     return CameraStatus::Ok;
 }
 
-CameraStatus SimulatedCamera::trigger()
+CameraStatus SimulatedCamera::triggerBySoftware()
 {
+    if (isSending() && m_parameters.text("TriggerSource") == "Software")
+        trigger(ExposureSchedule::Clock::now());
     return CameraStatus::Ok;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <mutex>
@@ -9,6 +10,7 @@
 #include <string_view>
 
 #include "sim/cameras/CameraDescription.h"
+#include "sim/cameras/ExposureSchedule.h"
 #include "sim/core/Camera.h"
 
 namespace orvo::sim {
@@ -28,7 +30,7 @@ public:
     void comeBack();
 
     /// An action command arrives: a trigger, if the keys match.
-    void act(const ActionCommand& command);
+    void act(const ActionCommand& command, ExposureSchedule::Time time);
 
     bool isPresent() const override;
     bool isConnected() const override;
@@ -42,8 +44,13 @@ public:
     CameraStatus execute(uint64_t handle, const char* name) override;
     CameraStatus writeRegister(uint64_t handle, const char* name, uint32_t value) override;
     void forget(uint64_t handle) override;
+    CameraStream* openStream() override;
+    CameraView view() const override;
+    double pictureRate() const override;
 
 private:
+    class Stream;
+
     struct ActionGroup {
         uint32_t key = 0, mask = 0;
     };
@@ -62,17 +69,25 @@ private:
 
     void switchOn();
     void drop(uint64_t handle);
+    // The caller of all of these holds the mutex.
+    bool isSending() const;
+    bool isTriggered() const;
+    double freeRate() const;
+    CameraView currentView() const;
+    void trigger(ExposureSchedule::Time time);
     bool obeys(const ActionCommand& command) const;
     uint32_t* registerOf(std::string_view name);
 
     CameraStatus start();
     CameraStatus halt();
-    CameraStatus trigger();
+    CameraStatus triggerBySoftware();
     CameraStatus loadUserSet();
     CameraStatus saveUserSet();
     CameraStatus reset();
 
     mutable std::mutex m_mutex;
+    std::condition_variable m_changed;   // anything that a stream may wait for
+    std::set<Stream*> m_streams;         // that are open
     std::optional<CameraDescription> m_description;
     bool m_isGone = false;
     std::optional<uint64_t> m_callsLeft;   // until it vanishes

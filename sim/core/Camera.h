@@ -56,6 +56,53 @@ struct ActionCommand {
     uint32_t groupMask = 0;
 };
 
+/// What a camera shows: its scene, or what it makes itself.
+enum class CameraPattern : int32_t {
+    Scene,
+    Black,
+    White,
+    HorizontalRamp,
+    VerticalRamp,
+    HorizontalRampMoving,
+    VerticalRampMoving,
+    DiagonalRampMoving,
+    ColorBar
+};
+
+/// How a camera's parameters make a picture of its scene.
+struct CameraView {
+    // The part of the sensor, in pixels.
+    uint32_t width = 0, height = 0, xOffset = 0, yOffset = 0;
+    uint32_t sensorWidth = 0;
+    CameraPattern pattern = CameraPattern::Scene;
+    bool isGrey = false;
+    bool isReversedX = false, isReversedY = false;
+    double brightness = 1;   // by which the scene's levels are multiplied
+
+    bool operator==(const CameraView&) const = default;
+};
+
+/// One picture that a camera has taken.
+struct Exposure {
+    CameraView view;
+    int64_t timeNs = 0;   // of the steady clock
+};
+
+/// The board's end of a camera's cable, for one run of a DMA. What the camera sends is not kept: a board
+/// takes it, or it is lost.
+class CameraStream {
+public:
+    /// Waits for the camera's next picture. False when the stream is cancelled. Threads: one.
+    virtual bool await(Exposure& exposure) = 0;
+    /// Whoever waits stops waiting, now and ever after. Threads: any.
+    virtual void cancel() = 0;
+    /// Ends the stream's life. Nobody waits any more.
+    virtual void close() = 0;
+
+protected:
+    ~CameraStream() = default;
+};
+
 /// A simulated camera behind one port of a board. Whoever connects it names himself by the handle that he has
 /// of it; only those who have connected it reach its parameters. Threads: any.
 class Camera {
@@ -76,6 +123,13 @@ public:
                                const ParameterValue& value) = 0;
     virtual CameraStatus execute(uint64_t handle, const char* name) = 0;
     virtual CameraStatus writeRegister(uint64_t handle, const char* name, uint32_t value) = 0;
+
+    // The board's side. Nothing is sent earlier than the first exposure allows after the stream's opening.
+    virtual CameraStream* openStream() = 0;
+    /// As a picture taken now would be, in every state of the camera.
+    virtual CameraView view() const = 0;
+    /// Pictures per second; 0 for a camera that waits for triggers.
+    virtual double pictureRate() const = 0;
 
     /// The handle ends, whatever the camera would say: no call to it.
     virtual void forget(uint64_t handle) = 0;

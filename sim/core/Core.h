@@ -45,6 +45,9 @@ struct BoardDescription {
     PictureFaults faults;
 };
 
+/// No run's first picture comes earlier after its start: its caller first has to know that it has begun.
+inline constexpr std::chrono::milliseconds kFirstExposure{20};
+
 /// The board library's hands, for the wheel. Results are those of OrvoSim_deliver() and OrvoSim_callBack().
 class PictureDelivery {
 public:

@@ -119,8 +119,9 @@ void Simulator::sendToAll(uint32_t boardIndex, const ActionCommand& command)
 
 void Simulator::trigger(const std::vector<SimulatedCamera*>& cameras, const ActionCommand& command)
 {
+    const auto now = ExposureSchedule::Clock::now();   // one moment, whenever each of them hears of it
     for (SimulatedCamera* const camera : cameras)
-        camera->act(command);
+        camera->act(command, now);
 }
 
 void Simulator::say(std::string_view message)

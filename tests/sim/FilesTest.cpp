@@ -28,6 +28,7 @@ std::vector<int32_t> boardTypes(const BoardLibrary& brd)
 
 TEST_F(Files, NeedNotBeThereForTwoBoardsAndThreeChannels)
 {
+    describeNothing();
     EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes(brd)) << "no life, no boards";
     beginLife();
     EXPECT_EQ((std::vector<int32_t>{-1, 2897, 1872, -1, -1, -1, -1, -1, -1, -1}), boardTypes(brd));
@@ -78,7 +79,7 @@ TEST_F(Files, OfBoardsThatAreWrongLetEveryBoardFailWithWhatAndWhere)
         {R"({"boards": [{"index": 1, "type": "x"}]})", "boards[0].type: must be a whole number"},
         {R"({"boards": [{"index": 1, "type": 1}, {"index": 1, "type": 2}]})", "boards[1].index: must differ"},
         {R"({"boards": [{"index": 1, "type": 1, "typo": 2}]})",
-         "boards[0].typo: is not known here; known are index, type, serial, faults"},
+         "boards[0].typo: is not known here; known are index, type, serial, cameras, faults"},
         {R"({"boards": [], "boards": []})", "the key \"boards\" stands twice"},
         {R"({"boards": [{"index": 1, "type": 1, "faults": {"dropEvery": -1}}]})",
          "boards[0].faults.dropEvery: must be"},

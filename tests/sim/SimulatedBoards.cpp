@@ -8,6 +8,7 @@ SimulatedBoards::SimulatedBoards()
 {
     OrvoSim_reset();
     OrvoSim_setMessages(0);
+    describeBoards(R"({"boards": [{"index": 0, "type": 2897}, {"index": 1, "type": 1872}]})");
 }
 
 SimulatedBoards::~SimulatedBoards()
@@ -20,6 +21,11 @@ SimulatedBoards::~SimulatedBoards()
 void SimulatedBoards::describeBoards(std::string_view json)
 {
     os::setEnvironmentVariable("ORVO_SIM_BOARDS", folder.write("boards.json", json));
+}
+
+void SimulatedBoards::describeNothing()
+{
+    os::setEnvironmentVariable("ORVO_SIM_BOARDS", "");
 }
 
 void SimulatedBoards::beginLife()

@@ -19,8 +19,8 @@ namespace orvo::test {
 /// Bounds every wait; only a test that fails takes so long.
 inline constexpr uint32_t kGenerousMs = 60'000;
 
-/// The library before its first call, with the built-in boards unless a test describes others. Ends every
-/// life that a test began.
+/// The library before its first call, with boards of the built-in types but without cameras unless a test
+/// describes others. Ends every life that a test began.
 class SimulatedBoards : public ::testing::Test {
 protected:
     SimulatedBoards();
@@ -28,6 +28,7 @@ protected:
 
     /// The boards file, for lives that begin after it.
     void describeBoards(std::string_view json);
+    void describeNothing();
     void beginLife();
     void endLife();
 

@@ -1,0 +1,278 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/sim/SimulatedCameras.h"
+
+namespace orvo::test {
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+constexpr uint64_t kTicksPerSecond = 125'000'000;
+
+/// Boards whose pictures come from cameras.
+class CameraPictures : public SimulatedCameras {
+protected:
+    /// A running DMA with four blocks; nobody gives them back.
+    Ring& run(void* board, uint32_t dma, size_t blockSize = 64, size_t blocks = 4)
+    {
+        m_rings.push_back(std::make_unique<Ring>(board, dma, blocks, blockSize));
+        EXPECT_EQ(0, m_rings.back()->start());
+        return *m_rings.back();
+    }
+
+    static bool delivers(uint32_t board, uint32_t dma, uint64_t count)
+    {
+        return OrvoSim_waitForDelivered(board, dma, count, kGenerousMs) == 1;
+    }
+
+    /// What the wheel delivers next, as 8 by 4 pixels of the format.
+    Bytes picture(const Ring& ring, size_t size = 32)
+    {
+        const int64_t number = ++m_number;
+        EXPECT_EQ(1, OrvoSim_deliver(0, 0, 1));
+        const int64_t block = ring.blockOf(number);
+        const auto* const first =
+            reinterpret_cast<const uint8_t*>(ring.block(static_cast<size_t>(block)).data());
+        Bytes bytes(first, first + size);
+        ring.giveBack(block);
+        return bytes;
+    }
+
+private:
+    std::vector<std::unique_ptr<Ring>> m_rings;
+    int64_t m_number = 0;
+};
+
+constexpr const char* kSmall = R"({"width": 8, "height": 4, "processes": [{"dmas": 2}]})";
+
+TEST_F(CameraPictures, ComeOnceAGigEVisionCameraIsStarted)
+{
+    void* const board = open(0, kSmall);
+    run(board, 0);
+    run(board, 1, 64, 3);
+    const uint64_t library = openEth();
+    const uint64_t idle = ethCamera(library, 0);
+    const uint64_t busy = ethCamera(library, 1);
+    ASSERT_EQ(0, Eth_connectCamera(idle));
+    ASSERT_EQ(0, Eth_connectCamera(busy));
+    ASSERT_EQ(0, Eth_startAcquisition(busy));
+    ASSERT_TRUE(delivers(0, 1, 3));
+    EXPECT_EQ(0u, ledger(0, 0).produced) << "connected, not started";
+    EXPECT_EQ(0, Eth_startAcquisition(idle));
+    EXPECT_TRUE(delivers(0, 0, 1));
+}
+
+TEST_F(CameraPictures, ComeOnceACameraOfTheSecondFamilyIsConnected)
+{
+    void* const board = open(1, R"({"width": 8, "height": 4})");
+    run(board, 0, 128);
+    const uint64_t camera = ogcCamera(openOgc(board), 0);
+    EXPECT_EQ(0u, ledger(1, 0).produced);
+    ASSERT_EQ(0, Ogc_connectCamera(camera));
+    EXPECT_TRUE(delivers(1, 0, 2));
+    EXPECT_EQ(0, Ogc_executeCommand(camera, "AcquisitionStop"));
+}
+
+TEST_F(CameraPictures, KeepTheCamerasRate)
+{
+    void* const board = open(0, kSmall);
+    const uint64_t camera = connectedEth();
+    ASSERT_EQ(0, Eth_setFloatValue(camera, "AcquisitionFrameRate", 200));
+    ASSERT_EQ(0, Eth_startAcquisition(camera));
+    const Ring& fast = run(board, 0);
+    ASSERT_TRUE(delivers(0, 0, 4));
+    EXPECT_EQ(3 * kTicksPerSecond / 100, fast.timestampOf(4) - fast.timestampOf(1))
+        << "no more than an exposure of 10 ms leaves room for";
+    EXPECT_EQ(100, ledger(0, 0).askedRate);
+    fast.stop();
+
+    Eth_setFloatValue(camera, "ExposureTime", 1'000);
+    const Ring& faster = run(board, 0);
+    ASSERT_TRUE(delivers(0, 0, 8));
+    EXPECT_EQ(3 * kTicksPerSecond / 200, faster.timestampOf(4) - faster.timestampOf(1));
+}
+
+TEST_F(CameraPictures, ComeOneATriggerBySoftware)
+{
+    void* const board = open(0, kSmall);
+    run(board, 0, 64, 8);
+    const uint64_t camera = connectedEth();
+    Eth_setEnumerationValue(camera, "TriggerMode", "On");
+    EXPECT_EQ(0, Eth_executeCommand(camera, "TriggerSoftware")) << "not started: lost";
+    Eth_startAcquisition(camera);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(0, Eth_executeCommand(camera, "TriggerSoftware"));
+    EXPECT_TRUE(delivers(0, 0, 3));
+    Eth_setEnumerationValue(camera, "TriggerSource", "Line0");
+    EXPECT_EQ(0, Eth_executeCommand(camera, "TriggerSoftware")) << "goes nowhere";
+    Eth_setEnumerationValue(camera, "TriggerSource", "Software");
+    EXPECT_EQ(0, Eth_executeCommand(camera, "TriggerSoftware"));
+    EXPECT_TRUE(delivers(0, 0, 4));
+    EXPECT_EQ(4u, ledger(0, 0).produced);
+}
+
+TEST_F(CameraPictures, OfOneActionCommandHaveTheSameTimeStamp)
+{
+    describeBoards(R"({"boards": [{"index": 0, "type": 2897, "cameras": [
+        {"port": 0, "parameters": {"TriggerMode": "On"}}, {"port": 1, "parameters": {"TriggerMode": "On"}},
+        {"port": 2, "parameters": {"TriggerMode": "On"}}]}]})");
+    void* const board = open(0, R"({"width": 8, "height": 4, "processes": [{"dmas": 3}]})");
+    const Ring& left = run(board, 0);
+    const Ring& right = run(board, 1);
+    run(board, 2);
+    const uint64_t library = openEth();
+    const auto prepare = [&](uint32_t port, uint32_t mask) {
+        const uint64_t camera = ethCamera(library, port);
+        const uint32_t deviceKey = 7, groupKey = 9;
+        Eth_connectCamera(camera);
+        Eth_setCameraRegister(camera, "actionDeviceKey", &deviceKey, 1);
+        Eth_setCameraRegister(camera, "actionGroupKey12", &groupKey, 1);
+        Eth_setCameraRegister(camera, "actionGroupMask12", &mask, 1);
+        Eth_startAcquisition(camera);
+        return camera;
+    };
+    prepare(0, 0b011);
+    prepare(1, 0b110);
+    const uint64_t other = prepare(2, 0b100);
+    EXPECT_EQ(0, Eth_sendActionCommand(library, 0, 0xFFFF'FFFF, 8, 9, 0b010)) << "of another device";
+    EXPECT_EQ(0, Eth_sendActionCommand(library, 0, 0xFFFF'FFFF, 7, 8, 0b010)) << "of another group";
+    EXPECT_EQ(0, Eth_sendActionCommand(library, 2, 0xFFFF'FFFF, 7, 9, 0b010));
+    ASSERT_TRUE(delivers(0, 0, 1));
+    ASSERT_TRUE(delivers(0, 1, 1));
+    EXPECT_EQ(left.timestampOf(1), right.timestampOf(1));
+    EXPECT_NE(0u, left.timestampOf(1));
+
+    Eth_executeCommand(other, "TriggerSoftware");
+    ASSERT_TRUE(delivers(0, 2, 1));
+    for (const uint32_t dma : {0u, 1u, 2u})
+        EXPECT_EQ(1u, ledger(0, dma).produced) << "DMA " << dma;
+    EXPECT_EQ(0, Eth_sendActionCommand(library, 1, 0, 7, 9, 0b010)) << "to one port";
+    ASSERT_TRUE(delivers(0, 1, 2));
+    EXPECT_EQ(1u, ledger(0, 0).produced);
+}
+
+TEST_F(CameraPictures, AreThoseOfTheAppletUnlessAParameterSaysOtherwise)
+{
+    constexpr const char* kApplet = R"({"width": 8, "height": 4})";
+    const auto first = [&] {
+        OrvoSim_setManual(1);
+        void* const board = open(0, kApplet);
+        const Ring ring(board, 0, 1, 32);
+        ring.start();
+        EXPECT_EQ(1, OrvoSim_deliver(0, 0, 1)) << "through the wheel in every state of the camera";
+        Bytes bytes;
+        for (size_t i = 0; i < 32; ++i)
+            bytes.push_back(ring.byte(0, i));
+        ring.stop();
+        endLife();
+        return bytes;
+    };
+    const Bytes withCamera = first();
+    describeBoards(R"({"boards": [{"index": 0, "type": 2897}]})");
+    EXPECT_EQ(first(), withCamera);
+}
+
+TEST_F(CameraPictures, ObeyTheParameters)
+{
+    OrvoSim_setManual(1);
+    void* const board = open(0, kSmall);
+    const Ring& ring = run(board, 0);
+    const uint64_t camera = connectedEth();
+    Eth_setEnumerationValue(camera, "TestPattern", "GreyHorizontalRamp");
+    const auto row = [&](size_t y) {
+        const Bytes all = picture(ring);
+        const auto begin = all.begin() + static_cast<std::ptrdiff_t>(8 * y);
+        return Bytes(begin, begin + 8);
+    };
+    EXPECT_EQ((Bytes{0, 1, 2, 3, 4, 5, 6, 7}), row(3));
+    Eth_setFloatValue(camera, "ExposureTime", 20'000);
+    EXPECT_EQ((Bytes{0, 2, 4, 6, 8, 10, 12, 14}), row(0));
+    Eth_setFloatValue(camera, "Gain", 20 * std::log10(1.5));
+    EXPECT_EQ((Bytes{0, 3, 6, 9, 12, 15, 18, 21}), row(0));
+    Eth_setFloatValue(camera, "Gain", 24);
+    EXPECT_EQ(0xFF, (Eth_setEnumerationValue(camera, "TestPattern", "White"), row(0)[0])) << "saturated";
+
+    Eth_executeCommand(camera, "UserSetLoad");
+    Eth_setEnumerationValue(camera, "TestPattern", "GreyHorizontalRamp");
+    Eth_setIntegerValue(camera, "Width", 16);
+    Eth_setIntegerValue(camera, "OffsetX", 100);
+    EXPECT_EQ((Bytes{100, 101, 102, 103, 104, 105, 106, 107}), row(0));
+    Eth_setBooleanValue(camera, "ReverseX", 1);
+    EXPECT_EQ((Bytes{115, 114, 113, 112, 111, 110, 109, 108}), row(0));
+    Eth_setEnumerationValue(camera, "TestPattern", "GreyVerticalRamp");
+    Eth_setIntegerValue(camera, "Height", 16);
+    Eth_setBooleanValue(camera, "ReverseY", 1);
+    EXPECT_EQ(Bytes(8, 15), row(0));
+    EXPECT_EQ(Bytes(8, 12), row(3));
+    Eth_setEnumerationValue(camera, "TestPattern", "GreyDiagonalRampMoving");
+    const Bytes before = row(0);
+    EXPECT_EQ(before[0] + 1, row(0)[0]);
+}
+
+TEST_F(CameraPictures, AreCutToTheBoardsPartAndFilledUp)
+{
+    OrvoSim_setManual(1);
+    void* const board = open(0, kSmall);
+    const uint64_t camera = connectedEth();
+    Eth_setEnumerationValue(camera, "TestPattern", "GreyHorizontalRamp");
+    Eth_setIntegerValue(camera, "Width", 16);
+    Eth_setIntegerValue(camera, "Height", 16);
+    const uint32_t xOffset = 12, yOffset = 14;
+    brd.Brd_setParameter(board, 300, &xOffset, 0);
+    brd.Brd_setParameter(board, 400, &yOffset, 0);
+    const Ring& ring = run(board, 0);
+    const Bytes bytes = picture(ring);
+    EXPECT_EQ((Bytes{12, 13, 14, 15, 0, 0, 0, 0}), Bytes(bytes.begin() + 8, bytes.begin() + 16));
+    EXPECT_EQ(Bytes(16, 0), Bytes(bytes.begin() + 16, bytes.end())) << "below the camera's last row";
+}
+
+TEST_F(CameraPictures, AreConvertedToTheBoardsFormat)
+{
+    OrvoSim_setManual(1);
+    void* const board = open(0, R"({"width": 8, "height": 4, "format": 2})");
+    const uint64_t camera = connectedEth();
+    Eth_setIntegerValue(camera, "Width", 16);   // the bars are parts of the sensor, not of the picture
+    Eth_setIntegerValue(camera, "OffsetX", 1280 / 8 * 6);
+    Eth_setEnumerationValue(camera, "TestPattern", "ColorBar");
+    const Ring& ring = run(board, 0, 96);
+    const Bytes grey = picture(ring, 3);
+    EXPECT_EQ((Bytes{grey[0], grey[0], grey[0]}), grey) << "a grey camera on a colour board";
+    EXPECT_NE(0, grey[0]);
+    Eth_setEnumerationValue(camera, "PixelFormat", "RGB8");
+    EXPECT_EQ((Bytes{255, 0, 0}), picture(ring, 3)) << "blue";
+}
+
+TEST_F(CameraPictures, EndWithACameraThatVanishes)
+{
+    void* const board = open(0, kSmall);
+    run(board, 0);
+    run(board, 1, 64, 4);
+    const uint64_t library = openEth();
+    const uint64_t lost = ethCamera(library, 0);
+    const uint64_t kept = ethCamera(library, 1);
+    for (const uint64_t camera : {lost, kept}) {
+        Eth_connectCamera(camera);
+        Eth_setEnumerationValue(camera, "TriggerMode", "On");
+        Eth_startAcquisition(camera);
+        Eth_executeCommand(camera, "TriggerSoftware");
+    }
+    ASSERT_TRUE(delivers(0, 0, 1));
+    ASSERT_EQ(1, OrvoSim_vanishCamera(0, 0, 0));
+    EXPECT_EQ(code(CameraStatus::Gone), Eth_executeCommand(lost, "TriggerSoftware"));
+    EXPECT_EQ(0, Eth_executeCommand(kept, "TriggerSoftware"));
+    ASSERT_TRUE(delivers(0, 1, 2));
+    EXPECT_EQ(1u, ledger(0, 0).produced);
+}
+
+}   // namespace
+
+}   // namespace orvo::test
