@@ -44,25 +44,50 @@ Adapter::Adapter(const std::string& path) : m_path(absolutePath(path))
 std::vector<Channel> Adapter::openAll() const
 {
     std::vector<Channel> channels;
-    for (int32_t index = 0;; ++index) {
-        csAIK_ChannelRecord record{};
-        record.size = sizeof(record);
-        std::string failure;
-        try {
-            call(m_exports.getVideoChannel, index, &record);
-        } catch (const AdapterFailure& refusal) {
-            failure = refusal.what();
-        }
-        if (record.channelID != 0) {   // open, also where a later step of the call failed
-            channels.emplace_back(m_exports, index, record, failure);
-            continue;
-        }
+    try {
+        while (auto channel = tryToOpen(static_cast<int32_t>(channels.size())))
+            channels.push_back(std::move(*channel));
+    } catch (const AdapterFailure&) {
         if (channels.empty())
             shutDown();
-        if (failure != kEndOfChannels)
-            throw AdapterFailure(failure);
-        return channels;
+        throw;
     }
+    if (channels.empty())
+        shutDown();
+    return channels;
+}
+
+Channel Adapter::open(int32_t index) const
+{
+    try {
+        if (auto channel = tryToOpen(index)) {
+            if (!channel->failure().empty())
+                throw std::runtime_error("Channel " + std::to_string(index) + ": " + channel->failure());
+            return std::move(*channel);
+        }
+    } catch (const AdapterFailure&) {
+        shutDown();
+        throw;
+    }
+    shutDown();
+    throw std::runtime_error("There is no channel " + std::to_string(index));
+}
+
+std::optional<Channel> Adapter::tryToOpen(int32_t index) const
+{
+    csAIK_ChannelRecord record{};
+    record.size = sizeof(record);
+    std::string failure;
+    try {
+        call(m_exports.getVideoChannel, index, &record);
+    } catch (const AdapterFailure& refusal) {
+        failure = refusal.what();
+    }
+    if (record.channelID != 0)   // open, also where a later step of the call failed
+        return Channel(m_exports, index, record, failure);
+    if (failure != kEndOfChannels)
+        throw AdapterFailure(failure);
+    return std::nullopt;
 }
 
 // With no channel open, a release fails, and lets go of the boards all the same.

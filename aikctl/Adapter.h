@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,13 @@ public:
     /// Opens every channel there is, failed ones too, in the adapter's order: all of them, since the release
     /// of the only open channel shuts everything down. Throws AdapterFailure; nothing is then left open.
     std::vector<Channel> openAll() const;
+    /// Opens one channel alone, whose release then shuts everything down. Throws AdapterFailure, and
+    /// runtime_error if there is no such channel or it can't be used; nothing is then left open.
+    Channel open(int32_t index) const;
 
 private:
+    /// The channel at that position; none behind the last one. Throws AdapterFailure.
+    std::optional<Channel> tryToOpen(int32_t index) const;
     void shutDown() const;
 
     std::string m_path;   // absolute

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 #include <utility>
 
 namespace orvo::aikctl {
@@ -18,6 +19,23 @@ std::string reasonOf(const Exports& exports, int64_t id)
         return failure.what();
     }
     return "The adapter calls the channel failed and gives no reason.";
+}
+
+constexpr std::string_view kNoMoreFeatures = "Cannot find feature with the given index";
+constexpr std::string_view kNoSuchEntry = "Invalid enum index!";
+
+/// Makes the call; false if it fails with that text, which is no failure here.
+template <typename Call>
+bool unless(std::string_view expected, Call&& call)
+{
+    try {
+        call();
+        return true;
+    } catch (const AdapterFailure& failure) {
+        if (std::string_view(failure.what()).find(expected) == std::string_view::npos)
+            throw;
+        return false;
+    }
 }
 
 }   // namespace
@@ -56,16 +74,52 @@ Channel::~Channel()
     m_exports->releaseVideoChannel(unheard.data(), m_id);
 }
 
-std::string Channel::read(const char* feature) const
+std::string Channel::read(const std::string& feature) const
 {
     std::array<char, AIK_VALUE_SIZE> value{};
-    call(m_exports->readValue, m_id, feature, value.data());
+    call(m_exports->readValue, m_id, feature.c_str(), value.data());
     return value.data();
 }
 
-void Channel::write(const char* feature, const std::string& value)
+void Channel::write(const std::string& feature, const std::string& value)
 {
-    call(m_exports->writeValue, m_id, feature, value.c_str());
+    call(m_exports->writeValue, m_id, feature.c_str(), value.c_str());
+}
+
+void Channel::execute(const std::string& feature)
+{
+    call(m_exports->executeCommand, m_id, feature.c_str());
+}
+
+std::optional<std::string> Channel::featureName(uint32_t position) const
+{
+    std::array<char, AIK_NAME_SIZE> name{};
+    return unless(kNoMoreFeatures, [&] { call(m_exports->getFeatureName, m_id, position, name.data()); })
+               ? std::optional<std::string>(name.data())
+               : std::nullopt;
+}
+
+uint32_t Channel::featureType(const std::string& feature) const
+{
+    uint32_t type = AIK_TYPE_NONE;
+    call(m_exports->getFeatureType, m_id, feature.c_str(), &type);
+    return type;
+}
+
+std::string Channel::featureAttribute(const std::string& feature, uint32_t attribute) const
+{
+    std::array<char, AIK_NAME_SIZE> text{};
+    call(m_exports->getFeatureAttr, m_id, feature.c_str(), attribute, text.data());
+    return text.data();
+}
+
+std::optional<std::string> Channel::enumEntry(const std::string& feature, uint32_t value) const
+{
+    std::array<char, AIK_ENUM_SIZE> entry{};
+    return unless(kNoSuchEntry,
+                  [&] { call(m_exports->getValidEnum, m_id, feature.c_str(), value, entry.data()); })
+               ? std::optional<std::string>(entry.data())
+               : std::nullopt;
 }
 
 void Channel::setup()

@@ -29,8 +29,17 @@ public:
     /// Why the channel can't be used; empty if it can.
     const std::string& failure() const { return m_failure; }
 
-    std::string read(const char* feature) const;
-    void write(const char* feature, const std::string& value);
+    std::string read(const std::string& feature) const;
+    void write(const std::string& feature, const std::string& value);
+    void execute(const std::string& feature);
+
+    /// Of the feature at `position`, from 0; none behind the last one.
+    std::optional<std::string> featureName(uint32_t position) const;
+    uint32_t featureType(const std::string& feature) const;   // one of AIK_TYPE_...
+    /// `attribute`: one of AIK_ATTR_...
+    std::string featureAttribute(const std::string& feature, uint32_t attribute) const;
+    /// The entry of that value; none if there isn't one.
+    std::optional<std::string> enumEntry(const std::string& feature, uint32_t value) const;
 
     /// Builds the ring for width() x height().
     void setup();

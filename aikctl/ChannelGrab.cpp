@@ -31,7 +31,10 @@ uint64_t lostByOverflow(std::string_view failure)
 }   // namespace
 
 ChannelGrab::ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder)
-    : m_channel(channel), m_options(options), m_folder(folder), m_reader(channel, options.isPlanar)
+    : m_channel(channel),
+      m_options(options),
+      m_folder(folder),
+      m_reader(channel, options.isPlanar, options.isTimed)
 {
     m_result.failure = channel.failure();
 }
@@ -61,22 +64,33 @@ void ChannelGrab::prepare()
     }
 }
 
-bool ChannelGrab::start(std::function<void()> onDone)
+void ChannelGrab::start()
 {
     if (!m_result.failure.empty())
-        return false;
+        return;
     try {
         m_channel.start();
         m_isRunning = true;
-        m_thread = std::thread([this, onDone = std::move(onDone)] {
-            fetchAll();
-            onDone();
-        });
-        return true;
-    } catch (const std::exception& failure) {
+    } catch (const AdapterFailure& failure) {
         fail(failure.what());
-        return false;
     }
+}
+
+void ChannelGrab::fetch(std::function<void()> onNews)
+{
+    if (m_result.failure.empty()) {
+        try {
+            m_thread = std::thread([this, onNews = std::move(onNews)] {
+                fetchAll(onNews);
+                m_isDone = true;
+                onNews();
+            });
+            return;
+        } catch (const std::exception& failure) {
+            fail(failure.what());
+        }
+    }
+    m_isDone = true;
 }
 
 void ChannelGrab::join()
@@ -99,7 +113,7 @@ void ChannelGrab::stop()
     }
 }
 
-void ChannelGrab::fetchAll()
+void ChannelGrab::fetchAll(const std::function<void()>& onNews)
 {
     const auto timeout = std::chrono::duration_cast<Clock::duration>(m_options.timeout);
     try {
@@ -107,6 +121,7 @@ void ChannelGrab::fetchAll()
         while (m_fetched < m_options.count && !m_isAskedToEnd) {
             if (const auto image = m_reader.next()) {
                 take(*image);
+                onNews();
                 deadline = Clock::now() + timeout;   // saving is no waiting
             } else if (Clock::now() >= deadline) {
                 throw std::runtime_error("No picture came in time");
@@ -123,6 +138,8 @@ void ChannelGrab::fetchAll()
 void ChannelGrab::take(Image image)
 {
     const auto now = Clock::now();
+    if (m_reader.timestamp())
+        m_result.timestamps.push_back(*m_reader.timestamp());
     if (++m_fetched == 1)
         m_firstTime = now;
     const std::chrono::duration<double> sinceFirst = now - m_firstTime;

@@ -19,23 +19,25 @@ struct GrabOptions {
     uint64_t count = 10;    // pictures from each channel
     std::string strategy;   // for "AcquisitionStrategy"; empty leaves it alone
     bool isPlanar = false;
+    bool isTimed = false;                       // keep the time stamp of each picture
     bool isRaw = false;                         // save the bytes as they come, and no PNG
     std::chrono::duration<double> timeout{5};   // the longest wait for one picture
 };
 
 /// What the grab of one channel came to.
 struct GrabResult {
-    std::string format;             // of the first picture, for people; empty without one
-    uint64_t pictures = 0;          // saved
-    uint64_t lost = 0;              // counted by adapter or board, and not fetched
-    double picturesPerSecond = 0;   // from the first to the last; 0 below two pictures
-    std::string note;               // what a person should know, and is no failure
-    std::string failure;            // why it ended early
+    std::string format;                 // of the first picture, for people; empty without one
+    uint64_t pictures = 0;              // saved
+    uint64_t lost = 0;                  // counted by adapter or board, and not fetched
+    double picturesPerSecond = 0;       // from the first to the last; 0 below two pictures
+    std::vector<uint64_t> timestamps;   // of the pictures, in the board's ticks, if they are wanted
+    std::string note;                   // what a person should know, and is no failure
+    std::string failure;                // why it ended early
 };
 
 /// Fetches pictures from one channel and saves them, on a thread of its own. Call in this order: prepare(),
-/// start(), askToEnd() if need be, join(), stop(), result().
-/// Threads: fetched() on any, the rest on one.
+/// start(), fetch(), askToEnd() if need be, join(), stop(), result().
+/// Threads: fetched() and isDone() on any, the rest on one.
 /// Throws:  nothing: what fails goes to the result, and ends this channel's grab alone.
 class ChannelGrab {
 public:
@@ -47,22 +49,25 @@ public:
 
     /// Writes the features and builds the ring.
     void prepare();
-    /// Starts the channel and the thread, on which `onDone` is called when nothing more is to fetch. False,
-    /// and never a call, if this or a step before it failed.
-    bool start(std::function<void()> onDone);
+    /// Starts the channel.
+    void start();
+    /// Starts the thread, on which `onNews` is called after each picture, and when nothing more is to fetch.
+    /// Done at once, and never a call, if this or a step before it failed.
+    void fetch(std::function<void()> onNews);
     void askToEnd() { m_isAskedToEnd = true; }
     void join();
     void stop();
 
-    const Channel& channel() const { return m_channel; }
+    Channel& channel() const { return m_channel; }
     uint64_t fetched() const { return m_fetched; }
+    bool isDone() const { return m_isDone; }
     const GrabResult& result() const { return m_result; }   // after join()
 
 private:
     using Clock = std::chrono::steady_clock;
     using Image = std::span<const uint8_t>;
 
-    void fetchAll();
+    void fetchAll(const std::function<void()>& onNews);
     void take(Image image);
     void save(Image image);
     void saveWaiting();
@@ -76,6 +81,7 @@ private:
     std::thread m_thread;
     std::atomic<bool> m_isAskedToEnd{false};
     std::atomic<uint64_t> m_fetched{0};
+    std::atomic<bool> m_isDone{false};
 
     // The fetching thread's own, from start() to join().
     ImageReader m_reader;

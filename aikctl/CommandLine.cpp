@@ -1,6 +1,5 @@
 #include "aikctl/CommandLine.h"
 
-#include <array>
 #include <exception>
 #include <memory>
 #include <sstream>
@@ -10,15 +9,19 @@
 
 #include "aikctl/Adapter.h"
 #include "aikctl/Console.h"
+#include "aikctl/FeaturesCommand.h"
 #include "aikctl/GrabCommand.h"
 #include "aikctl/ListCommand.h"
+#include "aikctl/ReferenceCommand.h"
+#include "aikctl/StepsCommand.h"
 
 namespace orvo::aikctl {
 
 namespace {
 
 constexpr const char* kDescription =
-    "Shows the video channels of an OrvoCognexAdapter and grabs pictures from them.";
+    "Shows the video channels of an OrvoCognexAdapter with their features, leads their cameras and grabs\n"
+    "pictures from them.";
 constexpr const char* kFooter =
     "The environment names the boards' applets (ORVO_COGNEX_APPLET_0 and so on), and where an adapter that\n"
     "lies outside an installation finds one (ORVODIR5_64, ORVODIR5).\n"
@@ -52,8 +55,12 @@ int runCommandLine(int argc, const char* const* argv, Console& console)
         ->type_name("FILE");
     program.add_flag("--json", common.json, "Write results as JSON");
 
-    const std::array<std::unique_ptr<Command>, 2> commands = {std::make_unique<ListCommand>(),
-                                                              std::make_unique<GrabCommand>()};
+    const std::unique_ptr<Command> commands[] = {
+        std::make_unique<ListCommand>(),        std::make_unique<FeaturesCommand>(),
+        std::make_unique<StepsCommand>("get"),  std::make_unique<StepsCommand>("set"),
+        std::make_unique<StepsCommand>("exec"), std::make_unique<StepsCommand>("do"),
+        std::make_unique<GrabCommand>(),        std::make_unique<ReferenceCommand>(),
+    };
     Command* chosen = nullptr;
     for (const auto& command : commands)
         command->declare(program)->callback([&chosen, &command] { chosen = command.get(); });

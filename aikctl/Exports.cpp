@@ -20,9 +20,13 @@ Exports findExports(os::Module library, const std::string& path)
     find("GetImageAttributes", exports.getImageAttributes);
     find("StartAcquisition", exports.startAcquisition);
     find("StopAcquisition", exports.stopAcquisition);
+    find("ExecuteCommand", exports.executeCommand);
     find("ReadValue", exports.readValue);
     find("WriteValue", exports.writeValue);
     find("GetFeatureName", exports.getFeatureName);
+    find("GetFeatureType", exports.getFeatureType);
+    find("GetFeatureAttr", exports.getFeatureAttr);
+    find("GetValidEnum", exports.getValidEnum);
     return exports;
 }
 

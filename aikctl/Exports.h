@@ -18,9 +18,13 @@ struct Exports {
     AIK_GetImageAttributes getImageAttributes;
     AIK_StartAcquisition startAcquisition;
     AIK_StopAcquisition stopAcquisition;
+    AIK_ExecuteCommand executeCommand;
     AIK_ReadValue readValue;
     AIK_WriteValue writeValue;
     AIK_GetFeatureName getFeatureName;
+    AIK_GetFeatureType getFeatureType;
+    AIK_GetFeatureAttr getFeatureAttr;
+    AIK_GetValidEnum getValidEnum;
 };
 
 /// Throws runtime_error with the first name that `library`, loaded from `path`, doesn't export.

@@ -35,6 +35,12 @@ std::string checkChannel(const std::string& text)
                                             : text + " is neither a channel's number nor " + kAllChannels;
 }
 
+std::string checkSetting(const std::string& text)
+{
+    const size_t sign = text.find('=');
+    return sign == 0 || sign == std::string::npos ? text + " is no NAME=VALUE" : "";
+}
+
 std::string progressText(uint64_t fetched, uint64_t wanted)
 {
     constexpr uint64_t kWidth = 40;
@@ -65,6 +71,18 @@ CLI::App* GrabCommand::declare(CLI::App& program)
     grab->add_flag("--planar", m_options.isPlanar, "Have the adapter split the colours into planes");
     grab->add_flag("--raw", m_options.isRaw,
                    "Save the bytes as they come, 16-bit samples whole, and no PNG of 8 bits a sample");
+    CLI::Option* const noCamera =
+        grab->add_flag("--no-camera", m_cameraOptions.areLeftAlone,
+                       "Leave the cameras alone, rather than connect and start them");
+    grab->add_option("--set", m_cameraOptions.settings,
+                     "A parameter for each camera before it starts, such as ExposureTime=5000; any number")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false)
+        ->check(checkSetting)
+        ->excludes(noCamera);
+    grab->add_flag("--action", m_cameraOptions.isByActionCommand,
+                   "Take each picture by one action command, in all GigE Vision cameras of a board at once")
+        ->excludes(noCamera);
     grab->add_option("-t,--timeout", m_timeoutSeconds, "Longest wait for one picture, in seconds")
         ->check(CLI::Range(0.001, 86'400.0))
         ->capture_default_str();
@@ -76,6 +94,7 @@ CLI::App* GrabCommand::declare(CLI::App& program)
 void GrabCommand::run(const Adapter& adapter, const CommonOptions& common, Console& console)
 {
     m_options.timeout = std::chrono::duration<double>(m_timeoutSeconds);
+    m_options.isTimed = m_cameraOptions.isByActionCommand;
     const PictureFolder folder(m_folder, m_isOverwriting);
     std::vector<Channel> channels = adapter.openAll();
 
@@ -83,9 +102,17 @@ void GrabCommand::run(const Adapter& adapter, const CommonOptions& common, Conso
     choose(channels, folder, grabs);
     for (ChannelGrab& grab : grabs)
         grab.prepare();
-    fetch(grabs, console);
+    GrabCameras cameras(m_cameraOptions, console);
+    for (const ChannelGrab& grab : grabs)
+        cameras.connect(grab.channel());
+    for (ChannelGrab& grab : grabs)   // before the cameras: no picture shall be lost
+        grab.start();
+    cameras.start();
+    fetch(grabs, cameras, console);
+    cameras.stop();
     for (ChannelGrab& grab : grabs)
         grab.stop();
+    cameras.close();
 
     for (const ChannelGrab& grab : grabs) {
         const std::string channel = "channel " + std::to_string(grab.channel().index()) + ": ";
@@ -122,36 +149,53 @@ void GrabCommand::choose(std::vector<Channel>& channels, const PictureFolder& fo
         grabs.emplace_back(channels[index], m_options, folder);
 }
 
-void GrabCommand::fetch(Grabs& grabs, Console& console) const
+void GrabCommand::fetch(Grabs& grabs, GrabCameras& cameras, Console& console) const
 {
     std::mutex mutex;
-    std::condition_variable someoneIsDone;
-    size_t fetching = 0;
-    size_t done = 0;
-    for (ChannelGrab& grab : grabs) {
-        const bool isFetching = grab.start([&] {
+    std::condition_variable news;
+    for (ChannelGrab& grab : grabs)
+        grab.fetch([&] {
             const std::lock_guard lock(mutex);
-            ++done;
-            someoneIsDone.notify_one();
+            news.notify_one();
         });
-        fetching += isFetching ? 1 : 0;
-    }
 
+    uint64_t shots = 0;   // for which an action command was sent
+    const auto allAre = [&](auto&& state) { return std::all_of(grabs.begin(), grabs.end(), state); };
+    const auto areDone = [&] { return allAre([](const ChannelGrab& grab) { return grab.isDone(); }); };
+    const auto isShotDue = [&] {
+        return m_cameraOptions.isByActionCommand && shots < m_options.count &&
+               allAre([&](const ChannelGrab& grab) { return grab.isDone() || grab.fetched() >= shots; });
+    };
     std::unique_lock lock(mutex);
-    while (!someoneIsDone.wait_for(lock, kLookInterval, [&] { return done == fetching; })) {
+    while (!areDone()) {
+        if (isShotDue()) {
+            ++shots;
+            lock.unlock();
+            cameras.shoot();
+            lock.lock();
+        }
+        news.wait_for(lock, kLookInterval, [&] { return areDone() || isShotDue(); });
         if (console.interrupted())
             std::for_each(grabs.begin(), grabs.end(), [](ChannelGrab& grab) { grab.askToEnd(); });
-        if (m_isShowingProgress || console.isTerminal()) {
-            uint64_t fetched = 0;
-            for (const ChannelGrab& grab : grabs)
-                fetched += grab.fetched();
-            console.progress(progressText(fetched, fetching * m_options.count));
-        }
+        showProgress(grabs, console);
     }
     lock.unlock();
     for (ChannelGrab& grab : grabs)
         grab.join();
     console.progress("");
+}
+
+void GrabCommand::showProgress(const Grabs& grabs, Console& console) const
+{
+    if (!m_isShowingProgress && !console.isTerminal())
+        return;
+    uint64_t fetched = 0;
+    uint64_t wanted = 0;
+    for (const ChannelGrab& grab : grabs) {
+        fetched += grab.fetched();
+        wanted += grab.isDone() ? grab.fetched() : m_options.count;
+    }
+    console.progress(progressText(fetched, wanted));
 }
 
 }   // namespace orvo::aikctl

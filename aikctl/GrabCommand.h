@@ -6,6 +6,7 @@
 
 #include "aikctl/ChannelGrab.h"
 #include "aikctl/Command.h"
+#include "aikctl/GrabCameras.h"
 
 namespace orvo::aikctl {
 
@@ -19,9 +20,11 @@ private:
     using Grabs = std::deque<ChannelGrab>;   // a deque: they stay where they are
 
     void choose(std::vector<Channel>& channels, const PictureFolder& folder, Grabs& grabs) const;
-    void fetch(Grabs& grabs, Console& console) const;
+    void fetch(Grabs& grabs, GrabCameras& cameras, Console& console) const;
+    void showProgress(const Grabs& grabs, Console& console) const;
 
     GrabOptions m_options;
+    CameraOptions m_cameraOptions;
     double m_timeoutSeconds = 5;
     std::vector<std::string> m_channels = {"all"};
     std::string m_folder = "pictures";

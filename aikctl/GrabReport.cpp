@@ -1,6 +1,8 @@
 #include "aikctl/GrabReport.h"
 
+#include <algorithm>
 #include <iomanip>
+#include <map>
 #include <ostream>
 #include <sstream>
 
@@ -40,9 +42,32 @@ void GrabReport::printTable(std::ostream& out) const
                    rateText(result.picturesPerSecond)});
     }
     table.print(out);
+    printShots(out);
     out << '\n'
         << (m_wasInterrupted ? "interrupted; " : "") << "saved " << saved
         << (saved == 1 ? " picture in " : " pictures in ") << m_folder.path().string() << std::endl;
+}
+
+/// Board by board: each has a clock of its own.
+void GrabReport::printShots(std::ostream& out) const
+{
+    std::map<std::string, std::vector<const std::vector<uint64_t>*>> boards;
+    for (const ChannelGrab& grab : m_grabs)
+        if (!grab.result().timestamps.empty())
+            boards[grab.channel().boardText()].push_back(&grab.result().timestamps);
+    for (const auto& [board, channels] : boards) {
+        const std::vector<uint64_t>& first = *channels.front();
+        size_t same = 0;   // shots
+        const auto isSame = [&](const auto* stamps) {
+            return same < stamps->size() && (*stamps)[same] == first[same];
+        };
+        while (same < first.size() && std::all_of(channels.begin(), channels.end(), isSame))
+            ++same;
+        out << '\n'
+            << board << ": " << same << " of " << first.size()
+            << " action commands made pictures of one time stamp on all channels (" << channels.size()
+            << ")\n";
+    }
 }
 
 void GrabReport::printJson(std::ostream& out) const
@@ -58,6 +83,7 @@ void GrabReport::printJson(std::ostream& out) const
                            {"pictures", result.pictures},
                            {"lost", result.lost},
                            {"picturesPerSecond", result.picturesPerSecond},
+                           {"timestamps", result.timestamps},
                            {"note", result.note},
                            {"failure", result.failure}});
     }

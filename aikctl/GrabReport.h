@@ -19,6 +19,8 @@ public:
     void printJson(std::ostream& out) const;
 
 private:
+    void printShots(std::ostream& out) const;
+
     const std::deque<ChannelGrab>& m_grabs;
     const PictureFolder& m_folder;
     const bool m_wasInterrupted;

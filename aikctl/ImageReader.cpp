@@ -23,7 +23,7 @@ void ImageReader::allocate()
 
 std::optional<std::span<const uint8_t>> ImageReader::next()
 {
-    if (!m_pixelCode && !askForPixelCode())
+    if ((m_isTimed || !m_pixelCode) && !askForAttributes())
         return std::nullopt;   // and no fetch, to which a picture could come meanwhile
     if (!m_channel.getImage(m_buffer.data()))
         return std::nullopt;
@@ -32,13 +32,16 @@ std::optional<std::span<const uint8_t>> ImageReader::next()
     return std::span<const uint8_t>(m_buffer).first(m_imageSize);
 }
 
-bool ImageReader::askForPixelCode()
+bool ImageReader::askForAttributes()
 {
+    m_timestamp.reset();
     try {
         const auto attributes = m_channel.attributes();
-        if (attributes)
-            m_pixelCode = attributes->pixelFormat;
-        return attributes.has_value();
+        if (!attributes)
+            return false;
+        m_pixelCode = attributes->pixelFormat;
+        m_timestamp = attributes->timestamp;
+        return true;
     } catch (const AdapterFailure& failure) {
         if (failure.what() != kRingIsFull)
             throw;

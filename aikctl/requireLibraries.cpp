@@ -8,9 +8,36 @@
 
 namespace orvo::aikctl {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+/// One that the system loads together with the adapter: beside it, or where it looks for all libraries.
+void requireNeighbour(const std::string& name, const std::string& adapterPath)
+{
+    const std::string file = name + os::kLibraryEnding;
+    const std::string beside = fs::path(adapterPath).replace_filename(file).string();
+    const bool isBeside = fs::is_regular_file(beside);
+    os::Error error;
+    const os::Module library =
+        isBeside ? os::loadLibrary(beside, os::Neighbours::BesideTheLibrary, &error) : os::loadLibrary(file);
+    if (library) {
+        os::freeLibrary(library);
+        return;
+    }
+    if (!isBeside)
+        throw std::runtime_error(file +
+                                 " is missing, without which the adapter can't be loaded: looked for " +
+                                 beside + ", and where the system looks");
+    throw std::runtime_error(
+        beside + " can't be loaded, nor the adapter without it; perhaps a library that " +
+        "it needs is missing beside it: " + error.text + " (" + std::to_string(error.number) + ")");
+}
+
+}   // namespace
+
 void requireLibraries(const std::string& adapterPath)
 {
-    namespace fs = std::filesystem;
     if (!fs::is_regular_file(adapterPath))
         throw std::runtime_error("The adapter is missing: looked for " + adapterPath);
 
@@ -24,6 +51,8 @@ void requireLibraries(const std::string& adapterPath)
     if (!fs::is_regular_file(path))
         throw std::runtime_error(library + " is missing: looked for " + path +
                                  ", below the installation directory of the adapter " + adapterPath);
+    for (const char* const neighbour : {"ethlib", "orvo_genicam"})
+        requireNeighbour(neighbour, adapterPath);
 }
 
 }   // namespace orvo::aikctl

@@ -4,9 +4,10 @@
 
 namespace orvo::aikctl {
 
-/// Makes sure that the adapter at `adapterPath`, absolute, and the board library that it will load are there:
-/// an adapter that doesn't find that library ends the whole process at its first call. Throws runtime_error
-/// that says what is missing and where it was looked for.
+/// Makes sure that the adapter at `adapterPath`, absolute, is there, and what it needs: the board library,
+/// without which it would end the whole process at its first call, and the camera libraries, without which the
+/// system refuses to load it and doesn't say what is missing. Throws runtime_error that says what is missing and
+/// where it was looked for.
 void requireLibraries(const std::string& adapterPath);
 
 }   // namespace orvo::aikctl

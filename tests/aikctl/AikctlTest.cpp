@@ -84,6 +84,17 @@ Outcome AikctlTest::grab(std::vector<std::string> arguments) const
     return run(arguments);
 }
 
+std::vector<std::string> AikctlTest::journal(const std::string& filter)
+{
+    std::string text(OrvoSim_readJournal(filter.c_str(), 0, nullptr, 0), '\0');
+    OrvoSim_readJournal(filter.c_str(), 0, text.data(), text.size());
+    std::istringstream stream(text.c_str());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
 std::vector<std::string> AikctlTest::savedFiles() const
 {
     std::vector<std::string> names;

@@ -27,7 +27,7 @@ protected:
     void TearDown() override;
 
     /// The applet of a board, 0 or 1.
-    void applet(int board, const nlohmann::json& applet) const;
+    void applet(int board, const nlohmann::json& applet = nlohmann::json::object()) const;
     /// Takes the applet of a board away, so that its one channel fails.
     static void noApplet(int board);
     void noBoards() const;
@@ -35,6 +35,9 @@ protected:
     Outcome run(const std::vector<std::string>& arguments) const;
     /// A grab into pictures().
     Outcome grab(std::vector<std::string> arguments) const;
+
+    /// The lines of the simulator's journal; `filter` as it takes it.
+    static std::vector<std::string> journal(const std::string& filter);
 
     const std::filesystem::path& folder() const { return m_folder; }
     std::filesystem::path pictures() const { return m_folder / "pictures"; }

@@ -18,6 +18,15 @@ TEST_F(CommandLine, SaysWhatIsWrongWithIt)
         {{"grab", "--strategy", "Newest"}, "NewestOnly"},
         {{"grab", "--timeout", "0"}, "--timeout"},
         {{"list", "--count", "3"}, "--count"},
+        {{"grab", "--set", "Width"}, "Width is no NAME=VALUE"},
+        {{"grab", "--no-camera", "--action"}, "--no-camera"},
+        {{"do", "0"}, "STEP"},
+        {{"do", "0", "get", "PortCount", "put"}, "put is no step"},
+        {{"do", "0", "get"}, "get lacks its feature"},
+        {{"set", "0", "BufferCount"}, "set BufferCount has no value"},
+        {{"get", "-1", "BufferCount"}, "CHANNEL"},
+        {{"get", "0", "BufferCount", "--key", "Width"}, "--key Width is for none of the features"},
+        {{"get", "0", "PortIndex", "--port", "1"}, "--camera"},
     };
     for (const auto& [arguments, complaint] : misuses) {
         const Outcome misuse = run(arguments);
