@@ -40,7 +40,8 @@ bool ImageReader::askForAttributes()
         if (!attributes)
             return false;
         m_pixelCode = attributes->pixelFormat;
-        m_timestamp = attributes->timestamp;
+        if (m_isTimed)
+            m_timestamp = attributes->timestamp;
         return true;
     } catch (const AdapterFailure& failure) {
         if (failure.what() != kRingIsFull)

@@ -1,6 +1,7 @@
 #!/bin/bash
 # Installs what is missing, builds the product and the simulated boards, and grabs pictures from every
-# channel under Wine. One channel plays photographs: what comes out of it must be what went in.
+# channel under Wine. Some channels play photographs: what comes out of them must be what went in. Two of their
+# cameras play the two eyes of a stereo pair, and take each picture at one moment.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -9,15 +10,19 @@ bin=$demo/installation/bin
 boards=$demo/boards
 pictures=$demo/pictures
 photographChannel=2   # after the two of the first board
+leftChannel=3
+rightChannel=4
 count=30
 
 layOut() {
     local stage=$repository/build/windows/stage/bin
     rm -rf "$demo"
-    mkdir -p "$bin" "$boards/photographs" "$pictures"
+    mkdir -p "$bin" "$boards"/{photographs,left,right} "$pictures"
     cp "$stage"/{OrvoCognexAdapter,brdlib5,ethlib,orvo_genicam,orvo_sim,common-logging-dispatcher}.dll "$stage/aikctl.exe" "$bin"
     cp "$repository"/scripts/demo/* "$boards"
     cp "$cache"/photographs/motorcycle_{left,right}.png "$boards/photographs"
+    cp "$cache"/photographs/motorcycle_left.png "$boards/left"
+    cp "$cache"/photographs/motorcycle_right.png "$boards/right"
 }
 
 # As Windows programs know it.
@@ -38,13 +43,13 @@ ledger() {
                                     channel, produced, delivered, dropped, asked, $2 }' "$1"
 }
 
-# comparePhotographs <folder> <ending> <command> <command>: what the first command makes of each saved picture
-# must be what the second makes of one of the photographs.
+# comparePhotographs <pictures> <ending> <photographs> <command> <command>: what the first command makes of each
+# picture must be what the second makes of one of the photographs in that folder.
 comparePhotographs() {
-    local folder=$1 ending=$2 ofPicture=$3 ofPhotograph=$4 picture photograph found compared=0
-    for picture in "$folder/channel$photographChannel"-*."$ending"; do
+    local pictures=$1 ending=$2 photographs=$3 ofPicture=$4 ofPhotograph=$5 picture photograph found compared=0
+    for picture in "$pictures"-*."$ending"; do
         found=
-        for photograph in "$boards"/photographs/*.png; do
+        for photograph in "$photographs"/*.png; do
             if cmp --silent <("$ofPicture" "$picture") <("$ofPhotograph" "$photograph"); then
                 found=$photograph
             fi
@@ -75,21 +80,34 @@ planes() {
 cd "$repository"
 scripts/setup.sh
 run "build" "$repository/build/log/demo-build.log" \
-    build windows OrvoCognexAdapter brdlib5 common-logging-dispatcher aikctl
+    build windows OrvoCognexAdapter brdlib5 ethlib orvo_genicam common-logging-dispatcher aikctl
 ((status == 0)) || { tail -n 40 "$repository/build/log/demo-build.log" && exit 1; }
 layOut
 enterWine
-export ORVO_SIM_BOARDS ORVO_COGNEX_APPLET_0 ORVO_COGNEX_APPLET_1
+export ORVO_SIM_BOARDS ORVO_COGNEX_APPLET_0 ORVO_COGNEX_APPLET_1 ORVO_COGNEX_APPLET_2
 ORVO_SIM_BOARDS=$(windowsPath "$boards/boards.json")
 ORVO_COGNEX_APPLET_0=$(windowsPath "$boards/patterns.hap")
 ORVO_COGNEX_APPLET_1=$(windowsPath "$boards/photographs.hap")
+ORVO_COGNEX_APPLET_2=$(windowsPath "$boards/stereo.hap")
 
 echo
-echo "The channels of an installation with two simulated boards:"
+echo "The channels of an installation with three simulated boards:"
 aikctl list
 
 echo
-echo "$count pictures from every channel:"
+echo "A GigE Vision camera, led step by step:"
+aikctl do 0 exec InitializeCameraConnector get PortCount exec Detect get CameraName \
+    set CameraFeatureKey=ExposureTime get CameraFloatValue set CameraFloatValue=2500 get CameraFloatValue \
+    exec StartAcquisition exec StopAcquisition exec CloseCameraConnector
+
+echo
+echo "And one behind the other kind of board, which has no ports before they are looked for:"
+aikctl do "$photographChannel" exec InitializeCameraConnector exec Detect get PortCount get CameraName \
+    set CameraFeatureKey=TestPattern get CameraEnumerationValue set CameraEnumerationValue=ColorBar \
+    get CameraEnumerationValue exec StartAcquisition exec StopAcquisition exec CloseCameraConnector
+
+echo
+echo "$count pictures from every channel, whose cameras are connected, started, stopped and closed:"
 # A machine that is too slow for the rates of the applets loses pictures; that is counted and no failure.
 aikctl grab all --count "$count" --strategy OldestFirstOverwrite --progress --output "$(windowsPath "$pictures/packed")"
 echo
@@ -102,9 +120,22 @@ aikctl grab "$photographChannel" --count 6 --strategy OldestFirstOverwrite --pla
     --output "$(windowsPath "$pictures/planar")"
 
 echo
-packed=$(comparePhotographs "$pictures/packed" png pixels pixels)
-planar=$(comparePhotographs "$pictures/planar" raw cat planes)
-echo "Packed: $packed."
-echo "Planar: $planar."
+echo "Two cameras with twice the exposure, mirrored, that take each picture by one action command:"
+aikctl grab "$leftChannel" "$rightChannel" --count 5 --action --set ReverseX=True --set ExposureTime=20000 \
+    --output "$(windowsPath "$pictures/mirrored")"
+echo
+echo "The same two as the eyes of a stereo pair:"
+aikctl grab "$leftChannel" "$rightChannel" --count 5 --action --output "$(windowsPath "$pictures/stereo")"
+
+echo
+photographs=$boards/photographs
+packed=$(comparePhotographs "$pictures/packed/channel$photographChannel" png "$photographs" pixels pixels)
+planar=$(comparePhotographs "$pictures/planar/channel$photographChannel" raw "$photographs" cat planes)
+left=$(comparePhotographs "$pictures/stereo/channel$leftChannel" png "$boards/left" pixels pixels)
+right=$(comparePhotographs "$pictures/stereo/channel$rightChannel" png "$boards/right" pixels pixels)
+echo "Packed:    $packed."
+echo "Planar:    $planar."
+echo "Left eye:  $left."
+echo "Right eye: $right."
 echo
 echo "The pictures lie in $pictures; all of it took $SECONDS s."

@@ -109,6 +109,7 @@ TEST_F(Grab, TellsHowItWent)
     EXPECT_EQ(report["channels"][0]["pictures"], 3);
     EXPECT_EQ(report["channels"][0]["format"], "grey, 8 bits (code 0)");
     EXPECT_GT(report["channels"][0]["picturesPerSecond"], 0.0);
+    EXPECT_TRUE(report["channels"][0]["timestamps"].empty());
 }
 
 TEST_F(Grab, LeadsTheCamerasOfABoardOnce)
