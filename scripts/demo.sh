@@ -121,7 +121,7 @@ aikctl grab "$photographChannel" --count 6 --strategy OldestFirstOverwrite --pla
 
 echo
 echo "Two cameras with twice the exposure, mirrored, that take each picture by one action command:"
-aikctl grab "$leftChannel" "$rightChannel" --count 5 --action --set ReverseX=True --set ExposureTime=20000 \
+aikctl grab "$leftChannel" "$rightChannel" --count 5 --action --set Width=740 --set ReverseX=True --set ExposureTime=20000 \
     --output "$(windowsPath "$pictures/mirrored")"
 echo
 echo "The same two as the eyes of a stereo pair:"
