@@ -1,5 +1,6 @@
 /// A host in plain C that knows nothing but aik.h, linked with the import library: calls each of the fifteen
-/// exports on the first channel of the machine and leaves everything as it was. Prints what fails.
+/// exports on the first channel of the machine and leads its camera, and leaves everything as it was. Prints what
+/// fails.
 
 #define AIK_LINKED
 #include "aik/aik.h"
@@ -54,7 +55,10 @@ int main(void)
 
     csAIK_CommonParams params = {.width = 64, .height = 32};
     expect(SetupCommonParams(g_errstr, id, &params) == AIK_OK, "SetupCommonParams");
+    expect(ExecuteCommand(g_errstr, id, "InitializeCameraConnector") == AIK_OK, "the camera library opens");
+    expect(ExecuteCommand(g_errstr, id, "Detect") == AIK_OK, "the cameras are found");
     expect(StartAcquisition(g_errstr, id) == AIK_OK, "StartAcquisition");
+    expect(ExecuteCommand(g_errstr, id, "StartAcquisition") == AIK_OK, "the camera starts");
     expect(waitForPicture(id) == AIK_ACQ_COMPLETED, "WaitForIntegration");
     csAIK_ImageAttributes attributes = {.size = sizeof attributes};
     uint32_t acqResult = AIK_ACQ_FAILED;
@@ -65,7 +69,9 @@ int main(void)
     expect(acqResult == AIK_ACQ_COMPLETED, "the picture is there");
     free(image);
 
+    expect(ExecuteCommand(g_errstr, id, "StopAcquisition") == AIK_OK, "the camera stops");
     expect(StopAcquisition(g_errstr, id) == AIK_OK, "StopAcquisition");
+    expect(ExecuteCommand(g_errstr, id, "CloseCameraConnector") == AIK_OK, "the camera library closes");
     expect(ReleaseVideoChannel(g_errstr, id) == AIK_OK, "ReleaseVideoChannel");
     return g_failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,4 +1,5 @@
-/// A host that returns from main() with its channel open and pictures flowing, and with an exit code of its own.
+/// A host that returns from main() with its channel open, its camera started and pictures flowing, and with an exit
+/// code of its own.
 
 #define AIK_LINKED
 #include "aik/aik.h"
@@ -14,7 +15,10 @@ int main(void)
     csAIK_CommonParams params = {.width = 64, .height = 32};
     if (GetVideoChannel(errstr, 0, &channel) != AIK_OK ||
         SetupCommonParams(errstr, channel.channelID, &params) != AIK_OK ||
-        StartAcquisition(errstr, channel.channelID) != AIK_OK) {
+        ExecuteCommand(errstr, channel.channelID, "InitializeCameraConnector") != AIK_OK ||
+        ExecuteCommand(errstr, channel.channelID, "Detect") != AIK_OK ||
+        StartAcquisition(errstr, channel.channelID) != AIK_OK ||
+        ExecuteCommand(errstr, channel.channelID, "StartAcquisition") != AIK_OK) {
         printf("%s\n", errstr);
         return kCannotRun;
     }

@@ -20,6 +20,12 @@ std::string portTrace(const std::string& line, const std::string& message)
     return "1 orvo.Cognex.DmaPort source-file=brdlib/DmaPort,source-line=" + line + ",thread-id=T|" + message;
 }
 
+std::string connectorTrace(const std::string& message)
+{
+    return "1 orvo.Cognex.CameraConnector source-file=camera/CameraConnector,source-line=N,thread-id=T|" +
+           message;
+}
+
 /// As OneChannel, with the dispatcher listening from the first call on.
 class LogRecords : public SystemTest {
 protected:
@@ -32,7 +38,8 @@ TEST_F(LogRecords, TellAWholeLife)
 {
     const int64_t id = host.opened(0);
     EXPECT_EQ(dispatcher.take(),
-              (Lines{interfaceTrace("Enter GetVideoChannel"), interfaceTrace("Leave GetVideoChannel: 0")}));
+              (Lines{interfaceTrace("Enter GetVideoChannel"), connectorTrace("Connector update state : 1"),
+                     interfaceTrace("Leave GetVideoChannel: 0")}));
 
     OrvoSim_answer("Brd_setParameter id=300", 1, -7);
     ASSERT_EQ(host.setup(id, 8, 4, 9, 9), done());
