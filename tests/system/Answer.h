@@ -31,6 +31,19 @@ inline Answer fails(const std::string& text)
 {
     return {AIK_FAILED, std::nullopt, text};
 }
+/// How the failure of a feature reaches the host, unless it comes bare.
+inline Answer cannotRead(const std::string& reason)
+{
+    return fails("Feature could not be read. (" + reason + ")");
+}
+inline Answer cannotWrite(const std::string& reason)
+{
+    return fails("Feature could not be written. (" + reason + ")");
+}
+inline Answer cannotExecute(const std::string& reason)
+{
+    return fails("Command could not be executed. (" + reason + ")");
+}
 inline Answer image()
 {
     return {AIK_OK, AIK_ACQ_COMPLETED, ""};
