@@ -1,0 +1,277 @@
+#include <array>
+
+#include "tests/system/CameraTest.h"
+#include "tests/system/DispatcherWheel.h"
+
+namespace orvo::test {
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+const char* const kNoSuchKey = "Selected port is not available.";
+
+using CameraPorts = EitherFamily;
+ORVO_FOR_BOTH_FAMILIES(CameraPorts);
+
+TEST_P(CameraPorts, StayClosedWithoutTheirLibrary)
+{
+    openBoard(GetParam());
+    OrvoSim_answer(call("openBoard").c_str(), 1, -3);
+    EXPECT_EQ(execute("InitializeCameraConnector"), cannotExecute(libraryError(-3)));
+    EXPECT_EQ(execute("CloseCameraConnector"), cannotExecute(kNotAvailable));
+    connect();
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
+}
+
+TEST_P(CameraPorts, LoseACameraThatVanishesAndFindItAgain)
+{
+    openBoard(GetParam(), {0});
+    connect();
+    OrvoSim_vanishCamera(0, 0, 1);
+    EXPECT_EQ(read("CameraIntValue", "Width"), gives("1280"));
+    EXPECT_EQ(read("CameraIntValue"), cannotRead(libraryError(-3014)));
+    EXPECT_EQ(write("PortIndex", "0"), done());
+    EXPECT_EQ(read("CameraName"), gives(""));
+    EXPECT_EQ(execute("StartAcquisition"),
+              isGigE() ? fails("Eth_startAcquisition failed: The camera doesn't answer any more") : done());
+    if (isGigE()) {
+        EXPECT_EQ(execute("Detect"), cannotExecute("eth error code: -3014"));
+    }
+    EXPECT_EQ(execute("Detect"), done());
+    EXPECT_EQ(read("CameraCount"), isGigE() ? gives("0") : cannotRead(kNotAvailable));
+    EXPECT_EQ(read("PortCount"), isGigE() ? gives("2") : cannotRead(kNotAvailable));
+
+    OrvoSim_restoreCamera(0, 0);
+    EXPECT_EQ(execute("Detect"), done());
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
+    OrvoSim_vanishCamera(0, 0, 0);
+    EXPECT_EQ(execute("CloseCameraConnector"), isGigE() ? cannotExecute("eth error code: -3014") : done());
+    OrvoSim_restoreCamera(0, 0);
+    connect();
+    EXPECT_EQ(read("CameraIntValue"), gives("1280"));
+}
+
+TEST_P(CameraPorts, SurviveACameraThatVanishesDuringItsSearch)
+{
+    openBoard(GetParam(), {0});
+    ASSERT_EQ(execute("InitializeCameraConnector"), done());
+    OrvoSim_vanishCamera(0, 0, 1);   // the one is connected and has no name, the other can't be connected
+    EXPECT_EQ(execute("Detect"), done());
+    EXPECT_EQ(read("CameraName"), isGigE() ? gives("") : cannotRead(kNotAvailable));
+    EXPECT_EQ(execute("CloseCameraConnector"), isGigE() ? cannotExecute("eth error code: -3014") : done());
+}
+
+using GigEPorts = CameraTest;
+
+TEST_F(GigEPorts, AreSearchedUpToTheFirstGapInTheirNumbers)
+{
+    openBoard(kGigEVision, {0, 2}, {0, 2});
+    ASSERT_EQ(execute("InitializeCameraConnector"), done());
+    EXPECT_EQ(read("PortCount"), gives("2"));
+    OrvoSim_clearJournal();
+    EXPECT_EQ(execute("Detect"), fails("invalid unordered_map<K, T> key"));
+    EXPECT_THAT(takeJournal("Eth_connectCamera"), ElementsAre("Eth_connectCamera camera=c1 -> 0"));
+    EXPECT_EQ(read("CameraName"), cannotRead(kNotAvailable));   // found, but nobody has looked at the states
+    EXPECT_EQ(write("PortIndex", "0"), done());
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
+
+    EXPECT_EQ(write("PortIndex", "1"), cannotWrite(kNoSuchKey));
+    EXPECT_EQ(read("PortIndex"), gives("1"));
+    EXPECT_EQ(execute("StartAcquisition"),
+              cannotExecute("Cannot stop aquisition: camera port index (1) is invalid"));
+    EXPECT_EQ(execute("StopAcquisition"),
+              cannotExecute("Cannot start aquisition: camera port index (1) is invalid"));
+    EXPECT_EQ(write("PortIndex", "2"), done());   // not below their count, so out of reach
+    EXPECT_EQ(read("CameraCount"), cannotRead(kNotAvailable));
+}
+
+TEST_F(GigEPorts, KeepTheLibraryOpenWithoutAFirstPort)
+{
+    openBoard(kGigEVision, {2, 3}, {2, 3});
+    EXPECT_EQ(execute("InitializeCameraConnector"), cannotExecute(kNoSuchKey));
+    EXPECT_EQ(takeJournal(kCameraCalls), Lines{"Eth_openBoard boardIndex=0 zero=0 -> 0 library=0"});
+    EXPECT_EQ(execute("Detect"), cannotExecute(kNotAvailable));
+    EXPECT_EQ(execute("CloseCameraConnector"), cannotExecute(kNotAvailable));
+    EXPECT_EQ(execute("InitializeCameraConnector"), done());
+    ASSERT_EQ(host.release(id), done());
+    EXPECT_EQ(takeJournal(kCameraCalls), Lines());
+    ASSERT_EQ(host.release(neighbour), done());
+    EXPECT_EQ(takeJournal(kCameraCalls), Lines{"Eth_closeBoard library=0 -> 0"});
+}
+
+TEST_F(GigEPorts, AreThoseThatTheAppletTells)
+{
+    openBoard(kGigEVision, {0, 1});
+    OrvoSim_answer("Brd_getParameter id=3090 value=1", 1, -42);
+    connect();
+    EXPECT_EQ(read("PortCount"), gives("1"));
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
+    ASSERT_EQ(execute("CloseCameraConnector"), done());
+    OrvoSim_answer("Brd_getParameterWithType id=3060", 1, -42);
+    EXPECT_EQ(execute("InitializeCameraConnector"), fails("Cannot get the number of cam ports"));
+    EXPECT_EQ(execute("Detect"), cannotExecute(kNotAvailable));
+}
+
+TEST_F(GigEPorts, ConnectTheFirstOfTheirCamerasOnly)
+{
+    openBoard(kGigEVision, {1});
+    OrvoSim_answer("Eth_getCameraCount port=1", 1, 2);
+    ASSERT_EQ(execute("InitializeCameraConnector"), done());
+    ASSERT_EQ(execute("Detect"), done());
+    EXPECT_THAT(takeJournal("Eth_getCameraByIndex"),
+                ElementsAre("Eth_getCameraByIndex library=0 port=1 index=0 -> 0 camera=c1"));
+    EXPECT_EQ(read("CameraCount"), gives("0"));
+    EXPECT_EQ(write("PortIndex", "1"), done());
+    EXPECT_EQ(read("CameraCount"), gives("1"));
+}
+
+TEST_F(GigEPorts, EndTheirSearchWithTheFirstFailure)
+{
+    openBoard(kGigEVision);
+    ASSERT_EQ(execute("InitializeCameraConnector"), done());
+    struct Row {
+        const char* call;
+        Answer answer;
+        const char* last;
+    };
+    const Row rows[] = {
+        {"Eth_scanPorts", cannotExecute("eth error code: -3013"), "Eth_scanPorts"},
+        {"Eth_getCameraCount", fails("Eth_getCameraCount failed: There is no camera at that port and index"),
+         "Eth_getErrorDescription"},
+        {"Eth_getCameraByIndex",
+         fails("Eth_getCameraByIndex failed: There is no camera at that port and index"),
+         "Eth_getErrorDescription"},
+        {"Eth_connectCamera", cannotExecute("eth error code: -3013"), "Eth_releaseCamera camera=c1 -> 0"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.call);
+        OrvoSim_answer(row.call, 1, -3013);
+        OrvoSim_clearJournal();
+        EXPECT_EQ(execute("Detect"), row.answer);
+        const Lines calls = takeJournal(kCameraCalls);
+        EXPECT_THAT(calls.back(), StartsWith(row.last));
+        EXPECT_THAT(calls, Not(Contains(HasSubstr("port=1"))));
+        EXPECT_EQ(write("PortIndex", "0"), done());
+        EXPECT_EQ(read("CameraCount"), gives("0"));
+    }
+    EXPECT_EQ(execute("Detect"), done());
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
+}
+
+TEST_F(GigEPorts, LoseTheCamerasThatRefuseToDisconnect)
+{
+    openBoard(kGigEVision);
+    connect();
+    OrvoSim_answer("Eth_disconnectCamera camera=c1", 1, -9);
+    EXPECT_EQ(execute("Detect"), cannotExecute("eth error code: -9"));
+    EXPECT_EQ(takeJournal(kCameraCalls),
+              (Lines{"Eth_disconnectCamera camera=c1 -> -9", "Eth_releaseCamera camera=c1 -> 0"}));
+    EXPECT_EQ(read("CameraIntValue"), cannotRead("No camera is connected"));
+    EXPECT_EQ(execute("StartAcquisition"), cannotExecute("No camera is connected"));
+    OrvoSim_clearJournal();
+    EXPECT_EQ(execute("Detect"), done());
+    EXPECT_THAT(takeJournal("Eth_scanPorts Eth_connectCamera Eth_disconnectCamera"),
+                ElementsAre(StartsWith("Eth_scanPorts"), "Eth_connectCamera camera=c3 -> 0",
+                            "Eth_disconnectCamera camera=c2 -> 0", StartsWith("Eth_scanPorts"),
+                            "Eth_connectCamera camera=c4 -> 0"));
+    EXPECT_EQ(read("CameraIntValue", "Width"), gives("1280"));
+
+    OrvoSim_answer("Eth_disconnectCamera camera=c3", 1, -9);
+    OrvoSim_answer("Eth_disconnectCamera camera=c4", 1, -10);
+    OrvoSim_clearJournal();
+    EXPECT_EQ(execute("CloseCameraConnector"), cannotExecute("eth error code: -9"));
+    EXPECT_EQ(takeJournal(kCameraCalls),
+              (Lines{"Eth_disconnectCamera camera=c3 -> -9", "Eth_releaseCamera camera=c3 -> 0",
+                     "Eth_disconnectCamera camera=c4 -> -10", "Eth_releaseCamera camera=c4 -> 0",
+                     "Eth_closeBoard library=0 -> 0"}));
+
+    connect();
+    OrvoSim_answer("Eth_disconnectCamera", 0, -9);
+    ASSERT_EQ(host.release(id), done());
+    ASSERT_EQ(host.release(neighbour), done());
+    EXPECT_EQ(takeJournal(kCameraCalls),
+              (Lines{"Eth_disconnectCamera camera=c5 -> -9", "Eth_releaseCamera camera=c5 -> 0",
+                     "Eth_disconnectCamera camera=c6 -> -9", "Eth_releaseCamera camera=c6 -> 0",
+                     "Eth_closeBoard library=0 -> 0"}));
+}
+
+/// What the search of this family puts up with stands in the records alone.
+class GenICamPorts : public CameraTest {
+protected:
+    Answer detect()
+    {
+        dispatcher.take();
+        return execute("Detect");
+    }
+    Lines tolerated()
+    {
+        Lines records = dispatcher.take();
+        std::erase_if(records, [](const std::string& record) { return !record.starts_with("4 "); });
+        return records;
+    }
+    static Lines record(const std::string& text)
+    {
+        return {"4 orvo.Cognex.CameraConnector thread-id=T|" + text};
+    }
+
+    DispatcherWheel dispatcher;
+};
+
+TEST_F(GenICamPorts, HaveAGapWhereOneFailed)
+{
+    openBoard(kGenICam, {0, 1, 2});
+    ASSERT_EQ(execute("InitializeCameraConnector"), done());
+    OrvoSim_answer("Ogc_getCameraOnPort port=1", 1, -6);
+    EXPECT_EQ(detect(), done());
+    EXPECT_EQ(tolerated(), record("Cannot detect cameras on port 1: ogc error code: -6"));
+    EXPECT_THAT(takeJournal("Ogc_connectCamera"), testing::SizeIs(2));
+    EXPECT_EQ(read("PortCount"), gives("2"));
+    EXPECT_EQ(write("PortIndex", "1"), cannotWrite(kNoSuchKey));
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));   // as before the write
+    EXPECT_EQ(write("PortIndex", "2"), done());           // there, but not below their count
+    EXPECT_EQ(read("CameraName"), cannotRead(kNotAvailable));
+}
+
+TEST_F(GenICamPorts, GoOnAfterEveryFailureAndRecordIt)
+{
+    openBoard(kGenICam, {0});
+    ASSERT_EQ(execute("InitializeCameraConnector"), done());
+    const char* const name = "Camera without a past";
+    const std::array<const char*, 2> withoutFirst = {nullptr, name}, withoutName = {name, nullptr};
+    struct Row {
+        const char* call;
+        const void* bytes;
+        const char* record;
+    };
+    const Row rows[] = {
+        {"Ogc_scanPorts", nullptr, "ogc error code: -7"},
+        {"Ogc_getCameraOnPort", nullptr, "Cannot detect cameras on port 0: ogc error code: -7"},
+        {"Ogc_connectCamera", nullptr, "Cannot detect cameras on port 0: ogc error code: -7"},
+        {"Ogc_getCameraInfo", nullptr, "Cannot detect cameras on port 0: Cam info is not defined"},
+        {"Ogc_getCameraInfo", withoutFirst.data(),
+         "Cannot detect cameras on port 0: Cam info is not defined"},
+        {"Ogc_getCameraInfo", withoutName.data(), "Cannot detect cameras on port 0: Cam info is not defined"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.call);
+        if (row.bytes)
+            OrvoSim_answerWith(row.call, 1, 0, row.bytes, sizeof withoutFirst);
+        else
+            OrvoSim_answer(row.call, 1, -7);
+        EXPECT_EQ(detect(), done());
+        EXPECT_EQ(tolerated(), record(row.record));
+        EXPECT_EQ(read("PortCount"), cannotRead(kNotAvailable));
+    }
+    EXPECT_EQ(detect(), done());
+    EXPECT_EQ(tolerated(), Lines());
+    EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
+}
+
+}   // namespace
+
+}   // namespace orvo::test
