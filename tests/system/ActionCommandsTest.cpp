@@ -1,0 +1,102 @@
+#include <array>
+
+#include "tests/system/CameraTest.h"
+
+namespace orvo::test {
+
+namespace {
+
+/// Two connected GigE Vision cameras, c1 and c2; the journal begins behind their search.
+class ActionCommands : public CameraTest {
+protected:
+    ActionCommands()
+    {
+        openBoard(kGigEVision);
+        connect();
+    }
+
+    Answer set(const std::string& feature, const char* value)
+    {
+        return write(("EthActionCommand_" + feature).c_str(), value);
+    }
+    Answer get(const std::string& feature) { return read(("EthActionCommand_" + feature).c_str()); }
+    Answer order(const std::string& command) { return execute(("EthActionCommand_" + command).c_str()); }
+
+    static std::string registerCall(const char* camera, const std::string& name, int value, int result = 0)
+    {
+        return std::string("Eth_setCameraRegister camera=") + camera + " name=\"" + name +
+               "\" value=" + std::to_string(value) + " one=1 -> " + std::to_string(result);
+    }
+};
+
+TEST_F(ActionCommands, AreSentOverTheSelectedPort)
+{
+    ASSERT_EQ(write("PortIndex", "1"), done());
+    OrvoSim_clearJournal();
+    EXPECT_EQ(set("DeviceKeyLocal", "4294967295"), done());
+    EXPECT_EQ(set("GroupKeyLocal", "2"), done());
+    EXPECT_EQ(set("GroupMaskLocal", " 3rd"), done());
+    EXPECT_EQ(set("GroupMaskLocal", "third"), cannotWrite("Cannot parse char array to a number value"));
+    EXPECT_EQ(takeJournal(), Lines());
+    EXPECT_EQ(order("Send"), done());
+    EXPECT_EQ(takeJournal(),
+              Lines{"Eth_sendActionCommand library=0 port=1 all=4294967295 deviceKey=4294967295 groupKey=2 "
+                    "groupMask=3 -> 0"});
+    OrvoSim_answer("Eth_sendActionCommand", 1, -5);
+    EXPECT_EQ(order("Send"), cannotExecute("eth error code: -5"));
+}
+
+TEST_F(ActionCommands, SetTheRegistersOfTheSelectedCamera)
+{
+    EXPECT_EQ(set("DeviceKeyRemote", "4"), done());
+    EXPECT_EQ(set("GroupKeyRemote", "5"), done());
+    EXPECT_EQ(set("GroupMaskRemote", "6"), done());
+    EXPECT_EQ(takeJournal(), Lines(3, registerCall("c1", "actionDeviceKey", 4)));
+    EXPECT_EQ(set("GroupIndexRemote", "12"), done());
+    EXPECT_EQ(takeJournal(), Lines());
+    EXPECT_EQ(order("ApplyGroupRemote"), done());
+    EXPECT_EQ(takeJournal(),
+              (Lines{registerCall("c1", "actionGroupKey12", 5), registerCall("c1", "actionGroupMask12", 6)}));
+
+    ASSERT_EQ(write("PortIndex", "1"), done());   // nothing is written by itself
+    ASSERT_EQ(execute("Detect"), done());
+    EXPECT_EQ(takeJournal("Eth_setCameraRegister"), Lines());
+    EXPECT_EQ(order("ApplyGroupRemote"), done());
+    EXPECT_EQ(takeJournal(),
+              (Lines{registerCall("c4", "actionGroupKey12", 5), registerCall("c4", "actionGroupMask12", 6)}));
+}
+
+TEST_F(ActionCommands, StopAtARefusedRegister)
+{
+    EXPECT_EQ(set("GroupIndexRemote", "128"), done());
+    EXPECT_EQ(order("ApplyGroupRemote"), cannotExecute("eth error code: -3030"));
+    EXPECT_EQ(takeJournal(), Lines{registerCall("c1", "actionGroupKey128", 0, -3030)});
+
+    OrvoSim_answer("Eth_setCameraRegister", 2, -5);
+    EXPECT_EQ(set("DeviceKeyRemote", "7"), done());
+    EXPECT_EQ(set("GroupKeyRemote", "8"), cannotWrite("eth error code: -5"));
+    EXPECT_EQ(get("GroupKeyRemote"), gives("8"));
+    ASSERT_EQ(set("GroupIndexRemote", "0"), done());
+    OrvoSim_answer("Eth_setCameraRegister name=\"actionGroupMask0\"", 1, -6);
+    EXPECT_EQ(order("ApplyGroupRemote"), cannotExecute("eth error code: -6"));
+}
+
+TEST_F(ActionCommands, WaitForAConnectedCamera)
+{
+    ASSERT_EQ(set("DeviceKeyLocal", "9"), done());
+    OrvoSim_clearJournal();
+    for (const auto& [feature, away, back] : {std::array{"PortIndex", "2", "0"}, {"CameraIndex", "1", "0"}}) {
+        ASSERT_EQ(write(feature, away), done());
+        EXPECT_EQ(order("Send"), cannotExecute(kNotAvailable));
+        EXPECT_EQ(set("GroupKeyRemote", "1"), cannotWrite(kNotAvailable));
+        ASSERT_EQ(write(feature, back), done());
+        EXPECT_EQ(get("DeviceKeyLocal"), gives("9"));
+    }
+    ASSERT_EQ(execute("CloseCameraConnector"), done());
+    EXPECT_EQ(order("Send"), cannotExecute(kNotAvailable));
+    EXPECT_EQ(takeJournal("Eth_sendActionCommand Eth_setCameraRegister"), Lines());
+}
+
+}   // namespace
+
+}   // namespace orvo::test
