@@ -6,45 +6,84 @@ namespace {
 
 using Features = OneChannel;
 
-TEST_F(Features, TellWhatTheyAre)
+// All features of a channel of a GigE Vision board in their order: name, type, what may ever be done with it ("r"
+// to read, "w" to write), description.
+const Lines kFeatures = {
+    "BrdFeatureKey [6 rw] Parameter name to access the brdlib.",
+    "BrdStringValue [6 rw] Access string parameter of the brdlib.",
+    "BrdIntValue [2 rw] Access integer parameter of the brdlib.",
+    "BrdFloatValue [3 rw] Access float parameter of the brdlib.",
+    "BufferCount [2 rw] Number of buffers on this stream.",
+    "FrameCountSinceLastStart [2 r] Frame counter",
+    "TimestampFrequency [2 r] This is the frequency of the timestamps that are assigned to every image.",
+    "AcquisitionStrategy [1 rw] Available buffer handling modes of this Data Stream.",
+    "Transformation [1 rw] Pixel transformation on the CPU.",
+    "InitializeCameraConnector [4 -] This function must be called prior to any other function call to the "
+    "connector.",
+    "CloseCameraConnector [4 -] This function must be called after no function of the connector is needed "
+    "anymore.",
+    "Detect [4 -] This function detects cameras.",
+    "StartAcquisition [4 -] This function starts the acquisition on the camera.",
+    "StopAcquisition [4 -] This function stops the acquisition on the camera.",
+    "CameraCount [2 r] Number of the detected/connected cameras on the selected port.",
+    "CameraIndex [2 rw] Selects a camera for further actions.",
+    "CameraName [6 r] Name of the selected camera.",
+    "PortIndex [2 rw] Selects a port for further actions.",
+    "PortCount [2 r] Number of the available ports.",
+    "CameraFeatureKey [6 rw] Parameter name for future access.",
+    "CameraStringValue [6 rw] This feature is for string parameter access.",
+    "CameraIntValue [2 rw] This feature is for int parameter access.",
+    "CameraFloatValue [3 rw] This feature is for float parameter access.",
+    "CameraBooleanValue [5 rw] This feature is for bool parameter access.",
+    "CameraEnumerationValue [6 rw] This feature is for enum parameter access.",
+    "CameraCommand [4 w] This feature is for command access.",
+    "EthActionCommand_DeviceKeyLocal [2 rw] Device Key of the command",
+    "EthActionCommand_GroupKeyLocal [2 rw] Group Key of the command",
+    "EthActionCommand_GroupMaskLocal [2 rw] Group Mask of the command",
+    "EthActionCommand_Send [4 rw] Sends an ACTION command over selected port",
+    "EthActionCommand_DeviceKeyRemote [2 rw] Device Key of the command",
+    "EthActionCommand_GroupKeyRemote [2 rw] Group Key of the command",
+    "EthActionCommand_GroupMaskRemote [2 rw] Group Mask of the command",
+    "EthActionCommand_GroupIndexRemote [2 rw] Group index of the command",
+    "EthActionCommand_ApplyGroupRemote [4 rw] Applies the group configuration for the remote device.",
+    "CogAdapterInterfaceID [6 r] This feature returns the ID of the aik.hinterface file used when the "
+    "adapter was build.",
+    "CogAdapterVersion [6 r] The version of the adapter DLL.",
+};
+
+TEST_F(SystemTest, AChannelHasTheseFeaturesInThisOrder)
 {
-    struct Row {
-        const char* name;
-        const char* type;
-        const char* writeable;
-        const char* description;
+    machine.boards({Machine::grabber(0, 2897), Machine::grabber(1, 1872)});
+    for (const int board : {0, 1})
+        machine.applet(board, Machine::appletOf({Machine::process({Machine::dma()})}));
+    const auto listed = [&](int64_t id) {
+        Lines all;
+        for (Answer name; (name = host.featureName(id, static_cast<uint32_t>(all.size()))).code == AIK_OK;) {
+            const char* const feature = name.text.c_str();
+            const auto flag = [&](uint32_t attribute, const char* letter) {
+                return host.attribute(id, feature, attribute) == gives("True") ? letter : "";
+            };
+            const std::string access =
+                std::string(flag(AIK_ATTR_READABLE, "r")) + flag(AIK_ATTR_WRITEABLE, "w");
+            all.push_back(name.text + " [" + host.featureType(id, feature).text + " " +
+                          (access.empty() ? "-" : access) + "] " +
+                          host.attribute(id, feature, AIK_ATTR_DESCRIPTION).text);
+        }
+        return all;
     };
-    const Row rows[] = {
-        {"BufferCount", "2", "True", "Number of buffers on this stream."},
-        {"FrameCountSinceLastStart", "2", "False", "Frame counter"},
-        {"TimestampFrequency", "2", "False",
-         "This is the frequency of the timestamps that are assigned to every image."},
-        {"AcquisitionStrategy", "1", "True", "Available buffer handling modes of this Data Stream."},
-        {"Transformation", "1", "True", "Pixel transformation on the CPU."},
-        {"CogAdapterInterfaceID", "6", "False",
-         "This feature returns the ID of the aik.hinterface file used when the adapter was build."},
-        {"CogAdapterVersion", "6", "False", "The version of the adapter DLL."},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(host.featureType(id, row.name), gives(row.type));
-        EXPECT_EQ(host.attribute(id, row.name, AIK_ATTR_DESCRIPTION), gives(row.description));
-        EXPECT_EQ(host.attribute(id, row.name, AIK_ATTR_READABLE), gives("True"));
-        EXPECT_EQ(host.attribute(id, row.name, AIK_ATTR_WRITEABLE), gives(row.writeable));
-        EXPECT_EQ(host.attribute(id, row.name, AIK_ATTR_EMPTY), gives(""));
-        EXPECT_EQ(host.attribute(id, row.name, 5), fails("Attribute type is unknown."));
-    }
+    EXPECT_EQ(listed(host.opened(0)), kFeatures);
+    Lines ofTheOtherFamily = kFeatures;
+    std::erase_if(ofTheOtherFamily, [](const auto& row) { return row.starts_with("EthActionCommand_"); });
+    EXPECT_EQ(listed(host.opened(1)), ofTheOtherFamily);
 }
 
 TEST_F(Features, AreFoundByExactNameAndCountedFromZero)
 {
-    Lines names;
-    for (uint32_t index = 0; host.featureName(id, index).code == AIK_OK; ++index)
-        names.push_back(host.featureName(id, index).text);
-    EXPECT_THAT(names, testing::IsSupersetOf({"BufferCount", "AcquisitionStrategy", "Transformation"}));
-    EXPECT_EQ(names.back(), "CogAdapterVersion");
-    EXPECT_EQ(host.featureName(id, static_cast<uint32_t>(names.size())),
+    EXPECT_EQ(host.featureName(id, static_cast<uint32_t>(kFeatures.size()) - 1), gives("CogAdapterVersion"));
+    EXPECT_EQ(host.featureName(id, static_cast<uint32_t>(kFeatures.size())),
               fails("Cannot find feature with the given index"));
+    EXPECT_EQ(host.attribute(id, "BufferCount", AIK_ATTR_EMPTY), gives(""));
+    EXPECT_EQ(host.attribute(id, "BufferCount", 5), fails("Attribute type is unknown."));
 
     const auto unknown = fails("Cannot find feature with the name: bufferCount");
     EXPECT_EQ(host.read(id, "bufferCount"), unknown);
