@@ -1,5 +1,5 @@
+#include "tests/system/CameraTest.h"
 #include "tests/system/DispatcherWheel.h"
-#include "tests/system/SystemTest.h"
 
 namespace orvo::test {
 
@@ -154,6 +154,47 @@ TEST_F(LogRecords, FollowTheDispatchersLevels)
     dispatcher.goAway();
     EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
     EXPECT_EQ(dispatcher.take(), Lines());
+}
+
+/// Of the connector alone, without what all of them begin with.
+class ConnectorRecords : public EitherFamily {
+protected:
+    ConnectorRecords()
+    {
+        openBoard(GetParam());
+        connect();
+        take();
+    }
+
+    Lines take()
+    {
+        const std::string begin = connectorTrace("Connector ");
+        Lines records = dispatcher.take();
+        std::erase_if(records, [&](const std::string& record) { return !record.starts_with(begin); });
+        for (std::string& record : records)
+            record.erase(0, begin.size());
+        return records;
+    }
+
+    DispatcherWheel dispatcher;
+};
+ORVO_FOR_BOTH_FAMILIES(ConnectorRecords);
+
+TEST_P(ConnectorRecords, TellTheStatesFromTheReachedOneDown)
+{
+    ASSERT_EQ(write("PortIndex", "1"), done());
+    EXPECT_EQ(take(), (Lines{"State (found ports): 2", "State (found cameras): 1", "update state : 7",
+                             "update state : 4", "update state : 5", "update state : 2", "update state : 3",
+                             "update state : 0", "update state : 1"}));
+    ASSERT_EQ(write("CameraIndex", "1"), done());
+    EXPECT_EQ(take(),
+              (Lines{"State (found ports): 2", "State (found cameras): 1", "update state : 5",
+                     "update state : 2", "update state : 3", "update state : 0", "update state : 1"}));
+    ASSERT_EQ(write("PortIndex", "-1"), done());
+    EXPECT_EQ(take(),
+              (Lines{"State (found ports): 2", "update state : 3", "update state : 0", "update state : 1"}));
+    ASSERT_EQ(execute("CloseCameraConnector"), done());
+    EXPECT_EQ(take(), Lines{"update state : 1"});
 }
 
 }   // namespace
