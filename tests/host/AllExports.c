@@ -1,6 +1,6 @@
 /// A host in plain C that knows nothing but aik.h, linked with the import library: calls each of the fifteen
-/// exports on the first channel of the machine and leads its camera, and leaves everything as it was. Prints what
-/// fails.
+/// exports on the first channel of the machine and leads its camera, and leaves everything as it was. Prints
+/// what fails.
 
 #define AIK_LINKED
 #include "aik/aik.h"

@@ -1,5 +1,5 @@
-/// A host that returns from main() with its channel open, its camera started and pictures flowing, and with an exit
-/// code of its own.
+/// A host that returns from main() with its channel open, its camera started and pictures flowing, and with
+/// an exit code of its own.
 
 #define AIK_LINKED
 #include "aik/aik.h"

@@ -1,8 +1,7 @@
 /// Two cameras expose at the same moment: a host in plain C that knows nothing but aik.h and the names of the
-/// features. It takes the first two channels of the machine, which must be those of one GigE Vision board with a
-/// camera on its ports 0 and 1, has both cameras wait for an action command, sends one, and fetches one picture from
-/// each channel. The pictures have the same time stamp.
-///
+/// features. It takes the first two channels of the machine, which must be those of one GigE Vision board
+/// with a camera on its ports 0 and 1, has both cameras wait for an action command, sends one, and fetches
+/// one picture from each channel. The pictures have the same time stamp.
 /// Prints what fails, and exits with 0 if nothing does.
 
 #define AIK_LINKED
@@ -15,7 +14,8 @@
 
 enum { kCameras = 2, kWidth = 64, kHeight = 32 };
 
-// A camera obeys a command that has its device key, the key of one of its groups, and a bit of that group's mask.
+// A camera obeys a command that has its device key, the key of one of its groups, and a bit of that group's
+// mask.
 #define DEVICE_KEY "17"
 #define GROUP_KEY "4"
 #define GROUP_MASK "1"
@@ -25,7 +25,8 @@ enum { kMostCalls = 3000 };
 
 static char g_errstr[AIK_ERRSTR_SIZE];
 
-/// There is no need to release anything before leaving: the adapter bears a host that ends with open channels.
+/// There is no need to release anything before leaving: the adapter bears a host that ends with open
+/// channels.
 static void leave(const char* step)
 {
     printf("%s: %s\n", step, g_errstr);
@@ -110,8 +111,8 @@ int main(void)
     }
     const int64_t board = channels[0];   // either of them leads to the cameras of their board
 
-    // The board's side first: it takes what the cameras send from then on. One start serves all channels of an applet
-    // process; those that run already are left alone.
+    // The board's side first: it takes what the cameras send from then on. One start serves all channels of
+    // an applet process; those that run already are left alone.
     for (int i = 0; i < kCameras; ++i)
         must(StartAcquisition(g_errstr, channels[i]), "StartAcquisition");
 

@@ -68,8 +68,8 @@ protected:
                          : "Ogc_openBoard applet=0 zero=0 -> 0 library=0"};
     }
 
-    /// A search that finds cameras behind both ports; their handles are `first` and the next. The handles of an
-    /// earlier one end with it.
+    /// A search that finds cameras behind both ports; their handles are `first` and the next. The handles of
+    /// an earlier one end with it.
     Lines search(int first, int before = 0) const
     {
         Lines lines;

@@ -8,7 +8,8 @@
 
 namespace orvo::test {
 
-/// What tells the two families of cameras apart: the boards that have them, and the library that reaches them.
+/// What tells the two families of cameras apart: the boards that have them, and the library that reaches
+/// them.
 struct CameraFamily {
     const char* name;
     int32_t boardType;

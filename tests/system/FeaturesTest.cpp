@@ -6,8 +6,8 @@ namespace {
 
 using Features = OneChannel;
 
-// All features of a channel of a GigE Vision board in their order: name, type, what may ever be done with it ("r"
-// to read, "w" to write), description.
+// All features of a channel of a GigE Vision board in their order: name, type, what may ever be done with it
+// ("r" to read, "w" to write), description.
 const Lines kFeatures = {
     "BrdFeatureKey [6 rw] Parameter name to access the brdlib.",
     "BrdStringValue [6 rw] Access string parameter of the brdlib.",
