@@ -1,8 +1,9 @@
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <thread>
 
-#include "tests/system/SystemTest.h"
+#include "tests/system/CameraTest.h"
 
 namespace orvo::test {
 
@@ -100,6 +101,73 @@ TEST_F(Flowing, StopsAndStartsBesideAWaitingThreadAndRebuildsAfterwards)
     host.fetch(first, kImageSize);
     host.fetch(second, kImageSize);
 }
+
+TEST_F(CameraTest, BothFamiliesStreamAtOnceWhileTheirParametersChange)
+{
+    constexpr int kPictures = 200;
+    constexpr uint32_t kWidth = 16, kHeight = 8;
+    OrvoSim_setManual(0);
+    OrvoSim_limitJournal(0);
+    std::vector<json> boards;
+    for (const auto& family : {kGigEVision, kGenICam}) {
+        json camera = cameraAt(0);
+        camera["parameters"] = {{"AcquisitionFrameRate", 1000}, {"ExposureTime", 100}};
+        boards.push_back(Machine::grabber(static_cast<int>(boards.size()), family.boardType));
+        boards.back()["cameras"] = std::vector<json>{camera};
+        machine.applet(boards.back()["index"],
+                       Machine::appletOf({Machine::process({Machine::dma(0), Machine::dma(1)})}));
+    }
+    machine.boards(boards);
+    struct Board {
+        int64_t pictures;     // the channel whose pictures are fetched
+        int64_t parameters;   // another one, because a channel's features aren't written beside its pictures
+    };
+    std::array<Board, 2> opened{};
+    for (size_t i = 0; i < opened.size(); ++i) {
+        opened[i].pictures = host.opened(static_cast<int32_t>(2 * i));
+        opened[i].parameters = host.opened(static_cast<int32_t>(2 * i + 1));
+    }
+    for (const auto& [pictures, parameters] : opened) {
+        ASSERT_EQ(host.setup(pictures, kWidth, kHeight), done());
+        ASSERT_EQ(host.execute(parameters, "InitializeCameraConnector"), done());
+        ASSERT_EQ(host.execute(parameters, "Detect"), done());
+        ASSERT_EQ(host.start(pictures), done());
+        ASSERT_EQ(host.execute(parameters, "StartAcquisition"), done());
+    }
+
+    std::atomic<int> streaming = 0;
+    const auto stream = [&](int64_t channel) {
+        Host own(adapter);
+        std::array<unsigned char, size_t{kWidth} * kHeight * AIK_MAX_BYTES_PER_PIXEL> memory{};
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+        int fetched = 0;
+        while (fetched < kPictures && std::chrono::steady_clock::now() < end) {
+            const Answer answer = own.getImage(channel, memory.data());
+            EXPECT_THAT(answer, testing::AnyOf(image(), pending()));
+            fetched += answer == image();
+        }
+        EXPECT_EQ(fetched, kPictures);
+        --streaming;
+    };
+    std::vector<std::thread> threads;
+    for (const Board& board : opened) {
+        ++streaming;
+        threads.emplace_back(stream, board.pictures);
+    }
+    for (int round = 0; streaming > 0; ++round) {
+        const char* const gain = round % 2 == 0 ? "12" : "0.5";
+        const char* const pattern = round % 3 == 0 ? "GreyDiagonalRampMoving" : "Off";
+        for (const Board& board : opened) {
+            EXPECT_EQ(host.write(board.parameters, "CameraFeatureKey", "Gain"), done());
+            EXPECT_EQ(host.write(board.parameters, "CameraFloatValue", gain), done());
+            EXPECT_EQ(host.read(board.parameters, "CameraFloatValue"), gives(gain));
+            EXPECT_EQ(host.write(board.parameters, "CameraFeatureKey", "TestPattern"), done());
+            EXPECT_EQ(host.write(board.parameters, "CameraEnumerationValue", pattern), done());
+        }
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+}   // and the host's end releases everything while pictures flow
 
 }   // namespace
 
