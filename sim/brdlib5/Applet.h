@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/brdlib5/ParameterDescription.h"
 #include "sim/pictures/Geometry.h"
 #include "sim/pictures/PictureSource.h"
 
@@ -28,9 +29,10 @@ struct ProcessDescription {
 /// What a simulated applet offers, as its file says.
 struct Applet {
     std::vector<ProcessDescription> processes;
-    std::set<int32_t> lacking;   // ids of parameters that it doesn't have
-    std::string file;            // its own file, in which callers look for `Info`
-    int32_t info = 0;            // what `Info` answers
+    std::vector<ParameterDescription> parameters;   // besides the built-in ones
+    std::set<int32_t> lacking;                      // ids of built-in parameters that it doesn't have
+    std::string file;                               // its own file, in which callers look for `Info`
+    int32_t info = 0;                               // what `Info` answers
 
     /// Reads the file at `path` for a board of that type, which settles what the file leaves out. Throws
     /// JsonError with what is wrong and where.

@@ -7,6 +7,7 @@
 
 #include "os/Os.h"
 #include "sim/boardtypes/BoardTypes.h"
+#include "sim/brdlib5/ParameterReader.h"
 #include "sim/json/JsonFile.h"
 #include "sim/pictures/PictureFolder.h"
 
@@ -65,6 +66,8 @@ Applet AppletReader::read(JsonObject& object)
         lacks->eachEntry([&](const JsonValue& id) {
             applet.lacking.insert(static_cast<int32_t>(id.integer(0, kHighestId)));
         });
+    if (const auto parameters = object.find("parameters"))
+        applet.parameters = readParameters(*parameters);
     readOwnFile(object, applet);
     if (const auto processes = object.find("processes"))
         processes->eachEntry([&](const JsonValue& entry) { readProcess(entry, common, applet); });

@@ -4,30 +4,24 @@
 #include <vector>
 
 #include "sim/brdlib5/BrdError.h"
+#include "sim/brdlib5/BuiltInParameters.h"
+#include "sim/brdlib5/StoredParameter.h"
 
 namespace orvo::sim {
 
 namespace {
 
-constexpr int32_t kFormatId = 700;
-constexpr int32_t kDmaCountId = 3050;
-constexpr int32_t kCameraPortCountId = 3060;
-constexpr int32_t kProcessCountId = 3070;
-constexpr int32_t kDmaIdId = 3080;
-constexpr int32_t kCameraPortId = 3090;
-
 struct ExtentRow {
-    int32_t id;
-    const char* name;
+    built_in::ParameterName parameter;
     DmaChannel::Extent extent;
     DmaChannel::Limit most, step;
 };
 
 constexpr ExtentRow kExtents[] = {
-    {100, "BRD_WIDTH", &Geometry::width, &DmaDescription::maxWidth, &DmaDescription::widthStep},
-    {200, "BRD_HEIGHT", &Geometry::height, &DmaDescription::maxHeight, &DmaDescription::heightStep},
-    {300, "BRD_XOFFSET", &Geometry::xOffset, &DmaDescription::maxXOffset, &DmaDescription::offsetStep},
-    {400, "BRD_YOFFSET", &Geometry::yOffset, &DmaDescription::maxYOffset, &DmaDescription::offsetStep},
+    {built_in::kWidth, &Geometry::width, &DmaDescription::maxWidth, &DmaDescription::widthStep},
+    {built_in::kHeight, &Geometry::height, &DmaDescription::maxHeight, &DmaDescription::heightStep},
+    {built_in::kXOffset, &Geometry::xOffset, &DmaDescription::maxXOffset, &DmaDescription::offsetStep},
+    {built_in::kYOffset, &Geometry::yOffset, &DmaDescription::maxYOffset, &DmaDescription::offsetStep},
 };
 
 /// The entry of a process's list at a position that came in as a parameter's word.
@@ -60,6 +54,7 @@ Board::Board(uint32_t index, const BoardDescription& description, Applet applet)
         }
     addGeometryParameters();
     addProcessParameters();
+    addDescribedParameters();
 }
 
 Board::~Board()
@@ -70,7 +65,12 @@ Board::~Board()
 void Board::addGeometryParameters()
 {
     for (const ExtentRow& row : kExtents) {
-        Parameter parameter{.id = row.id, .name = row.name, .entries = {}, .get = {}, .set = {}};
+        Parameter parameter{.id = row.parameter.id,
+                            .name = row.parameter.name,
+                            .entries = {},
+                            .text = {},
+                            .get = {},
+                            .set = {}};
         parameter.get = [this, row](uint32_t dmaId, int64_t) {
             return Value(uint64_t{dma(dmaId).geometry().*row.extent});
         };
@@ -80,7 +80,12 @@ void Board::addGeometryParameters()
         };
         m_parameters.add(std::move(parameter));
     }
-    Parameter format{.id = kFormatId, .name = "BRD_FORMAT", .entries = {}, .get = {}, .set = {}};
+    Parameter format{.id = built_in::kFormat.id,
+                     .name = built_in::kFormat.name,
+                     .entries = {},
+                     .text = {},
+                     .get = {},
+                     .set = {}};
     format.entries = {{1, "Grey16"},   {2, "Colour24"}, {3, "Grey8"},
                       {4, "Colour32"}, {5, "Grey8x5"},  {6, "Colour48"}};
     format.get = [this](uint32_t dmaId, int64_t) {
@@ -94,28 +99,48 @@ void Board::addGeometryParameters()
 
 void Board::addProcessParameters()
 {
-    const auto add = [&](int32_t id, const char* name, bool takesWord, auto get) {
-        if (m_applet.lacking.contains(id))
+    const auto add = [&](const built_in::ParameterName& parameter, bool takesWord, auto get) {
+        if (m_applet.lacking.contains(parameter.id))
             return;
         m_parameters.add(
-            {.id = id,
-             .name = name,
+            {.id = parameter.id,
+             .name = parameter.name,
              .type = ValueType::Int32,
              .entries = {},
+             .text = {},
              .takesWord = takesWord,
              .get = [get](uint32_t scope, int64_t word) { return Value(int64_t(get(scope, word))); },
              .set = {}});
     };
-    add(kProcessCountId, "BRD_PROCESS_COUNT", false,
-        [this](uint32_t, int64_t) { return m_applet.processes.size(); });
-    add(kDmaCountId, "BRD_DMA_COUNT", false,
-        [this](uint32_t index, int64_t) { return process(index).dmas.size(); });
-    add(kCameraPortCountId, "BRD_CAMERA_PORT_COUNT", false,
+    add(built_in::kProcessCount, false, [this](uint32_t, int64_t) { return m_applet.processes.size(); });
+    add(built_in::kDmaCount, false, [this](uint32_t index, int64_t) { return process(index).dmas.size(); });
+    add(built_in::kCameraPortCount, false,
         [this](uint32_t index, int64_t) { return process(index).cameraPorts.size(); });
-    add(kDmaIdId, "BRD_DMA_ID", true,
+    add(built_in::kDmaId, true,
         [this](uint32_t index, int64_t position) { return entryAt(process(index).dmas, position).id; });
-    add(kCameraPortId, "BRD_CAMERA_PORT", true,
+    add(built_in::kCameraPort, true,
         [this](uint32_t index, int64_t position) { return entryAt(process(index).cameraPorts, position); });
+}
+
+/// One value of each for every DMA.
+void Board::addDescribedParameters()
+{
+    for (const ParameterDescription& description : m_applet.parameters) {
+        const auto stored = std::make_shared<StoredParameter>(description);
+        Parameter parameter{.id = description.id,
+                            .name = description.name,
+                            .type = description.type,
+                            .entries = description.entries,
+                            .text = description.text,
+                            .get = {},
+                            .set = {}};
+        parameter.get = [this, stored](uint32_t dmaId, int64_t) { return stored->get(dma(dmaId).id()); };
+        if (description.isWriteable)
+            parameter.set = [this, stored](uint32_t dmaId, const Value& value) {
+                stored->set(dma(dmaId).id(), value);
+            };
+        m_parameters.add(std::move(parameter));
+    }
 }
 
 const ProcessDescription& Board::process(uint32_t index) const

@@ -39,6 +39,7 @@ public:
 private:
     void addProcessParameters();
     void addGeometryParameters();
+    void addDescribedParameters();
     const ProcessDescription& process(uint32_t index) const;
 
     const uint32_t m_index;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "sim/brdlib5/BuiltInParameters.h"
 #include "sim/brdlib5/Call.h"
 #include "sim/brdlib5/ImageNumber.h"
 #include "sim/brdlib5/Outcomes.h"
@@ -11,8 +12,6 @@
 using namespace orvo::sim;
 
 namespace {
-
-constexpr int32_t kTimestampId = 22030;
 
 /// For the journal, which must not fail with the call: nothing for what isn't known.
 std::optional<ValueType> typeOf(const void* board, int32_t id)
@@ -75,7 +74,7 @@ int32_t writeParameter(const void* board, int32_t id, const void* value, uint32_
     requireValue(value);
     const auto owner = Library::instance().board(board);
     const ValueType type = typeCode ? valueTypeOf(*typeCode) : owner->parameters().byId(id).type;
-    owner->parameters().set(id, scope, readValue(type, value));
+    owner->parameters().set(id, scope, type, value);
     return 0;
 }
 
@@ -173,10 +172,10 @@ int32_t Brd_getParameterEx(void* board, int32_t id, void* value, uint32_t dma, v
             words.word("head", headSymbol(board, memoryHead)).number("imageNumber", imageNumber);
         },
         [&] {
-            return id == kTimestampId ? readTimestamp(board, value, dma, memoryHead, imageNumber)
-                                      : readParameter(board, id, value, dma, std::nullopt);
+            return id == built_in::kTimestamp.id ? readTimestamp(board, value, dma, memoryHead, imageNumber)
+                                                 : readParameter(board, id, value, dma, std::nullopt);
         },
-        ValueOutcome(board, value, id == kTimestampId ? ValueType::UInt64 : typeOf(board, id)));
+        ValueOutcome(board, value, id == built_in::kTimestamp.id ? ValueType::UInt64 : typeOf(board, id)));
 }
 
 int32_t Brd_getParameterProperty(void* board, int32_t id, int32_t property, void* buffer, int32_t* length)

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int32_t kValueProperty = 0;
 constexpr int32_t kTypeProperty = 1;
-constexpr int32_t kNameProperty = 3;
+constexpr int32_t kTextProperty = 3;
 constexpr int32_t kTableSizeProperty = 13;
 constexpr int32_t kTableProperty = 14;
 constexpr int32_t kEndOfTable = -1;
@@ -38,13 +38,26 @@ std::vector<std::byte> bytesOf(const std::string& text)
 std::vector<std::byte> tableOf(const Parameter& parameter)
 {
     std::vector<std::byte> bytes;
-    for (const Parameter::Entry& entry : parameter.entries) {
+    for (const ParameterEntry& entry : parameter.entries) {
         append(bytes, entry.value);
         append(bytes, entry.name);
     }
     if (!bytes.empty())
         append(bytes, kEndOfTable);
     return bytes;
+}
+
+std::string codeOf(ValueType type)
+{
+    return std::to_string(static_cast<int32_t>(type));
+}
+
+/// A value of another width would be read beyond its end, or in part; a double says by itself what it holds.
+bool canBeWrittenAs(ValueType given, ValueType type)
+{
+    if (given == ValueType::Double)
+        return type != ValueType::Text;
+    return given == type || (given == ValueType::UInt64 && type == ValueType::Wide);
 }
 
 }   // namespace
@@ -67,12 +80,15 @@ int32_t ParameterTable::idOf(std::string_view name) const
     return found->id;
 }
 
-void ParameterTable::set(int32_t id, uint32_t scope, const Value& value) const
+void ParameterTable::set(int32_t id, uint32_t scope, ValueType type, const void* value) const
 {
     const Parameter& parameter = byId(id);
     if (!parameter.set)
         throw BrdError(kReadOnly, parameter.name + " can't be written");
-    parameter.set(scope, converted(value, parameter.type));
+    if (!canBeWrittenAs(type, parameter.type))
+        throw BrdError(kWrongType, parameter.name + " is of the type " + codeOf(parameter.type) +
+                                       " and can't be written as one of " + codeOf(type));
+    parameter.set(scope, converted(readValue(type, value), parameter.type));
 }
 
 std::vector<std::byte> ParameterTable::property(int32_t id, int32_t code, uint32_t scope) const
@@ -82,9 +98,9 @@ std::vector<std::byte> ParameterTable::property(int32_t id, int32_t code, uint32
     case kValueProperty:
         return bytesOf(textOf(parameter.get(scope, 0)));
     case kTypeProperty:
-        return bytesOf(std::to_string(static_cast<int32_t>(parameter.type)));
-    case kNameProperty:
-        return bytesOf(parameter.name);
+        return bytesOf(codeOf(parameter.type));
+    case kTextProperty:
+        return bytesOf(parameter.text.empty() ? parameter.name : parameter.text);
     case kTableSizeProperty:
         return bytesOf(std::to_string(tableOf(parameter).size()));
     case kTableProperty:

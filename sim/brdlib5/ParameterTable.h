@@ -7,22 +7,19 @@
 #include <string_view>
 #include <vector>
 
+#include "sim/brdlib5/ParameterDescription.h"
 #include "sim/brdlib5/Value.h"
 
 namespace orvo::sim {
 
 /// A parameter of an open board's applet.
 struct Parameter {
-    struct Entry {
-        int32_t value;
-        std::string name;
-    };
-
     int32_t id;
     std::string name;
     ValueType type = ValueType::UInt32;
-    std::vector<Entry> entries;   // of an enumeration
-    bool takesWord = false;       // the value goes in as well as out
+    std::vector<ParameterEntry> entries;   // of an enumeration
+    std::string text;                      // a word about it; empty: its name says it
+    bool takesWord = false;                // the value goes in as well as out
 
     /// `scope`: the DMA id or the process index. `word`: what went in. Throws BrdError.
     std::function<Value(uint32_t scope, int64_t word)> get;
@@ -39,7 +36,10 @@ public:
     const Parameter& byId(int32_t id) const;
     int32_t idOf(std::string_view name) const;
 
-    void set(int32_t id, uint32_t scope, const Value& value) const;
+    /// Writes the value of that type at an address. Throws BrdError for a value that the parameter doesn't
+    /// take, and for a type that isn't its own: the further integer kind comes as UInt64 as well, and a double
+    /// may hold any number.
+    void set(int32_t id, uint32_t scope, ValueType type, const void* value) const;
     /// The bytes that a property of a parameter consists of, the NUL of a text among them.
     std::vector<std::byte> property(int32_t id, int32_t code, uint32_t scope) const;
 

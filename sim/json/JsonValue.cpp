@@ -69,6 +69,13 @@ int64_t JsonValue::integer(int64_t least, int64_t most) const
     return m_value->get<int64_t>();
 }
 
+uint64_t JsonValue::natural(uint64_t most) const
+{
+    if (!m_value->is_number_unsigned() || m_value->get<uint64_t>() > most)
+        refuse(rangeText("whole number", uint64_t{0}, most));
+    return m_value->get<uint64_t>();
+}
+
 double JsonValue::number(double least, double most) const
 {
     if (!m_value->is_number() || m_value->get<double>() < least || m_value->get<double>() > most)

@@ -33,6 +33,7 @@ public:
 
     bool boolean() const;
     int64_t integer(int64_t least, int64_t most) const;
+    uint64_t natural(uint64_t most) const;
     double number(double least, double most) const;
     const std::string& text() const;
     JsonObject object() const;
