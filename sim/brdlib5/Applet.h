@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,9 +23,15 @@ struct DmaDescription {
     PictureChoice pictures;
 };
 
+/// A camera port of a process.
+struct CameraPortDescription {
+    int32_t number = 0;
+    std::optional<size_t> dma;   // the position of the DMA that it feeds; nothing: it feeds none
+};
+
 struct ProcessDescription {
-    std::vector<DmaDescription> dmas;   // by position
-    std::vector<int32_t> cameraPorts;   // port numbers by position
+    std::vector<DmaDescription> dmas;                 // by position
+    std::vector<CameraPortDescription> cameraPorts;   // by position; no two feed the same DMA
 };
 
 /// What a simulated applet offers, as its file says.

@@ -141,9 +141,7 @@ void AppletReader::readProcess(const JsonValue& entry, const Draft& common, Appl
         });
     }
     if (const auto ports = object.find("cameraPorts"))
-        ports->eachEntry([&](const JsonValue& number) {
-            process.cameraPorts.push_back(static_cast<int32_t>(number.integer(0, kHighestId)));
-        });
+        ports->eachEntry([&](const JsonValue& port) { readCameraPort(port, process); });
     else
         addPortForEachDma(process);
     object.refuseOthers();
@@ -167,10 +165,41 @@ void AppletReader::addDma(const std::string& place, JsonObject* members, const D
     process.dmas.push_back(finished(std::move(draft), place));
 }
 
+/// A mere number feeds the DMA at its own position, if there is one.
+void AppletReader::readCameraPort(const JsonValue& entry, ProcessDescription& process)
+{
+    const auto numberOf = [](const JsonValue& value) {
+        return static_cast<int32_t>(value.integer(0, kHighestId));
+    };
+    const size_t position = process.cameraPorts.size();
+    CameraPortDescription port;
+    if (position < process.dmas.size())
+        port.dma = position;
+    if (entry.isObject()) {
+        JsonObject object = entry.object();
+        port.number = numberOf(object.need("port"));
+        if (const auto dma = object.find("dma")) {
+            if (process.dmas.empty())
+                dma->refuse("must not be there: the process has no DMA ports");
+            port.dma = static_cast<size_t>(dma->integer(0, static_cast<int64_t>(process.dmas.size()) - 1));
+        }
+        object.refuseOthers();
+    } else {
+        port.number = numberOf(entry);
+    }
+    const auto isTaken = [&](const CameraPortDescription& other) {
+        return port.dma && other.dma == port.dma;
+    };
+    if (std::any_of(process.cameraPorts.begin(), process.cameraPorts.end(), isTaken))
+        throw JsonError(entry.place() + ": another camera port feeds the DMA port at position " +
+                        std::to_string(*port.dma));
+    process.cameraPorts.push_back(port);
+}
+
 void AppletReader::addPortForEachDma(ProcessDescription& process)
 {
-    for (size_t i = 0; i < process.dmas.size(); ++i)
-        process.cameraPorts.push_back(m_nextCameraPort++);
+    for (size_t position = 0; position < process.dmas.size(); ++position)
+        process.cameraPorts.push_back({m_nextCameraPort++, position});
 }
 
 void AppletReader::addDefaultProcess(const Draft& common, Applet& applet)

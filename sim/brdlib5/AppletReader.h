@@ -33,6 +33,7 @@ private:
     /// `members` null: a port of which the file says nothing of its own.
     void addDma(const std::string& place, JsonObject* members, const Draft& common,
                 ProcessDescription& process);
+    static void readCameraPort(const JsonValue& entry, ProcessDescription& process);
     void addPortForEachDma(ProcessDescription& process);
     void addDefaultProcess(const Draft& common, Applet& applet);
     DmaDescription finished(Draft draft, const std::string& place) const;

@@ -1,5 +1,6 @@
 #include "sim/brdlib5/Board.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -33,12 +34,15 @@ const Entry& entryAt(const std::vector<Entry>& entries, int64_t position)
     return entries[static_cast<size_t>(position)];
 }
 
-/// A process's camera ports feed its DMA ports by position.
-Camera* cameraAt(uint32_t boardIndex, const ProcessDescription& process, size_t position)
+/// What feeds the DMA at that position; null for the applet's own pictures.
+Camera* cameraFor(uint32_t boardIndex, const ProcessDescription& process, size_t position)
 {
-    if (position >= process.cameraPorts.size())
-        return nullptr;
-    return orvo_sim_core()->camera(boardIndex, static_cast<uint32_t>(process.cameraPorts[position]));
+    const auto& ports = process.cameraPorts;
+    const auto port = std::find_if(ports.begin(), ports.end(), [&](const CameraPortDescription& candidate) {
+        return candidate.dma == position;
+    });
+    return port == ports.end() ? nullptr
+                               : orvo_sim_core()->camera(boardIndex, static_cast<uint32_t>(port->number));
 }
 
 }   // namespace
@@ -49,7 +53,7 @@ Board::Board(uint32_t index, const BoardDescription& description, Applet applet)
     for (const ProcessDescription& process : m_applet.processes)
         for (size_t position = 0; position < process.dmas.size(); ++position) {
             const DmaDescription& dma = process.dmas[position];
-            Camera* const camera = cameraAt(index, process, position);
+            Camera* const camera = cameraFor(index, process, position);
             m_dmas.emplace(dma.id, std::make_shared<DmaChannel>(index, dma, description.faults, camera));
         }
     addGeometryParameters();
@@ -118,8 +122,9 @@ void Board::addProcessParameters()
         [this](uint32_t index, int64_t) { return process(index).cameraPorts.size(); });
     add(built_in::kDmaId, true,
         [this](uint32_t index, int64_t position) { return entryAt(process(index).dmas, position).id; });
-    add(built_in::kCameraPort, true,
-        [this](uint32_t index, int64_t position) { return entryAt(process(index).cameraPorts, position); });
+    add(built_in::kCameraPort, true, [this](uint32_t index, int64_t position) {
+        return entryAt(process(index).cameraPorts, position).number;
+    });
 }
 
 /// One value of each for every DMA.

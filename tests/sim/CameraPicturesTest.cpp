@@ -71,6 +71,25 @@ TEST_F(CameraPictures, ComeOnceAGigEVisionCameraIsStarted)
     EXPECT_TRUE(delivers(0, 0, 1));
 }
 
+TEST_F(CameraPictures, ComeFromThePortThatTheAppletNames)
+{
+    describeBoards(R"({"boards": [{"index": 0, "type": 2897, "cameras": [{"port": 2}]}]})");
+    void* const board = open(0, R"({"width": 8, "height": 4, "processes": [
+        {"dmas": 2, "cameraPorts": [{"port": 2, "dma": 1}]}, {"dmas": 1, "cameraPorts": [4, 2]}]})");
+    EXPECT_EQ(1u, parameter(board, 3060, 0));
+    int32_t word = 1;
+    EXPECT_EQ(0, brd.Brd_getParameter(board, 3090, &word, 1));
+    EXPECT_EQ(2, word) << "a port beyond the DMAs of its process feeds none";
+    run(board, 0);
+    run(board, 1);
+    run(board, 2);
+    ASSERT_TRUE(delivers(0, 0, 1)) << "the applet's own pictures";
+    ASSERT_TRUE(delivers(0, 2, 1)) << "likewise, there is no camera behind port 4";
+    EXPECT_EQ(0u, ledger(0, 1).produced);
+    Eth_startAcquisition(connectedEth(2));
+    EXPECT_TRUE(delivers(0, 1, 1));
+}
+
 TEST_F(CameraPictures, ComeOnceACameraOfTheSecondFamilyIsConnected)
 {
     void* const board = open(1, R"({"width": 8, "height": 4})");
