@@ -18,20 +18,20 @@ using ::testing::StartsWith;
 
 using Files = SimulatedBoards;
 
-std::vector<int32_t> boardTypes(const BoardLibrary& brd)
+std::vector<int32_t> boardTypes()
 {
     std::vector<int32_t> types;
     for (int32_t i = -1; i < 9; ++i)
-        types.push_back(brd.Brd_getBoardType(i));
+        types.push_back(Brd_getBoardType(i));
     return types;
 }
 
 TEST_F(Files, NeedNotBeThereForTwoBoardsAndThreeChannels)
 {
     describeNothing();
-    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes(brd)) << "no life, no boards";
+    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes()) << "no life, no boards";
     beginLife();
-    EXPECT_EQ((std::vector<int32_t>{-1, 2897, 1872, -1, -1, -1, -1, -1, -1, -1}), boardTypes(brd));
+    EXPECT_EQ((std::vector<int32_t>{-1, 2897, 1872, -1, -1, -1, -1, -1, -1, -1}), boardTypes());
 
     void* const first = open(0, "{}");
     void* const second = open(1, "{}");
@@ -48,20 +48,20 @@ TEST_F(Files, SayWhichBoardsThereAreForEachLifeAnew)
         {"index": 2, "type": 99999}
     ]})");
     beginLife();
-    brd.Brd_InitLibraries(nullptr);
+    Brd_InitLibraries(nullptr);
     describeBoards(R"({"boards": []})");
-    brd.Brd_FreeLibraries();
-    EXPECT_EQ((std::vector<int32_t>{-1, -1, -1, 99999, -1, -1, -1, -1, 3652, -1}), boardTypes(brd));
-    EXPECT_STREQ("Board type 99999", brd.Brd_getBoardNameByType(99999, 1));
+    Brd_FreeLibraries();
+    EXPECT_EQ((std::vector<int32_t>{-1, -1, -1, 99999, -1, -1, -1, -1, 3652, -1}), boardTypes());
+    EXPECT_STREQ("Board type 99999", Brd_getBoardNameByType(99999, 1));
     std::array<char, 255> text{};
     uint32_t length = text.size();
-    EXPECT_EQ(0, brd.Brd_getSystemInformation(nullptr, 1012, 0, 7, text.data(), &length));
-    const std::string name = brd.Brd_getBoardNameByType(3652, 1);
+    EXPECT_EQ(0, Brd_getSystemInformation(nullptr, 1012, 0, 7, text.data(), &length));
+    const std::string name = Brd_getBoardNameByType(3652, 1);
     EXPECT_EQ(name + ", serial number A-1, simulated", text.data());
 
     endLife();
     beginLife();
-    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes(brd));
+    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes());
 }
 
 TEST_F(Files, OfBoardsThatAreWrongLetEveryBoardFailWithWhatAndWhere)
@@ -88,12 +88,12 @@ TEST_F(Files, OfBoardsThatAreWrongLetEveryBoardFailWithWhatAndWhere)
     for (const auto& [content, problem] : cases) {
         describeBoards(content);
         EXPECT_FALSE(open(0, "{}"));
-        EXPECT_EQ(2897, brd.Brd_getBoardType(0)) << "the built-in boards stand in";
+        EXPECT_EQ(2897, Brd_getBoardType(0)) << "the built-in boards stand in";
         EXPECT_THAT(lastError(), HasSubstr(problem));
         EXPECT_THAT(lastError(), StartsWith(folder.path("boards.json")));
-        EXPECT_FALSE(brd.Brd_InitConfigEx("unused", 1, 0));
+        EXPECT_FALSE(Brd_InitConfigEx("unused", 1, 0));
         EXPECT_THAT(lastError(), HasSubstr(problem)) << "and so for each of them";
-        EXPECT_GT(0, brd.Brd_getLastErrorNumber(nullptr));
+        EXPECT_GT(0, Brd_getLastErrorNumber(nullptr));
         endLife();
     }
     os::setEnvironmentVariable("ORVO_SIM_BOARDS", folder.path());
@@ -132,41 +132,11 @@ TEST_F(Files, OfAppletsThatAreWrongFailWithWhatAndWhereAndCanBeTriedAgain)
         EXPECT_THAT(lastError(), StartsWith(folder.path("applet0.hap")));
     }
     EXPECT_TRUE(open(0, "{}"));
-    EXPECT_FALSE(brd.Brd_InitEx(nullptr, 1, 0));
-    EXPECT_FALSE(brd.Brd_InitEx(folder.path("none").c_str(), 1, 0));
+    EXPECT_FALSE(Brd_InitEx(nullptr, 1, 0));
+    EXPECT_FALSE(Brd_InitEx(folder.path("none").c_str(), 1, 0));
     EXPECT_THAT(lastError(), EndsWith("none: cannot be read"));
     EXPECT_FALSE(open(5, "{}"));
     EXPECT_EQ("There is no board of index 5", lastError());
-}
-
-/// Loads the file that system information 1300 names, as a caller does, and asks its `Info`.
-std::string answerOfInfo(const BoardLibrary& brd, void* board)
-{
-    std::array<char, 256> path{};
-    uint32_t length = path.size();
-    if (brd.Brd_getSystemInformation(board, 1300, 0, 0, path.data(), &length) != 0)
-        return "no file";
-    void* const module = os::loadLibrary(path.data());
-    if (!module)
-        return "not loaded";
-    using Info = int32_t (*)(int64_t, int64_t, int64_t, int64_t, int64_t);
-    const auto info = reinterpret_cast<Info>(os::findSymbol(module, "Info"));
-    std::string answer = info ? std::to_string(info(1872, 0, 0, 0, 0)) : "no Info";
-    os::freeLibrary(module);
-    return answer;
-}
-
-TEST_F(Files, OfAppletsNameALibraryWhoseInfoAnswersAsTheySay)
-{
-    void* const two = open(0, R"({"info": 2})");
-    void* const minus = open(1, R"({"info": -5})");
-    EXPECT_EQ("2", answerOfInfo(brd, two));
-    EXPECT_EQ("-5", answerOfInfo(brd, minus));
-    EXPECT_EQ("2", answerOfInfo(brd, two));
-    brd.Brd_FreeGrabber(two);
-    EXPECT_EQ("no Info", answerOfInfo(brd, open(0, R"({"info": null})")));
-    brd.Brd_FreeGrabber(minus);
-    EXPECT_EQ("not loaded", answerOfInfo(brd, open(1, R"({"file": "gone.dll"})")));
 }
 
 }   // namespace

@@ -17,20 +17,20 @@ using ::testing::StartsWith;
 /// The parameters that an applet file describes.
 class Parameters : public SimulatedBoards {
 protected:
-    int32_t idOf(void* board, const char* name) { return brd.Brd_getParameterIdByName(board, name); }
+    int32_t idOf(void* board, const char* name) { return Brd_getParameterIdByName(board, name); }
 
     std::string propertyOf(void* board, int32_t id, int32_t code, uint32_t dma)
     {
         std::array<char, 256> text{};
         int32_t length = text.size();
-        EXPECT_EQ(0, brd.Brd_getParameterPropertyEx(board, id, code, dma, text.data(), &length));
+        EXPECT_EQ(0, Brd_getParameterPropertyEx(board, id, code, dma, text.data(), &length));
         return {text.data(), static_cast<size_t>(length) - 1};
     }
 
     template <typename Value>
     int32_t write(void* board, int32_t id, Value value, int32_t type, uint32_t dma = 0)
     {
-        return brd.Brd_setParameterWithType(board, id, &value, dma, type);
+        return Brd_setParameterWithType(board, id, &value, dma, type);
     }
 };
 
@@ -78,12 +78,12 @@ TEST_F(Parameters, TakeWhatTheirTypeAndRangeAllowForEachDma)
     EXPECT_EQ("9223372036854775808", property(board, 5007, 0));
     EXPECT_EQ(0, write(board, 5008, uint32_t{70'000}, 2));
     EXPECT_EQ(0, write(board, 5001, 5.0, 5)) << "a double that is a number of the parameter's type";
-    EXPECT_EQ(0, brd.Brd_setParameter(board, 5006, "seven", 0));
+    EXPECT_EQ(0, Brd_setParameter(board, 5006, "seven", 0));
     EXPECT_EQ("seven", property(board, 5006, 0));
 
     const auto isRefused = [&](int32_t status, const char* problem) {
         EXPECT_GT(0, status);
-        EXPECT_EQ(status, brd.Brd_getLastErrorNumber(board));
+        EXPECT_EQ(status, Brd_getLastErrorNumber(board));
         EXPECT_THAT(lastError(board), HasSubstr(problem));
     };
     isRefused(write(board, 5001, int32_t{101}, 1), "A can't be 101");

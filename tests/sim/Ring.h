@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "tests/sim/BoardLibrary.h"
+#include "sim/brdlib5/brdlib5.h"
 #include "tests/sim/PictureRecorder.h"
 
 namespace orvo::test {
@@ -30,7 +30,6 @@ public:
     uint64_t timestampOf(int64_t pictureNumber) const;
 
 private:
-    const BoardLibrary& m_brd = BoardLibrary::instance();
     void* const m_board;
     const uint32_t m_dma;
     std::vector<std::vector<std::byte>> m_blocks;

@@ -38,7 +38,7 @@ TEST_F(FlowingBoards, LetsTheFirstPictureWaitForOnePictureTimeAndTwentyMilliseco
         ring.start();
         EXPECT_TRUE(recorder.waitFor(1));
         EXPECT_LE(before + atLeast, Clock::now()) << applet;
-        EXPECT_EQ(0, brd.Brd_FreeGrabber(board));
+        EXPECT_EQ(0, Brd_FreeGrabber(board));
     }
 }
 
@@ -210,28 +210,11 @@ TEST_F(FlowingBoards, EndsWithItsBoardAndWithItsLibrary)
         if (byLibrary)
             endLife();
         else
-            EXPECT_EQ(0, brd.Brd_FreeGrabber(board));
+            EXPECT_EQ(0, Brd_FreeGrabber(board));
         const size_t atTheEnd = recorder.numbers().size();
         EXPECT_GT(0, ring.start()) << "the handle has ended";
         EXPECT_EQ(atTheEnd, recorder.numbers().size());
     }
-}
-
-TEST_F(FlowingBoards, TakesAChangedGeometryAtTheNextStart)
-{
-    OrvoSim_setManual(1);
-    void* const board = open(0, R"({"width": 16, "height": 4})");
-    const Ring ring(board, 0, 2, 64);
-    const uint32_t width = 4;
-    ring.start();
-    EXPECT_EQ(0, brd.Brd_setParameter(board, 100, &width, 0));
-    OrvoSim_deliver(0, 0, 1);
-    EXPECT_NE(0, ring.byte(0, 63)) << "sixteen columns";
-    ring.stop();
-    ring.start();
-    OrvoSim_deliver(0, 0, 1);
-    EXPECT_NE(0, ring.byte(1, 15));
-    EXPECT_EQ(0, ring.byte(1, 16)) << "four columns, and not a byte more";
 }
 
 }   // namespace

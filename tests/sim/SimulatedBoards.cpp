@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "os/Os.h"
+
 namespace orvo::test {
 
 SimulatedBoards::SimulatedBoards()
@@ -30,14 +32,14 @@ void SimulatedBoards::describeNothing()
 
 void SimulatedBoards::beginLife()
 {
-    brd.Brd_InitLibraries(nullptr);
+    Brd_InitLibraries(nullptr);
     m_inLife = true;
 }
 
 void SimulatedBoards::endLife()
 {
     if (m_inLife)
-        brd.Brd_FreeLibraries();
+        Brd_FreeLibraries();
     m_inLife = false;
 }
 
@@ -46,18 +48,18 @@ void* SimulatedBoards::open(uint32_t boardIndex, std::string_view appletJson)
     if (!m_inLife)
         beginLife();
     const std::string path = folder.write("applet" + std::to_string(boardIndex) + ".hap", appletJson);
-    return brd.Brd_InitEx(path.c_str(), boardIndex, 0);
+    return Brd_InitEx(path.c_str(), boardIndex, 0);
 }
 
 std::string SimulatedBoards::lastError(void* board) const
 {
-    return brd.Brd_getLastErrorDescription(board);
+    return Brd_getLastErrorDescription(board);
 }
 
 uint32_t SimulatedBoards::parameter(void* board, int32_t id, uint32_t dma) const
 {
     uint32_t value = 0;
-    EXPECT_EQ(0, brd.Brd_getParameter(board, id, &value, dma)) << lastError(board);
+    EXPECT_EQ(0, Brd_getParameter(board, id, &value, dma)) << lastError(board);
     return value;
 }
 
@@ -65,7 +67,7 @@ std::string SimulatedBoards::property(void* board, int32_t id, int32_t code) con
 {
     std::array<char, 256> text{};
     int32_t length = text.size();
-    EXPECT_EQ(0, brd.Brd_getParameterProperty(board, id, code, text.data(), &length)) << lastError(board);
+    EXPECT_EQ(0, Brd_getParameterProperty(board, id, code, text.data(), &length)) << lastError(board);
     return text.data();
 }
 

@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include "sim/brdlib5/brdlib5.h"
 #include "sim/orvo_sim.h"
-#include "tests/sim/BoardLibrary.h"
 #include "tests/sim/PictureRecorder.h"
 #include "tests/sim/Ring.h"
 #include "tests/sim/ScratchFolder.h"
@@ -42,7 +42,6 @@ protected:
     static std::string journal(const char* filter = "");
     static OrvoSim_Ledger ledger(uint32_t boardIndex, uint32_t dma);
 
-    const BoardLibrary& brd = BoardLibrary::instance();
     ScratchFolder folder;
 
 private:
