@@ -1,0 +1,170 @@
+#include "tests/system/SystemTest.h"
+
+namespace orvo::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const char* const kSetters = "Brd_setParameter*";
+
+json parameter(int type, const char* name, const json& value)
+{
+    return {{"id", 5000 + type}, {"name", name}, {"type", type}, {"value", value}};
+}
+
+/// One board whose applet has a parameter of each type, and two channels, of the DMAs 3 and 4.
+class BoardParameters : public SystemTest {
+protected:
+    BoardParameters()
+    {
+        json applet = Machine::appletOf({Machine::process({Machine::dma(3), Machine::dma(4)})});
+        applet["parameters"] = std::vector<json>{
+            parameter(1, "Offset", -7),
+            parameter(2, "Delay", 4294967295),
+            parameter(3, "Position", -5000000000),
+            parameter(4, "Ticks", 18446744073709551615u),
+            parameter(5, "Gain", 0.5),
+            parameter(6, "Label", "left"),
+            parameter(7, "Mask", 7),
+        };
+        applet["parameters"].at(0)["most"] = 100;
+        machine.boards({Machine::grabber(0)});
+        machine.applet(0, applet);
+        id = host.opened(0);
+        neighbour = host.opened(1);
+        OrvoSim_clearJournal();
+    }
+
+    Answer read(const char* feature) { return host.read(id, feature); }
+    Answer write(const char* feature, const char* value) { return host.write(id, feature, value); }
+    void select(const char* name) { EXPECT_EQ(write("BrdFeatureKey", name), done()); }
+
+    int64_t id = 0;
+    int64_t neighbour = 0;
+};
+
+TEST_F(BoardParameters, AreTakenByTheFeatureOfTheirTypeAlone)
+{
+    struct Row {
+        const char* name;
+        const char* before;
+        const char* feature;
+        const char* written;
+        const char* call;
+        const char* after;
+    };
+    const Row rows[] = {
+        {"Offset", "-7", "BrdIntValue", " -12abc",
+         "Brd_setParameterWithType board=0 id=5001 value=-12 dma=3 type=1 -> 0", "-12"},
+        {"Delay", "4294967295", "BrdIntValue", "-2",   // wraps, as numbers without sign do in a stream
+         "Brd_setParameterWithType board=0 id=5002 value=4294967294 dma=3 type=2 -> 0", "4294967294"},
+        {"Position", "-5000000000", "BrdIntValue", "5000000001",
+         "Brd_setParameterWithType board=0 id=5003 value=5000000001 dma=3 type=3 -> 0", "5000000001"},
+        {"Ticks", "18446744073709551615", "BrdIntValue", "18446744073709551614",
+         "Brd_setParameterWithType board=0 id=5004 value=18446744073709551614 dma=3 type=4 -> 0",
+         "18446744073709551614"},
+        {"Gain", "0.5", "BrdFloatValue", "0.123456789 dB",
+         "Brd_setParameterWithType board=0 id=5005 value=0.123456789 dma=3 type=5 -> 0", "0.123456789"},
+        {"Label", "left", "BrdStringValue", "right, lower",
+         "Brd_setParameter board=0 id=5006 value=\"right, lower\" dma=3 -> 0", "right, lower"},
+        {"Mask", "7", "BrdIntValue", "18446744073709551615",
+         "Brd_setParameterWithType board=0 id=5007 value=18446744073709551615 dma=3 type=4 -> 0",
+         "18446744073709551615"},
+    };
+    const std::pair<const char*, const char*> refusals[] = {
+        {"BrdStringValue", "Parameter is not a string!"},
+        {"BrdIntValue", "Parameter is not an integer type!"},
+        {"BrdFloatValue", "Parameter is not a float type!"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        select(row.name);
+        EXPECT_EQ(read(row.feature), gives(row.before));
+        EXPECT_EQ(write(row.feature, row.written), done());
+        EXPECT_THAT(takeJournal(kSetters), ElementsAre(row.call));
+        EXPECT_EQ(read(row.feature), gives(row.after));
+        for (const auto& [feature, refusal] : refusals) {
+            if (feature == std::string(row.feature))
+                continue;
+            EXPECT_EQ(read(feature), cannotRead(refusal));
+            if (feature != std::string("BrdFloatValue")) {   // which leaves it to the library
+                EXPECT_EQ(write(feature, "1"), cannotWrite(refusal));
+            }
+        }
+        EXPECT_THAT(takeJournal(kSetters), IsEmpty());
+    }
+}
+
+TEST_F(BoardParameters, TakeADoubleAsFarAsTheLibraryDoes)
+{
+    select("Offset");
+    EXPECT_EQ(write("BrdFloatValue", "5"), done());
+    EXPECT_EQ(read("BrdIntValue"), gives("5"));
+    EXPECT_EQ(write("BrdFloatValue", "2.5"), cannotWrite("brd error code: -2073"));
+    select("Label");
+    EXPECT_EQ(write("BrdFloatValue", "5"), cannotWrite("brd error code: -2073"));
+    EXPECT_EQ(takeJournal(kSetters),
+              (Lines{"Brd_setParameterWithType board=0 id=5001 value=5 dma=3 type=5 -> 0",
+                     "Brd_setParameterWithType board=0 id=5001 value=2.5 dma=3 type=5 -> -2073",
+                     "Brd_setParameterWithType board=0 id=5006 value=5 dma=3 type=5 -> -2073"}));
+}
+
+TEST_F(BoardParameters, AreFoundByNameAnewForTypeAndValue)
+{
+    select("Offset");
+    EXPECT_EQ(takeJournal(), Lines());
+    EXPECT_EQ(read("BrdIntValue"), gives("-7"));
+    const std::string find = "Brd_getParameterIdByName board=0 name=\"Offset\" -> 5001";
+    EXPECT_EQ(takeJournal(),
+              (Lines{find,
+                     "Brd_getParameterProperty board=0 id=5001 property=1 buffer=set length=128 -> 0 "
+                     "length=2 buffer=\"1\"",
+                     find,
+                     "Brd_getParameterPropertyEx board=0 id=5001 property=0 dma=3 buffer=set length=256 -> 0 "
+                     "length=3 buffer=\"-7\""}));
+}
+
+TEST_F(BoardParameters, FailBareByTheirTextAndWrappedByTheLibrary)
+{
+    for (const char* unknown : {"", "offset"}) {
+        select(unknown);
+        EXPECT_EQ(read("BrdIntValue"), cannotRead("brd error code: -2070"));
+        EXPECT_EQ(write("BrdFloatValue", "1"), cannotWrite("brd error code: -2070"));
+    }
+    select("Delay");
+    for (const char* text : {"abc", "", "4294967296"})
+        EXPECT_EQ(write("BrdIntValue", text), fails("Cannot parse char array to number value")) << text;
+    EXPECT_EQ(write("BrdFloatValue", "abc"), fails("Cannot parse char array to number value"));
+    EXPECT_THAT(takeJournal(kSetters), IsEmpty());
+    EXPECT_EQ(host.execute(id, "BrdIntValue"), cannotExecute("This function is not implemented."));
+
+    select("Offset");
+    EXPECT_EQ(write("BrdIntValue", "101"), cannotWrite("brd error code: -2072"));
+    OrvoSim_answer("Brd_getParameterProperty property=1", 1, -9);
+    EXPECT_EQ(read("BrdIntValue"), cannotRead("brd error code: -9"));
+    OrvoSim_answer("Brd_getParameterPropertyEx property=0", 1, -10);
+    EXPECT_EQ(read("BrdIntValue"), cannotRead("brd error code: -10"));
+    EXPECT_EQ(read("BrdIntValue"), gives("-7"));
+
+    select("Label");
+    ASSERT_EQ(write("BrdStringValue", std::string(255, 'x').c_str()), done());
+    EXPECT_EQ(read("BrdStringValue"), gives(std::string(255, 'x')));
+    ASSERT_EQ(write("BrdStringValue", std::string(256, 'x').c_str()), done());
+    EXPECT_EQ(read("BrdStringValue"), cannotRead("brd error code: -2005"));   // the host has no room for it
+}
+
+TEST_F(BoardParameters, AreThoseOfTheChannelsOwnKeyAndDma)
+{
+    select("Offset");
+    EXPECT_EQ(write("BrdIntValue", "12"), done());
+    EXPECT_EQ(host.read(neighbour, "BrdFeatureKey"), gives(""));
+    EXPECT_EQ(host.write(neighbour, "BrdFeatureKey", "Offset"), done());
+    EXPECT_EQ(host.read(neighbour, "BrdIntValue"), gives("-7"));
+    EXPECT_EQ(read("BrdIntValue"), gives("12"));
+}
+
+}   // namespace
+
+}   // namespace orvo::test
