@@ -18,10 +18,10 @@ const Lines kFeatures = {
     "TimestampFrequency [2 r] This is the frequency of the timestamps that are assigned to every image.",
     "AcquisitionStrategy [1 rw] Available buffer handling modes of this Data Stream.",
     "Transformation [1 rw] Pixel transformation on the CPU.",
-    "InitializeCameraConnector [4 -] This function must be called prior to any other function call to the "
-    "connector.",
-    "CloseCameraConnector [4 -] This function must be called after no function of the connector is needed "
-    "anymore.",
+    ("InitializeCameraConnector [4 -] This function must be called prior to any other function call to the "
+     "connector."),
+    ("CloseCameraConnector [4 -] This function must be called after no function of the connector is needed "
+     "anymore."),
     "Detect [4 -] This function detects cameras.",
     "StartAcquisition [4 -] This function starts the acquisition on the camera.",
     "StopAcquisition [4 -] This function stops the acquisition on the camera.",
@@ -46,8 +46,8 @@ const Lines kFeatures = {
     "EthActionCommand_GroupMaskRemote [2 rw] Group Mask of the command",
     "EthActionCommand_GroupIndexRemote [2 rw] Group index of the command",
     "EthActionCommand_ApplyGroupRemote [4 rw] Applies the group configuration for the remote device.",
-    "CogAdapterInterfaceID [6 r] This feature returns the ID of the aik.hinterface file used when the "
-    "adapter was build.",
+    ("CogAdapterInterfaceID [6 r] This feature returns the ID of the aik.hinterface file used when the "
+     "adapter was build."),
     "CogAdapterVersion [6 r] The version of the adapter DLL.",
 };
 
