@@ -28,6 +28,15 @@ TEST_P(CameraPorts, StayClosedWithoutTheirLibrary)
     EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
 }
 
+TEST_P(CameraPorts, NeedNotBeThere)
+{
+    openBoard(GetParam(), {}, {});
+    EXPECT_EQ(execute("InitializeCameraConnector"), done());
+    EXPECT_EQ(execute("Detect"), done());
+    EXPECT_EQ(read("PortCount"), cannotRead(kNotAvailable));
+    EXPECT_EQ(execute("CloseCameraConnector"), done());
+}
+
 TEST_P(CameraPorts, LoseACameraThatVanishesAndFindItAgain)
 {
     openBoard(GetParam(), {0});
