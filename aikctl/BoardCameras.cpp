@@ -100,8 +100,14 @@ void BoardCameras::detect()
 
 void BoardCameras::close()
 {
-    if (std::exchange(m_isOpen, false))
+    if (!std::exchange(m_isOpen, false))
+        return;
+    try {
         m_channel->execute("CloseCameraConnector");
+    } catch (const AdapterFailure& failure) {
+        if (!saysNotAvailable(failure.what()))   // or else somebody has closed it before
+            throw;
+    }
 }
 
 void BoardCameras::findCameras()

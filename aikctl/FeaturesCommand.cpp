@@ -9,6 +9,7 @@
 #include "aikctl/Console.h"
 #include "aikctl/FeatureList.h"
 #include "aikctl/Table.h"
+#include "aikctl/connectCameras.h"
 #include "aikctl/toJsonText.h"
 
 namespace orvo::aikctl {
@@ -84,7 +85,7 @@ void FeaturesCommand::run(const Adapter& adapter, const CommonOptions& common, C
     Channel channel = adapter.open(m_channel);
     BoardCameras cameras(channel);
     if (m_isWithCamera)
-        cameras.connect();
+        connectCameras(cameras, console);
     const auto features = describeFeatures(channel);
     if (common.json)
         printJson(channel, features, console.out());

@@ -10,6 +10,7 @@
 #include "aikctl/BoardCameras.h"
 #include "aikctl/Console.h"
 #include "aikctl/FeatureText.h"
+#include "aikctl/connectCameras.h"
 #include "aikctl/toJsonText.h"
 
 namespace orvo::aikctl {
@@ -97,15 +98,6 @@ void StepsCommand::insertKey()
         throw std::runtime_error("--key " + m_key + " is for none of the features");
 }
 
-void StepsCommand::connect(BoardCameras& cameras, Console& console) const
-{
-    cameras.connect();
-    if (cameras.ports().empty())
-        console.note("No camera was found");
-    if (m_port)
-        cameras.select(*m_port);
-}
-
 void StepsCommand::run(const Adapter& adapter, const CommonOptions& common, Console& console)
 {
     Channel channel = adapter.open(m_channel);
@@ -113,7 +105,9 @@ void StepsCommand::run(const Adapter& adapter, const CommonOptions& common, Cons
     auto readings = nlohmann::ordered_json::array();
     try {
         if (m_isWithCamera)
-            connect(cameras, console);
+            connectCameras(cameras, console);
+        if (m_port)
+            cameras.select(*m_port);
         for (const Step& step : m_steps) {
             try {
                 const auto value = carryOut(step, channel);

@@ -10,8 +10,6 @@
 
 namespace orvo::aikctl {
 
-class BoardCameras;
-
 /// `do`: any number of steps on one open channel, in their order. And `get`, `set`, `exec`, which are one step
 /// each.
 class StepsCommand : public Command {
@@ -26,7 +24,6 @@ private:
     bool isSingle() const;
     void settle();
     void insertKey();
-    void connect(BoardCameras& cameras, Console& console) const;
 
     const std::string m_verb;
     int32_t m_channel = 0;

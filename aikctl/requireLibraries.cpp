@@ -12,19 +12,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// One that the system loads together with the adapter: beside it, or where it looks for all libraries.
+/// One that the system loads together with the adapter: beside it, or where it looks for all libraries. It
+/// stays loaded: the adapter then finds it by its name, in whatever folders the system looks for that.
 void requireNeighbour(const std::string& name, const std::string& adapterPath)
 {
     const std::string file = name + os::kLibraryEnding;
     const std::string beside = fs::path(adapterPath).replace_filename(file).string();
     const bool isBeside = fs::is_regular_file(beside);
     os::Error error;
-    const os::Module library =
-        isBeside ? os::loadLibrary(beside, os::Neighbours::BesideTheLibrary, &error) : os::loadLibrary(file);
-    if (library) {
-        os::freeLibrary(library);
+    if (isBeside ? os::loadLibrary(beside, os::Neighbours::BesideTheLibrary, &error) : os::loadLibrary(file))
         return;
-    }
     if (!isBeside)
         throw std::runtime_error(file +
                                  " is missing, without which the adapter can't be loaded: looked for " +

@@ -20,12 +20,14 @@
 ///           process number inside a name counts anew on each board.
 /// Threads:  any thread may enter. Alone, with no other call under way: GetVideoChannel(),
 ///           ReleaseVideoChannel(). One at a time among the channels of one board: SetupCommonParams(),
-///           StartAcquisition(), StopAcquisition(), ExecuteCommand(), WriteValue(). Not beside image
-///           functions or ReadValue() of any channel of the same applet process: SetupCommonParams(), which
-///           takes the rings away. Not beside those of the same channel: WriteValue(), which may replace what
-///           they work with, also while the channel stands. One at a time on one channel, each channel on a
-///           thread of its own if you like: GetImage(), WaitForIntegration(), GetImageAttributes(),
-///           ReadValue(). Start and stop may run beside waiting image functions.
+///           StartAcquisition(), StopAcquisition(), ExecuteCommand(), WriteValue(), and ReadValue() of
+///           camera features, which they share: "InitializeCameraConnector" and all behind it in the list. Not
+///           beside image functions or ReadValue() of any channel of the same applet process:
+///           SetupCommonParams(), which takes the rings away. Not beside those of the same channel:
+///           WriteValue(), which may replace what they work with, also while the channel stands. One at a time
+///           on one channel, each channel on a thread of its own if you like: GetImage(),
+///           WaitForIntegration(), GetImageAttributes(), ReadValue() of anything else. Start and stop may run
+///           beside waiting image functions.
 /// Failures: every function returns AIK_OK or AIK_FAILED, and tells a failure as a text in `errstr`, at least
 ///           AIK_ERRSTR_SIZE bytes, NUL-terminated, cut to 255 bytes. `errstr` is left alone by a success,
 ///           so it holds the text of an earlier failure. A null `errstr` is itself a failure, without text.

@@ -173,7 +173,7 @@ void SimulatedCamera::comeBack()
 void SimulatedCamera::act(const ActionCommand& command, ExposureSchedule::Time time)
 {
     const std::lock_guard lock(m_mutex);
-    if (isSending() && obeys(command) && m_parameters.text("TriggerSource") != "Line0")
+    if (isSending() && obeys(command))
         trigger(time);
 }
 

@@ -87,7 +87,7 @@ void CameraConnector::refreshState()
 
 ConnectorState CameraConnector::takeStock()
 {
-    if (!m_library)
+    if (!m_initialized)
         return Uninitialized;
     const uint64_t ports = m_ports.size();
     traceNumber("Connector State (found ports): ", ports);
@@ -171,6 +171,7 @@ void CameraConnector::offerCamera()
 void CameraConnector::enterLibrary(uint64_t handle)
 {
     m_library.reset(handle);
+    m_initialized = true;
     m_portIndex->setValue(0);
     m_cameraIndex->setValue(0);
 }
@@ -179,6 +180,7 @@ void CameraConnector::leaveLibrary()
 {
     const std::exception_ptr refusal = takeDownPorts();
     m_library.reset();
+    m_initialized = false;
     refreshState();
     if (refusal)
         std::rethrow_exception(refusal);

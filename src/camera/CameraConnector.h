@@ -119,6 +119,7 @@ private:
     std::weak_ptr<AppletWrapper> m_applet;
     std::weak_ptr<BoardWrapper> m_board;
     LibraryHandle m_library;
+    bool m_initialized = false;   // what the host was told, whatever handle the library gave
     Ports m_ports;
     ConnectorState m_state = ConnectorState::Uninitialized;
 

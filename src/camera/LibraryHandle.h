@@ -16,7 +16,6 @@ public:
     ~LibraryHandle() { reset(); }
 
     uint64_t get() const { return m_handle; }
-    explicit operator bool() const { return m_handle != 0; }
 
     /// Closes what is open, whatever the library says to it, and takes over `handle`.
     void reset(uint64_t handle = 0)

@@ -19,8 +19,10 @@ constexpr const char* kSource = "features/BrdStringFeature";
 void BrdStringFeature::doRead(char* val)
 {
     const auto read = [this](char* buffer, int32_t* length) {
-        Brd_getParameterProperty(boardHandle(), parameterId(), static_cast<int32_t>(BrdProperty::Value),
-                                 buffer, length);   // a refusal is silent: the length and the zeros tell
+        const int32_t status = Brd_getParameterProperty(
+            boardHandle(), parameterId(), static_cast<int32_t>(BrdProperty::Value), buffer, length);
+        if (status != 0)
+            Brd_getLastErrorDescription(boardHandle());   // asked for, and told to nobody
     };
     int32_t length = 0;
     read(nullptr, &length);

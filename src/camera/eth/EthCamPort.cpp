@@ -33,7 +33,9 @@ std::vector<std::shared_ptr<Camera>> EthCamPort::detect()
     uint64_t handle = 0;
     if (const int32_t status = Eth_getCameraByIndex(m_library, port, 0, &handle))
         throw std::runtime_error("Eth_getCameraByIndex failed: " + ethErrorText(status));
-    return {connect(std::make_shared<EthCamera>(handle))};
+    const auto camera = std::make_shared<EthCamera>(handle);
+    camera->connect();
+    return {camera};
 }
 
 }   // namespace orvo::cognex
