@@ -6,17 +6,6 @@
 
 namespace orvo::sim {
 
-namespace {
-
-constexpr uint32_t kMaskedPorts = 32;
-
-bool isChosen(uint32_t port, uint32_t mask)
-{
-    return port >= kMaskedPorts || (mask >> port & 1) != 0;
-}
-
-}   // namespace
-
 Handles& Handles::instance()
 {
     static auto* const only = new Handles;
@@ -80,14 +69,15 @@ uint32_t Handles::boardOf(uint64_t handle)
     return library(handle).boardIndex;
 }
 
-void Handles::scan(uint64_t handle, uint32_t mask)
+void Handles::scan(uint64_t handle, uint32_t mask, uint32_t maskedPorts)
 {
     const std::lock_guard lock(m_mutex);
     OpenLibrary& searched = library(handle);
     searched.found.clear();
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
         const Camera* const camera = orvo_sim_core()->camera(searched.boardIndex, port);
-        if (camera && camera->isPresent() && isChosen(port, mask))
+        const bool isChosen = port >= maskedPorts || (mask >> port & 1) != 0;
+        if (camera && camera->isPresent() && isChosen)
             searched.found.insert(port);
     }
 }

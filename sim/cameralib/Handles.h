@@ -50,9 +50,9 @@ public:
     void closeLibrary(uint64_t library);
     uint32_t boardOf(uint64_t library);
 
-    /// Looks for cameras behind the ports whose bits are set in `mask`; ports above 31 have none and are
-    /// always searched.
-    void scan(uint64_t library, uint32_t mask);
+    /// Looks for cameras behind the ports whose bits are set in `mask`; the ports from `maskedPorts` on have
+    /// no bit and are always searched.
+    void scan(uint64_t library, uint32_t mask, uint32_t maskedPorts);
     /// The ports at which the latest scan found a camera, and those whose camera is connected, rising.
     std::vector<uint32_t> found(uint64_t library);
 

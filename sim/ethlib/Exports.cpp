@@ -12,6 +12,7 @@ using namespace orvo::sim;
 namespace {
 
 constexpr uint32_t kAllPorts = 0xFFFF'FFFF;
+constexpr uint32_t kMaskedPorts = 32;
 
 // Callers read the name by its place.
 static_assert(offsetof(EthCameraInfo, name) == 32);
@@ -61,7 +62,7 @@ int32_t Eth_scanPorts(uint64_t library, uint32_t mask, uint32_t bound)
         "Eth_scanPorts",
         [&](Words& words) { describeLibrary(words, library).number("mask", mask).number("bound", bound); },
         [&] {
-            Handles::instance().scan(library, mask);
+            Handles::instance().scan(library, mask, kMaskedPorts);
             return 0;
         });
 }

@@ -9,6 +9,8 @@ using namespace orvo::sim;
 
 namespace {
 
+constexpr uint32_t kMaskedPorts = 8;
+
 // Callers read the name by its place.
 static_assert(offsetof(OgcCameraInfo, name) == 8);
 
@@ -60,7 +62,7 @@ int32_t Ogc_scanPorts(uint64_t library, uint32_t mask, uint32_t bound, uint32_t 
             describeLibrary(words, library).number("mask", mask).number("bound", bound).number("zero", zero);
         },
         [&] {
-            Handles::instance().scan(library, mask);
+            Handles::instance().scan(library, mask, kMaskedPorts);
             return 0;
         });
 }

@@ -12,7 +12,7 @@ int32_t Ogc_openBoard(uint64_t applet, int32_t zero, uint64_t* library);
 /// Ends the handles of its cameras too, which disconnects them.
 int32_t Ogc_closeBoard(uint64_t library);
 
-// Searching. `mask` has a bit for each of the ports 0 to 31; what lies above is always searched. How long a
+// Searching. `mask` has a bit for each of the ports 0 to 7; what lies above is always searched. How long a
 // search takes is bounded in a real library; here `bound` means nothing.
 int32_t Ogc_scanPorts(uint64_t library, uint32_t mask, uint32_t bound, uint32_t zero);
 /// How many cameras the latest scan found; 0 if the handle has ended.

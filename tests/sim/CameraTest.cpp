@@ -43,7 +43,7 @@ TEST_F(Cameras, AreFoundByASearchOnly)
 TEST_F(Cameras, OfTheSecondFamilyAreFoundByPosition)
 {
     describeBoards(R"({"boards": [{"index": 2, "type": 1872, "cameras": [
-        {"port": 5, "name": "right", "model": "M5"}, {"port": 1, "name": "left"}]}]})");
+        {"port": 9, "name": "right", "model": "M9"}, {"port": 1, "name": "left"}]}]})");
     void* const board = open(2, "{}");
     uint64_t library = kUntouched;
     EXPECT_EQ(code(CameraStatus::NoBoard), Ogc_openBoard(4711, 0, &library));
@@ -56,7 +56,7 @@ TEST_F(Cameras, OfTheSecondFamilyAreFoundByPosition)
         return std::string(info->model) + ": " + info->name;
     };
     EXPECT_EQ("Simulated camera: left", nameAt(0));
-    EXPECT_EQ("M5: right", nameAt(1));
+    EXPECT_EQ("M9: right", nameAt(1));
     EXPECT_EQ(code(CameraStatus::NoCamera), Ogc_getCameraOnPort(library, 2, &library));
 
     const uint64_t camera = ogcCamera(library, 0);
