@@ -154,7 +154,7 @@ typedef struct OrvoSim_Ledger {
     uint64_t delivered;
     uint64_t droppedNoBlock;   // status 30 counts these too, and starts anew with each run
     uint64_t droppedByFault;
-    double askedRate;   // pictures per second of the latest run; 0: as fast as the ring allows
+    double askedRate;   // pictures per second of the latest run; 0: as the ring allows, or as triggers come
     double heldRate;    // pictures per second produced in it, first to last; 0 below two pictures
 } OrvoSim_Ledger;
 

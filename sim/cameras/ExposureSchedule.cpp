@@ -28,7 +28,8 @@ std::optional<ExposureSchedule::Time> ExposureSchedule::due(const Pace& pace, Ti
         m_anchor = std::max(now, m_earliest - pace.period);
         m_taken = 0;
     } else if (m_period != pace.period) {
-        m_anchor = *m_anchor + m_taken * m_period;
+        // What the old rate left to come is not owed at the new one.
+        m_anchor = std::max(*m_anchor + m_taken * m_period, now - pace.period);
         m_taken = 0;
     }
     m_period = pace.period;

@@ -19,7 +19,7 @@ enum class Fate { Delivered, NoBlock, Fault };
 /// The ledger's page for one DMA. Threads: any.
 class DmaAccount {
 public:
-    /// `askedRate` in pictures per second, 0 for as fast as the ring allows.
+    /// `askedRate` in pictures per second, 0 for as fast as the ring allows or triggers come.
     virtual void beginRun(double askedRate) = 0;
     /// A delivered picture is entered when its callback has ended.
     virtual void enter(Fate fate) = 0;

@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "sim/cameras/ExposureSchedule.h"
 #include "tests/sim/SimulatedCameras.h"
 
 namespace orvo::test {
@@ -102,6 +103,18 @@ TEST_F(CameraPictures, KeepTheCamerasRate)
     const Ring& faster = run(board, 0);
     ASSERT_TRUE(delivers(0, 0, 8));
     EXPECT_EQ(3 * kTicksPerSecond / 200, faster.timestampOf(4) - faster.timestampOf(1));
+}
+
+TEST(ExposureSchedule, OwesNothingOfTheOldRateAtANewOne)
+{
+    using namespace std::chrono_literals;
+    const auto opened = sim::ExposureSchedule::Clock::now();
+    sim::ExposureSchedule schedule(opened);
+    EXPECT_EQ(opened + 10s, schedule.due({true, false, 10s}, opened));
+    EXPECT_EQ(opened + 10s, schedule.take());
+    EXPECT_EQ(opened + 19s, schedule.due({true, false, 1ms}, opened + 19s)) << "not 9000 pictures at once";
+    EXPECT_EQ(opened + 19s, schedule.take());
+    EXPECT_EQ(opened + 19s + 1ms, schedule.due({true, false, 1ms}, opened + 20s)) << "what is late stays due";
 }
 
 TEST_F(CameraPictures, ComeOneATriggerBySoftware)
