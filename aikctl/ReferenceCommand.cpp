@@ -24,7 +24,7 @@ constexpr const char* kPreface =
 
 # Features
 
-Every channel has these features. They are reached by name through `ReadValue`, `WriteValue` and `ExecuteCommand`,
+What a channel has. Features are reached by name through `ReadValue`, `WriteValue` and `ExecuteCommand`,
 and all values are text ([aik.h](../include/aik/aik.h)). How to lead a camera, step by step: [cameras.md](cameras.md).
 
 A channel of a board with GigE Vision cameras has all of them, any other all that have a number in its column. The
