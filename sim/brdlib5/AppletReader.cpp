@@ -187,10 +187,9 @@ void AppletReader::readCameraPort(const JsonValue& entry, ProcessDescription& pr
     } else {
         port.number = numberOf(entry);
     }
-    const auto isTaken = [&](const CameraPortDescription& other) {
-        return port.dma && other.dma == port.dma;
-    };
-    if (std::any_of(process.cameraPorts.begin(), process.cameraPorts.end(), isTaken))
+    const auto& others = process.cameraPorts;
+    if (port.dma && std::any_of(others.begin(), others.end(),
+                                [&](const CameraPortDescription& other) { return other.dma == port.dma; }))
         throw JsonError(entry.place() + ": another camera port feeds the DMA port at position " +
                         std::to_string(*port.dma));
     process.cameraPorts.push_back(port);

@@ -3,11 +3,9 @@
 #include <cstdint>
 #include <string_view>
 
-namespace orvo::sim {
-
 /// The parameters that every applet has, unless its file says that it lacks them. No other parameter can have
 /// their ids and names.
-namespace built_in {
+namespace orvo::sim::built_in {
 
 struct ParameterName {
     int32_t id;
@@ -30,6 +28,4 @@ inline constexpr ParameterName kAll[] = {kWidth,  kHeight,     kXOffset,        
                                          kFormat, kDmaCount,   kCameraPortCount, kProcessCount,
                                          kDmaId,  kCameraPort, kTimestamp};
 
-}   // namespace built_in
-
-}   // namespace orvo::sim
+}   // namespace orvo::sim::built_in

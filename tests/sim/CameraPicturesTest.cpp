@@ -257,7 +257,7 @@ TEST_F(CameraPictures, AreConvertedToTheBoardsFormat)
     void* const board = open(0, R"({"width": 8, "height": 4, "format": 2})");
     const uint64_t camera = connectedEth();
     Eth_setIntegerValue(camera, "Width", 16);   // the bars are parts of the sensor, not of the picture
-    Eth_setIntegerValue(camera, "OffsetX", 1280 / 8 * 6);
+    Eth_setIntegerValue(camera, "OffsetX", 960);
     Eth_setEnumerationValue(camera, "TestPattern", "ColorBar");
     const Ring& ring = run(board, 0, 96);
     const Bytes grey = picture(ring, 3);
@@ -287,6 +287,11 @@ TEST_F(CameraPictures, EndWithACameraThatVanishes)
     EXPECT_EQ(0, Eth_executeCommand(kept, "TriggerSoftware"));
     ASSERT_TRUE(delivers(0, 1, 2));
     EXPECT_EQ(1u, ledger(0, 0).produced);
+
+    EXPECT_EQ(1, OrvoSim_restoreCamera(0, 0));
+    EXPECT_EQ(code(CameraStatus::NotConnected), Eth_executeCommand(lost, "TriggerSoftware"));
+    EXPECT_EQ(0, Eth_connectCamera(lost));
+    EXPECT_EQ("Off", entry(lost, "TriggerMode")) << "as after a loss of power";
 }
 
 }   // namespace

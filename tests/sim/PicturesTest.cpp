@@ -54,8 +54,8 @@ TEST_F(Pictures, ShowTheMovingPatternInEveryFormat)
                                       {64, 64, 191, 191, 192, 192}};
     for (size_t format = 1; format < cases.size(); ++format) {
         const size_t bytes = cases[format].size();
-        const auto shown =
-            pictures(R"("width": 80, "height": 3, "format": )" + std::to_string(format), 2, 80 * 3 * bytes);
+        const auto shown = pictures(R"("width": 80, "height": 3, "format": )" + std::to_string(format), 2,
+                                    size_t{80} * 3 * bytes);
         for (const size_t n : {size_t{1}, size_t{2}}) {
             const auto start = shown[n - 1].begin() + static_cast<int64_t>((80 * 2 + 62 - n) * bytes);
             EXPECT_EQ(cases[format], Bytes(start, start + static_cast<int64_t>(bytes))) << format;
