@@ -26,13 +26,13 @@ uint64_t ticksPerPicture(double rate)
 /// What belongs to one run: guarded by the channel's mutex, but for the painters, which belong to the turn.
 struct DmaChannel::Run {
     Run(std::shared_ptr<MemoryHead> ring, const PictureChoice& shows, const Geometry& geometry,
-        int64_t pictureCount, const Pacer& schedule, Camera* sender)
+        int64_t pictureCount, Pacer schedule, Camera* sender)
         : head(std::move(ring)),
           source(sender ? nullptr : shows.sourceFor(geometry)),
           painter(shows, geometry),
           limit(pictureCount),
           isManual(orvo_sim_core()->isManual()),
-          pacer(schedule),
+          pacer(std::move(schedule)),
           stream(sender && !isManual ? sender->openStream() : nullptr)
     {}
     Run(const Run&) = delete;

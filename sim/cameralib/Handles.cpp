@@ -30,10 +30,10 @@ uint64_t Handles::newNumber()
     return m_life << 40 | ++m_given << 4 | 8;
 }
 
-Handles::OpenLibrary& Handles::library(uint64_t handle)
+Handles::OpenLibrary& Handles::opened(uint64_t library)
 {
     endOfOldLives();
-    const auto found = m_libraries.find(handle);
+    const auto found = m_libraries.find(library);
     if (found == m_libraries.end())
         throw CameraError(CameraStatus::UnknownLibrary);
     return found->second;
@@ -48,13 +48,13 @@ uint64_t Handles::openLibrary(uint32_t boardIndex)
     return handle;
 }
 
-void Handles::closeLibrary(uint64_t handle)
+void Handles::closeLibrary(uint64_t library)
 {
     const std::lock_guard lock(m_mutex);
-    library(handle);
-    m_libraries.erase(handle);
+    opened(library);
+    m_libraries.erase(library);
     for (auto entry = m_cameras.begin(); entry != m_cameras.end();) {
-        if (entry->second->library == handle) {
+        if (entry->second->library == library) {
             entry->second->camera->forget(entry->first);
             entry = m_cameras.erase(entry);
         } else {
@@ -63,16 +63,16 @@ void Handles::closeLibrary(uint64_t handle)
     }
 }
 
-uint32_t Handles::boardOf(uint64_t handle)
+uint32_t Handles::boardOf(uint64_t library)
 {
     const std::lock_guard lock(m_mutex);
-    return library(handle).boardIndex;
+    return opened(library).boardIndex;
 }
 
-void Handles::scan(uint64_t handle, uint32_t mask, uint32_t maskedPorts)
+void Handles::scan(uint64_t library, uint32_t mask, uint32_t maskedPorts)
 {
     const std::lock_guard lock(m_mutex);
-    OpenLibrary& searched = library(handle);
+    OpenLibrary& searched = opened(library);
     searched.found.clear();
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
         const Camera* const camera = orvo_sim_core()->camera(searched.boardIndex, port);
@@ -82,10 +82,10 @@ void Handles::scan(uint64_t handle, uint32_t mask, uint32_t maskedPorts)
     }
 }
 
-std::vector<uint32_t> Handles::found(uint64_t handle)
+std::vector<uint32_t> Handles::found(uint64_t library)
 {
     const std::lock_guard lock(m_mutex);
-    const OpenLibrary& searched = library(handle);
+    const OpenLibrary& searched = opened(library);
     std::vector<uint32_t> ports;
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
         const Camera* const camera = orvo_sim_core()->camera(searched.boardIndex, port);
@@ -95,17 +95,17 @@ std::vector<uint32_t> Handles::found(uint64_t handle)
     return ports;
 }
 
-uint64_t Handles::addCamera(uint64_t handle, uint32_t port)
+uint64_t Handles::addCamera(uint64_t library, uint32_t port)
 {
     const std::lock_guard lock(m_mutex);
-    Camera* const camera = orvo_sim_core()->camera(library(handle).boardIndex, port);
+    Camera* const camera = orvo_sim_core()->camera(opened(library).boardIndex, port);
     if (!camera)
         throw CameraError(CameraStatus::NoCamera);
     if (!camera->isPresent())
         throw CameraError(CameraStatus::Gone);
     auto added = std::make_shared<CameraHandle>();
     added->number = newNumber();
-    added->library = handle;
+    added->library = library;
     added->symbol = ++m_symbols;
     added->port = port;
     added->camera = camera;
@@ -130,12 +130,12 @@ void Handles::endCamera(uint64_t handle)
     m_cameras.erase(handle);
 }
 
-std::string Handles::librarySymbol(uint64_t handle)
+std::string Handles::librarySymbol(uint64_t library)
 {
-    if (handle == 0)
+    if (library == 0)
         return Words::kNull;
     try {
-        return std::to_string(boardOf(handle));
+        return std::to_string(boardOf(library));
     } catch (const CameraError&) {
         return Words::kUnknown;
     }

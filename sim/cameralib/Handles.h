@@ -74,7 +74,7 @@ private:
     Handles() = default;
     void endOfOldLives();
     uint64_t newNumber();
-    OpenLibrary& library(uint64_t handle);
+    OpenLibrary& opened(uint64_t library);
 
     std::mutex m_mutex;
     uint64_t m_life = 0;

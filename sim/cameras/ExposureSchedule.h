@@ -35,7 +35,8 @@ private:
     const Time m_earliest;
     std::deque<Time> m_triggers;
     bool m_isTriggered = false;
-    std::optional<Time> m_anchor;   // one period before the first picture of this rate; none: standing still
+    bool m_isAnchored = false;   // not while standing still
+    Time m_anchor;               // one period before the first picture of this rate
     std::chrono::nanoseconds m_period{0};
     int64_t m_taken = 0;   // since the anchor
 };

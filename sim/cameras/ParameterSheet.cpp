@@ -1,6 +1,7 @@
 #include "sim/cameras/ParameterSheet.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -99,8 +100,7 @@ CameraStatus ParameterSheet::store(std::string_view name, CameraParameter& param
         parameter.integer = value.integer != 0;
         return CameraStatus::Ok;
     case ParameterType::Float:
-        if (!(parameter.leastReal <= value.real &&
-              value.real <= parameter.mostReal))   // nor what is no number
+        if (std::isnan(value.real) || value.real < parameter.leastReal || value.real > parameter.mostReal)
             return CameraStatus::OutOfRange;
         parameter.real = value.real;
         return CameraStatus::Ok;

@@ -122,6 +122,7 @@ void SimulatedCamera::plugIn(const CameraDescription& description)
 {
     const std::lock_guard lock(m_mutex);
     m_description = description;
+    m_isDescribed = true;
     m_userSet.reset();
     m_isGone = false;
     m_callsLeft =
@@ -132,14 +133,14 @@ void SimulatedCamera::plugIn(const CameraDescription& description)
 void SimulatedCamera::unplug()
 {
     const std::lock_guard lock(m_mutex);
-    m_description.reset();
+    m_isDescribed = false;
     m_connected.clear();
     m_changed.notify_all();
 }
 
 void SimulatedCamera::switchOn()
 {
-    m_parameters = m_description->parameters;
+    m_parameters = m_description.parameters;
     m_connected.clear();
     m_isStarted = false;
     m_actionDeviceKey = 0;
@@ -150,7 +151,7 @@ void SimulatedCamera::switchOn()
 bool SimulatedCamera::isDescribed() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_description.has_value();
+    return m_isDescribed;
 }
 
 void SimulatedCamera::vanishAfter(uint64_t calls)
@@ -165,7 +166,7 @@ void SimulatedCamera::comeBack()
 {
     const std::lock_guard lock(m_mutex);
     m_callsLeft.reset();
-    if (m_isGone && m_description)
+    if (m_isGone && m_isDescribed)
         switchOn();
     m_isGone = false;
 }
@@ -189,7 +190,7 @@ void SimulatedCamera::trigger(ExposureSchedule::Time time)
 
 bool SimulatedCamera::isSending() const
 {
-    return m_description && !m_isGone && m_isStarted && !m_connected.empty();
+    return m_isDescribed && !m_isGone && m_isStarted && !m_connected.empty();
 }
 
 bool SimulatedCamera::isTriggered() const
@@ -259,7 +260,7 @@ bool SimulatedCamera::obeys(const ActionCommand& command) const
 bool SimulatedCamera::isPresent() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_description && !m_isGone;
+    return m_isDescribed && !m_isGone;
 }
 
 bool SimulatedCamera::isConnected() const
@@ -276,7 +277,7 @@ CameraStatus SimulatedCamera::called(Action action)
     if (m_callsLeft && *m_callsLeft == 0)
         m_isGone = true;
     m_changed.notify_all();   // whatever becomes of the call: streams look for themselves
-    if (!m_description || m_isGone)
+    if (!m_isDescribed || m_isGone)
         return CameraStatus::Gone;
     if (m_callsLeft)
         --*m_callsLeft;
@@ -297,7 +298,7 @@ CameraStatus SimulatedCamera::calledBy(uint64_t handle, Action action)
 CameraStatus SimulatedCamera::identify(CameraIdentity& identity)
 {
     return called([&] {
-        identity = m_description->identity;
+        identity = m_description.identity;
         return CameraStatus::Ok;
     });
 }
@@ -308,7 +309,7 @@ CameraStatus SimulatedCamera::connect(uint64_t handle, bool alone)
         if (alone && !m_connected.empty() && !m_connected.contains(handle))
             return CameraStatus::InUse;
         if (m_connected.empty())   // cameras behind a frame grabber's own link send from then on
-            m_isStarted = m_description->family == CameraFamily::GenICam;
+            m_isStarted = m_description.family == CameraFamily::GenICam;
         m_connected.insert(handle);
         return CameraStatus::Ok;
     });
@@ -408,7 +409,7 @@ CameraStatus SimulatedCamera::triggerBySoftware()
 CameraStatus SimulatedCamera::loadUserSet()
 {
     const bool isDefault = m_parameters.text("UserSetSelector") == "Default";
-    m_parameters = !isDefault && m_userSet ? *m_userSet : m_description->parameters;
+    m_parameters = !isDefault && m_userSet ? *m_userSet : m_description.parameters;
     return CameraStatus::Ok;
 }
 
@@ -422,7 +423,7 @@ CameraStatus SimulatedCamera::saveUserSet()
 
 CameraStatus SimulatedCamera::reset()
 {
-    const bool wasStarted = m_isStarted && m_description->family == CameraFamily::GenICam;
+    const bool wasStarted = m_isStarted && m_description.family == CameraFamily::GenICam;
     const std::set<uint64_t> connected = m_connected;
     switchOn();
     m_connected = connected;

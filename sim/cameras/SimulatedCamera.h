@@ -88,7 +88,8 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;   // anything that a stream may wait for
     std::set<Stream*> m_streams;         // that are open
-    std::optional<CameraDescription> m_description;
+    bool m_isDescribed = false;
+    CameraDescription m_description;   // the latest one
     bool m_isGone = false;
     std::optional<uint64_t> m_callsLeft;   // until it vanishes
     ParameterSheet m_parameters;

@@ -1,6 +1,5 @@
 #include "sim/core/Simulator.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <fstream>
 
@@ -89,11 +88,12 @@ void Simulator::setBoardHandle(uint32_t index, uint64_t handle)
 
 bool Simulator::findOpenBoard(uint64_t handle, uint32_t& index) const
 {
-    const auto found = std::find(m_boardHandles.begin(), m_boardHandles.end(), handle);
-    if (handle == 0 || found == m_boardHandles.end())
-        return false;
-    index = static_cast<uint32_t>(found - m_boardHandles.begin());
-    return true;
+    for (size_t i = 0; handle != 0 && i < m_boardHandles.size(); ++i)
+        if (m_boardHandles.at(i) == handle) {
+            index = static_cast<uint32_t>(i);
+            return true;
+        }
+    return false;
 }
 
 Camera* Simulator::camera(uint32_t boardIndex, uint32_t port)

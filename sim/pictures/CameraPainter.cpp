@@ -39,7 +39,7 @@ CameraPainter::CameraPainter(PictureChoice scene, const Geometry& board)
 
 void CameraPainter::paint(const CameraView& view, uint64_t number, std::span<std::byte> block)
 {
-    if (m_view != view)
+    if (!m_source || m_view != view)
         prepare(view);
     if (m_raw.empty()) {
         m_source->paint(number, block);
@@ -72,10 +72,10 @@ void CameraPainter::prepare(const CameraView& view)
 /// Whether the picture can be painted right into the block.
 bool CameraPainter::isPlain() const
 {
-    if (m_scene.kind == PictureChoice::Kind::NumbersOnly && m_view->pattern == CameraPattern::Scene)
+    if (m_scene.kind == PictureChoice::Kind::NumbersOnly && m_view.pattern == CameraPattern::Scene)
         return true;
-    return m_part.width == m_board.width && m_part.height == m_board.height && !m_view->isReversedX &&
-           !m_view->isReversedY && m_view->brightness == 1 && (!m_view->isGrey || isGrey(m_board.format));
+    return m_part.width == m_board.width && m_part.height == m_board.height && !m_view.isReversedX &&
+           !m_view.isReversedY && m_view.brightness == 1 && (!m_view.isGrey || isGrey(m_board.format));
 }
 
 void CameraPainter::develop(std::span<std::byte> block) const
@@ -87,10 +87,10 @@ void CameraPainter::develop(std::span<std::byte> block) const
         const auto columns = y < m_part.height
                                  ? std::min<uint32_t>(m_part.width, static_cast<uint32_t>(row.size() / pixel))
                                  : 0u;
-        const uint32_t rawRow = m_view->isReversedY ? m_part.height - 1 - y : y;
+        const uint32_t rawRow = m_view.isReversedY ? m_part.height - 1 - y : y;
         std::byte* out = row.data();
         for (uint32_t x = 0; x < columns; ++x) {
-            const uint32_t rawColumn = m_view->isReversedX ? m_part.width - 1 - x : x;
+            const uint32_t rawColumn = m_view.isReversedX ? m_part.width - 1 - x : x;
             out = layOut(m_board.format,
                          seen(m_raw.data() + (size_t{rawRow} * m_part.width + rawColumn) * rawPixel), out);
         }
@@ -102,7 +102,7 @@ Pixel CameraPainter::seen(const std::byte* at) const
 {
     const auto level = [&](size_t place) {
         const uint16_t raw = levelAt(at + 2 * place);
-        return m_view->brightness == 1 ? raw : brightened(raw, m_view->brightness);
+        return m_view.brightness == 1 ? raw : brightened(raw, m_view.brightness);
     };
     if (isGrey(m_part.format))
         return Pixel::grey(level(0));

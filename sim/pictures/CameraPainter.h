@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "sim/core/Camera.h"
@@ -28,8 +27,8 @@ private:
 
     const PictureChoice m_scene;
     const Geometry m_board;
-    std::optional<CameraView> m_view;   // that the rest is prepared for
-    Geometry m_part;                    // of the sensor, that is seen: in the upper left corner of the block
+    CameraView m_view;   // that the rest is prepared for, once there is a source
+    Geometry m_part;     // of the sensor, that is seen: in the upper left corner of the block
     std::unique_ptr<PictureSource> m_source;
     std::vector<std::byte> m_raw;   // the part, before anything is done to it; empty if nothing is
 };
