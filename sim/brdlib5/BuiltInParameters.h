@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 /// The parameters that every applet has, unless its file says that it lacks them. No other parameter can have
 /// their ids and names.
