@@ -28,9 +28,9 @@ protected:
         cognex::Brd_FreeLibraries();
     }
 
-    void load(const json& applet)
+    void load(const json& applet, const json& grabber = Machine::grabber(0))
     {
-        machine.boards({Machine::grabber(0)});
+        machine.boards({grabber});
         machine.applet(0, applet);
         cognex::Brd_InitLibraries(nullptr);
         board = cognex::BoardWrapper::create(0);

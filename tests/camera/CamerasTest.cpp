@@ -1,196 +1,186 @@
-#include <array>
-#include <cstring>
+// What no host reaches: it has a camera's parameters through the configurator, and a port's size not at all.
+#include <functional>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "camera/eth/EthCamera.h"
-#include "camera/ogc/OgcCamera.h"
-#include "camera/ogc/OgcLibrary.h"
-#include "tests/camera/CameraLibrariesFake.h"
+#include "camera/CamPort.h"
+#include "camera/ConnectedConnection.h"
+#include "camera/DetectedConnection.h"
+#include "camera/eth/EthCameraConfigurator.h"
+#include "tests/camera/LoadedCameras.h"
 #include "tests/support/Failures.h"
 
-namespace orvo::cognex {
+namespace orvo::test {
 
 namespace {
 
-using test::aikFailure;
-using test::bareFailure;
+using cognex::Camera;
+
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
 
-template <typename FamilyCamera>
-constexpr const char* kPrefix = "eth error code: ";
-template <>
-constexpr const char* kPrefix<OgcCamera> = "ogc error code: ";
-
-template <typename FamilyCamera>
-class CameraOfFamily : public testing::Test {
-protected:
-    test::CameraLibrariesFake libraries;
-    FamilyCamera camera{5};
-};
-using Families = testing::Types<EthCamera, OgcCamera>;
-TYPED_TEST_SUITE(CameraOfFamily, Families);
-
-TYPED_TEST(CameraOfFamily, ReadsItsParameters)
+/// The getters, which both families have; `getter` is how the names of the library's begin.
+void expectGetters(Camera& camera, const std::string& getter, const std::string& refusal)
 {
-    this->libraries.boolean = 2;
     bool boolean = false;
-    this->camera.getBooleanValue("ReverseX", &boolean);
-    EXPECT_TRUE(boolean);
-
-    this->libraries.integer = -5'000'000'000;
     int64_t integer = 0;
-    this->camera.getIntegerValue("Width", &integer);
-    EXPECT_EQ(integer, -5'000'000'000);
-
-    this->libraries.floatingPoint = 2.5;
-    double floatingPoint = 0;
-    this->camera.getFloatValue("Gain", &floatingPoint);
-    EXPECT_EQ(floatingPoint, 2.5);
-    EXPECT_THAT(this->libraries.journal,
-                ElementsAre("getBoolean 5 ReverseX", "getInteger 5 Width", "getFloat 5 Gain"));
-}
-
-TYPED_TEST(CameraOfFamily, TakesATextFromItsOwnBufferOrFromTheLibrarys)
-{
+    double real = 0;
     std::string text;
-    for (const bool intoBuffer : {true, false}) {
-        this->libraries.textIntoBuffer = intoBuffer;
-        this->libraries.text = intoBuffer ? "short" : "the library's";
-        this->camera.getStringValue("DeviceUserID", &text);
-        EXPECT_EQ(text, this->libraries.text);
-    }
-    this->libraries.text = nullptr;
-    this->camera.getStringValue("DeviceUserID", &text);
+    camera.getBooleanValue("AcquisitionFrameRateEnable", &boolean);
+    camera.getFloatValue("DeviceTemperature", &real);
+    camera.getStringValue("DeviceModelName", &text);
+    EXPECT_TRUE(boolean);
+    EXPECT_EQ(real, 41.5);
+    EXPECT_EQ(text, "Simulated camera");
+    const int64_t kLong = -5'000'000'000;
+    OrvoSim_answerWith((getter + "IntegerValue").c_str(), 1, 0, &kLong, sizeof kLong);
+    camera.getIntegerValue("Width", &integer);
+    EXPECT_EQ(integer, kLong);
+
+    const std::function<void()> kReads[] = {
+        [&] { camera.getBooleanValue("None", &boolean); },
+        [&] { camera.getIntegerValue("None", &integer); },
+        [&] { camera.getFloatValue("None", &real); },
+        [&] { camera.getStringValue("None", &text); },
+    };
+    for (const auto& read : kReads)
+        EXPECT_EQ(aikFailure(read), refusal);
+    EXPECT_TRUE(boolean);
+    EXPECT_EQ(integer, kLong);
+    EXPECT_EQ(real, 41.5);
+    EXPECT_EQ(text, "Simulated camera");
+    OrvoSim_answer((getter + "StringValue").c_str(), 1, 0);   // and hands out none
+    camera.getStringValue("DeviceModelName", &text);
     EXPECT_EQ(text, "");
 }
 
-TYPED_TEST(CameraOfFamily, LeavesTheValueAloneWhenTheLibraryRefuses)
-{
-    const std::string refusal = kPrefix<TypeParam> + std::string("-4");
-    for (const char* call : {"getBoolean", "getInteger", "getFloat", "getString"})
-        this->libraries.answers[call] = -4;
-    bool boolean = true;
-    EXPECT_EQ(aikFailure([&] { this->camera.getBooleanValue("A", &boolean); }), refusal);
-    EXPECT_TRUE(boolean);
-    int64_t integer = 3;
-    EXPECT_EQ(aikFailure([&] { this->camera.getIntegerValue("A", &integer); }), refusal);
-    EXPECT_EQ(integer, 3);
-    double floatingPoint = 3;
-    EXPECT_EQ(aikFailure([&] { this->camera.getFloatValue("A", &floatingPoint); }), refusal);
-    EXPECT_EQ(floatingPoint, 3);
-    std::string text = "old";
-    EXPECT_EQ(aikFailure([&] { this->camera.getStringValue("A", &text); }), refusal);
-    EXPECT_EQ(text, "old");
-}
-
-template <typename FamilyCamera>
-void setAll(FamilyCamera& camera)
+void setAll(Camera& camera)
 {
     camera.setBooleanValue("ReverseX", true);
-    camera.setIntegerValue("Width", 640);
+    camera.setIntegerValue("Height", 640);
     camera.setFloatValue("Gain", 2.5);
     camera.setStringValue("DeviceUserID", "left");
     camera.setReservedA(1);
     camera.setReservedB(1);
 }
 
-class GigECamera : public testing::Test {
+TEST_F(GigECameras, ReadAndDropWhatTheirSettersAreGiven)
+{
+    const auto camera = detected(0);
+    camera->connect();
+    expectGetters(*camera, "Eth_get", "eth error code: -3020");
+    OrvoSim_clearJournal();
+    setAll(*camera);
+    EXPECT_THAT(takeJournal(), IsEmpty());
+    camera->disconnect();
+}
+
+TEST_F(GenICamCameras, ReadAndWriteAndLeaveTheStreamToTheApplet)
+{
+    const auto camera = connected(0);
+    expectGetters(*camera, "Ogc_get", "ogc error code: -3020");
+    OrvoSim_clearJournal();
+    setAll(*camera);
+    EXPECT_THAT(takeJournal(),
+                ElementsAre("Ogc_setBooleanValue camera=c1 name=\"ReverseX\" value=1 -> 0",
+                            "Ogc_setIntegerValue camera=c1 name=\"Height\" value=640 -> 0",
+                            "Ogc_setFloatValue camera=c1 name=\"Gain\" value=2.5 -> 0",
+                            "Ogc_setStringValue camera=c1 name=\"DeviceUserID\" text=\"left\" -> 0"));
+    EXPECT_EQ(aikFailure([&] { camera->setIntegerValue("Width", -4); }), "ogc error code: -3024");
+    OrvoSim_clearJournal();
+    camera->connect();
+    camera->startAcquisition();
+    camera->setWidth(640);
+    camera->setHeight(480);
+    camera->stopAcquisition();
+    camera->disconnect();
+    EXPECT_THAT(takeJournal(), IsEmpty());
+
+    const cognex::OgcCameraInfo nameless{.first = this, .name = nullptr};
+    OrvoSim_answerWith("Ogc_getCameraInfo", 1, 0, &nameless, sizeof nameless);
+    EXPECT_EQ(camera->getName(), "");
+}
+
+class Port : public cognex::CamPort {
+public:
+    Port() : CamPort(0) {}
+    using CamPort::setConnection;
+
 protected:
-    test::CameraLibrariesFake libraries;
-    EthCamera camera{5};
+    std::vector<std::shared_ptr<Camera>> detect() override { return {}; }
 };
 
-TEST_F(GigECamera, DropsWhatItsSettersAreGiven)
+void expectNothingToDrive(Port& port)
 {
-    setAll(camera);
-    EXPECT_THAT(libraries.journal, IsEmpty());
+    EXPECT_FALSE(port.isConnected());
+    const std::function<void()> kDrives[] = {
+        [&] { port.startAcquisition(); }, [&] { port.stopAcquisition(); }, [&] { port.setWidth(1); },
+        [&] { port.setHeight(1); },       [&] { port.setReservedA(1); },   [&] { port.setReservedB(1); },
+    };
+    for (const auto& drive : kDrives)
+        EXPECT_EQ(aikFailure(drive), "No camera is connected");
 }
 
-TEST_F(GigECamera, IsDrivenThroughItsLibrary)
+TEST_F(GigECameras, AreSizedByTheirPort)
 {
-    camera.connect();
-    camera.startAcquisition();
-    camera.setWidth(-1);
-    camera.setHeight(480);
-    camera.stopAcquisition();
-    EXPECT_THAT(libraries.journal, ElementsAre("connect 5", "start 5", "setInteger 5 Width -1",
-                                               "setInteger 5 Height 480", "stop 5"));
+    Port port;
+    EXPECT_EQ(port.connection()->cameraCount(), 0U);
+    EXPECT_EQ(aikFailure([&] { port.connection()->camera(0); }), "No camera connections.");
+    expectNothingToDrive(port);
+
+    const auto camera = detected(0);
+    camera->connect();
+    port.setConnection(std::make_shared<cognex::ConnectedConnection>(camera));
+    EXPECT_TRUE(port.isConnected());
+    EXPECT_EQ(aikFailure([&] { port.connection()->camera(1); }), "Invalid camera index.");
+    OrvoSim_clearJournal();
+    port.setWidth(640);
+    port.setHeight(480);
+    port.setReservedA(1);
+    port.setReservedB(1);
+    EXPECT_THAT(takeJournal(), ElementsAre("Eth_setIntegerValue camera=c1 name=\"Width\" value=640 -> 0",
+                                           "Eth_setIntegerValue camera=c1 name=\"Height\" value=480 -> 0"));
+    EXPECT_EQ(bareFailure([&] { port.setWidth(0xFFFF'FFFF); }),
+              "Eth cannot set width: The value is out of the parameter's range");
+    EXPECT_THAT(takeJournal().front(), EndsWith("value=-1 -> -3024"));
+    EXPECT_EQ(aikFailure([&] { port.setHeight(0); }), "eth error code: -3024");
+    OrvoSim_answer("Eth_getErrorDescription", 1, 0);
+    EXPECT_EQ(bareFailure([&] { port.setWidth(0); }), "Eth cannot set width: ");
+    port.update();
+    expectNothingToDrive(port);
 }
 
-TEST_F(GigECamera, TellsSomeFailuresInTheLibrarysWordsAndSomeByNumber)
+TEST_F(GigECameras, AreListedAndNotDrivenWhileTheyAreDetectedOnly)
 {
-    for (const char* call : {"connect", "disconnect", "start", "stop", "setInteger"})
-        libraries.answers[call] = -9;
-    EXPECT_EQ(aikFailure([&] { camera.connect(); }), "eth error code: -9");
-    EXPECT_EQ(aikFailure([&] { camera.disconnect(); }), "eth error code: -9");
-    EXPECT_EQ(aikFailure([&] { camera.setHeight(1); }), "eth error code: -9");
-    EXPECT_EQ(bareFailure([&] { camera.startAcquisition(); }), "Eth_startAcquisition failed: out of order");
-    EXPECT_EQ(bareFailure([&] { camera.stopAcquisition(); }), "Eth_stopAcquisition failed: out of order");
-    EXPECT_EQ(bareFailure([&] { camera.setWidth(1); }), "Eth cannot set width: out of order");
-    libraries.description = nullptr;
-    EXPECT_EQ(bareFailure([&] { camera.setWidth(1); }), "Eth cannot set width: ");
+    const auto connection = std::make_shared<cognex::DetectedConnection>();
+    connection->addCamera(detected(0));
+    std::vector<std::shared_ptr<Camera>> others = {detected(1)};
+    connection->addCameras(others);
+    EXPECT_THAT(others, IsEmpty());
+    Port port;
+    port.setConnection(connection);
+    expectNothingToDrive(port);
+    EXPECT_EQ(connection->cameraCount(), 2U);
+    EXPECT_EQ(locked(port.connection()->camera(1))->getName(), "Camera 0-1");
+    EXPECT_EQ(failureText<std::out_of_range>([&] { port.connection()->camera(2); }),
+              "invalid vector<T> subscript");
+    OrvoSim_clearJournal();
+    port.update();
+    EXPECT_THAT(takeJournal("Eth_disconnectCamera"), IsEmpty());
 }
 
-TEST_F(GigECamera, ReleasesWhatAFailedDisconnectLeavesAndZeroAfterAGoodOne)
+TEST_F(GenICamCameras, AreNoneForTheConfiguratorOfTheOtherFamily)
 {
-    {
-        EthCamera stubborn(8);
-        libraries.answers["disconnect 8"] = -9;
-        aikFailure([&] { stubborn.disconnect(); });
-        EthCamera willing(7);
-        willing.disconnect();
-    }
-    EXPECT_THAT(libraries.journal, ElementsAre("disconnect 8", "disconnect 7", "release 0", "release 8"));
-}
-
-TEST_F(GigECamera, HasTheNameOfItsRecord)
-{
-    EXPECT_EQ(camera.getName(), "");
-    std::array<char, 64> record{};
-    std::strcpy(record.data() + 32, "Line camera");
-    libraries.record = record.data();
-    EXPECT_EQ(camera.getName(), "Line camera");
-}
-
-class GenICamCamera : public testing::Test {
-protected:
-    test::CameraLibrariesFake libraries;
-    OgcCamera camera{5};
-};
-
-TEST_F(GenICamCamera, WritesItsParameters)
-{
-    setAll(camera);
-    EXPECT_THAT(libraries.journal, ElementsAre("setBoolean 5 ReverseX 1", "setInteger 5 Width 640",
-                                               "setFloat 5 Gain 2.5", "setString 5 DeviceUserID left"));
-    libraries.answers["setInteger"] = -4;
-    EXPECT_EQ(aikFailure([&] { camera.setIntegerValue("Width", 1); }), "ogc error code: -4");
-}
-
-TEST_F(GenICamCamera, LeavesTheStreamToTheApplet)
-{
-    camera.connect();
-    camera.startAcquisition();
-    camera.setWidth(1);
-    camera.setHeight(1);
-    camera.stopAcquisition();
-    camera.disconnect();
-    EXPECT_THAT(libraries.journal, IsEmpty());
-}
-
-TEST_F(GenICamCamera, HasTheNameOfItsRecord)
-{
-    EXPECT_EQ(camera.getName(), "");
-    OgcCameraInfo record{.first = nullptr, .name = nullptr};
-    libraries.record = &record;
-    EXPECT_EQ(camera.getName(), "");
-    record.name = "Area camera";
-    EXPECT_EQ(camera.getName(), "Area camera");
+    const auto stranger = connected(0);
+    cognex::EthCameraConfigurator configurator;
+    configurator.setCamera(stranger);
+    char val[256] = {};
+    EXPECT_EQ(aikFailure([&] { configurator.getInt(val); }), "No camera is connected");
+    EXPECT_EQ(aikFailure([&] { configurator.executeCommand(); }), "No camera is connected");
 }
 
 }   // namespace
 
-}   // namespace orvo::cognex
+}   // namespace orvo::test

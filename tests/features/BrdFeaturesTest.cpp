@@ -1,4 +1,6 @@
+// No channel has these features: the adapter only offers their kinds.
 #include <array>
+#include <cstring>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,22 +8,23 @@
 #include "features/BrdEnumFeature.h"
 #include "features/BrdProperty.h"
 #include "features/BrdStringFeature.h"
-#include "features/FeatureObserver.h"
 #include "features/addFeature.h"
+#include "tests/brdlib/LoadedApplet.h"
 #include "tests/features/FeatureAccess.h"
 #include "tests/support/Failures.h"
-#include "tests/support/LibraryUse.h"
-#include "tests/support/ParameterFake.h"
 
-namespace orvo::cognex {
+namespace orvo::test {
 
 namespace {
 
-using test::aikFailure;
-using test::bareFailure;
-using test::delivered;
-using test::reading;
+using cognex::BrdEnumFeature;
+using cognex::BrdStringFeature;
 using testing::ElementsAre;
+
+constexpr int32_t kFormat = 5000;
+constexpr int32_t kLabel = 5001;
+const char* const kProperty = "Brd_getParameterProperty";
+const char* const kTable = "Brd_getParameterProperty property=14";
 
 const std::string kEndMark = "\xFF\xFF\xFF\xFF";
 
@@ -29,81 +32,98 @@ std::string entry(int32_t value, const std::string& name)
 {
     std::string bytes(sizeof value, '\0');
     std::memcpy(bytes.data(), &value, sizeof value);
-    return bytes + delivered(name);
+    return bytes + name + '\0';
 }
 
-template <typename Feature>
-class Addressed : public test::Usable<Feature> {
-public:
-    Addressed()
-    {
-        this->setParameterId(test::ParameterFake::kId);
-        this->setDmaIndex(3);
-    }
-};
+/// The next call that meets the pattern hands out these bytes.
+void handOut(const char* call, const std::string& bytes)
+{
+    OrvoSim_answerWith(call, 1, 0, bytes.data(), bytes.size());
+}
 
-class BrdEnumOfThree : public testing::Test {
+/// A board whose DMA 3 has a parameter of each kind.
+class BrdFeatures : public LoadedApplet {
 protected:
-    BrdEnumOfThree()
+    BrdFeatures()
     {
-        offer(entry(10, "Mono8") + entry(-7, "Mono16") + entry(400, "RGB8") + kEndMark);
-        feature.refresh();
-        board.journal.clear();
-    }
-    void offer(const std::string& table)
-    {
-        board.properties[13] = delivered(std::to_string(table.size()));
-        board.properties[14] = table;
+        json applet = Machine::appletOf({Machine::process({Machine::dma(3)})});
+        const auto named = [](int32_t value, const char* name) {
+            return json{{"value", value}, {"name", name}};
+        };
+        applet["parameters"] = {
+            {{"id", kFormat},
+             {"name", "Format"},
+             {"type", 1},
+             {"entries", {named(10, "Mono8"), named(-7, "Mono16"), named(400, "RGB8")}}},
+            {{"id", kLabel}, {"name", "Label"}, {"type", 6}, {"value", "abc"}, {"text", "What it is for"}},
+        };
+        load(applet);
+        address(choice, kFormat);
+        address(text, kLabel);
+        choice.refresh();
+        OrvoSim_clearJournal();
     }
 
-    test::LibraryUse use;
-    test::ParameterFake board;
-    Addressed<BrdEnumFeature> feature;
+    void address(cognex::BrdFeature& feature, int32_t id) const
+    {
+        feature.setBoardHandle(board->applet()->handle());
+        feature.setParameterId(id);
+        feature.setDmaIndex(3);
+    }
+    std::string failureOfRefresh()
+    {
+        return bareFailure([&] { choice.refresh(); });
+    }
+    static void describeFailures()
+    {
+        OrvoSim_answerWith("Brd_getLastErrorDescription", 0, 0, "out of order", sizeof "out of order");
+    }
+
+    Usable<BrdEnumFeature> choice;
+    Usable<BrdStringFeature> text;
 };
 
-TEST_F(BrdEnumOfThree, ListsItsNamesByPositionThoughTheNumbersHaveGaps)
+TEST_F(BrdFeatures, ListTheNamesOfAnEnumerationByPositionThoughTheNumbersHaveGaps)
 {
-    EXPECT_EQ(feature.validEnum(0), "Mono8");
-    EXPECT_EQ(feature.validEnum(1), "Mono16");
-    EXPECT_EQ(feature.validEnum(2), "RGB8");
-    EXPECT_TRUE(feature.hasPosition(2));
+    EXPECT_EQ(choice.validEnum(0), "Mono8");
+    EXPECT_EQ(choice.validEnum(1), "Mono16");
+    EXPECT_EQ(choice.validEnum(2), "RGB8");
+    EXPECT_TRUE(choice.hasPosition(2));
     for (const int32_t position : {-1, 3, 10}) {
-        EXPECT_FALSE(feature.hasPosition(position));
-        EXPECT_EQ(bareFailure([&] { feature.validEnum(position); }), "Invalid enum index!");
+        EXPECT_FALSE(choice.hasPosition(position));
+        EXPECT_EQ(bareFailure([&] { choice.validEnum(position); }), "Invalid enum index!");
     }
 }
 
-TEST_F(BrdEnumOfThree, ReadsTheNameOfTheLibrarysNumber)
-{
-    board.properties[0] = delivered("-7");
-    EXPECT_EQ(reading(feature), "Mono16");
-    board.properties[0] = delivered("11");
-    EXPECT_EQ(bareFailure([&] { reading(feature); }),
-              "The parameter has a value that can not be mapped on a enum entry.");
-    board.refused[0] = -5;
-    EXPECT_EQ(bareFailure([&] { reading(feature); }), "out of order");
-    board.description = nullptr;
-    EXPECT_EQ(bareFailure([&] { reading(feature); }), "");
-}
-
-TEST_F(BrdEnumOfThree, WritesTheNumberOfANameAndTellsItsObserversOnce)
+TEST_F(BrdFeatures, ReadAndWriteAnEnumerationByName)
 {
     int told = 0;
-    const auto observer = observe(feature, [&] { ++told; });
-    feature.write("RGB8");
+    const auto observer = cognex::observe(choice, [&] { ++told; });
+    choice.write("Mono16");
     EXPECT_EQ(told, 1);
-    EXPECT_EQ(bareFailure([&] { feature.write("rgb8"); }), "Invalid enum key!");
-    EXPECT_THAT(board.journal, ElementsAre("set 7 of dma 3: 400"));
-    board.writeAnswer = -5;
-    EXPECT_EQ(bareFailure([&] { feature.write("RGB8"); }), "out of order");
+    EXPECT_EQ(reading(choice), "Mono16");
+    EXPECT_EQ(bareFailure([&] { choice.write("mono16"); }), "Invalid enum key!");
+    EXPECT_THAT(takeJournal("Brd_setParameter"),
+                ElementsAre("Brd_setParameter board=0 id=5000 value=-7 dma=3 -> 0"));
+    handOut("Brd_getParameterProperty property=0", std::string("11", 3));
+    EXPECT_EQ(bareFailure([&] { reading(choice); }),
+              "The parameter has a value that can not be mapped on a enum entry.");
+
+    OrvoSim_answer("Brd_getLastErrorDescription", 1, 0);
+    describeFailures();
+    OrvoSim_answer("Brd_setParameter", 0, -5);
+    OrvoSim_answer(kProperty, 0, -5);
+    EXPECT_EQ(bareFailure([&] { choice.write("RGB8"); }), "");   // the library has no words for it
+    EXPECT_EQ(bareFailure([&] { choice.write("RGB8"); }), "out of order");
+    EXPECT_EQ(bareFailure([&] { reading(choice); }), "out of order");
+    EXPECT_EQ(bareFailure([&] { text.write("right"); }), "out of order");
     EXPECT_EQ(told, 1);
 }
 
-TEST_F(BrdEnumOfThree, KeepsItsEntriesOverABrokenTable)
+TEST_F(BrdFeatures, KeepTheirEntriesOverABrokenTable)
 {
     const std::string kNoName = entry(1, "A").substr(0, 4);
     const std::string kTables[] = {
-        "",                                   // no entry
         kEndMark,                             // the first one counts, and has no name
         kNoName,                              // ends before the name
         entry(1, "A").substr(0, 5),           // ends within the name
@@ -112,87 +132,66 @@ TEST_F(BrdEnumOfThree, KeepsItsEntriesOverABrokenTable)
         entry(1, "A") + kNoName + kEndMark.substr(1) + "B",
     };
     for (const std::string& table : kTables) {
-        offer(table);
-        EXPECT_EQ(bareFailure([&] { feature.refresh(); }), "Invalid enum table")
-            << testing::PrintToString(table);
+        handOut(kTable, table);
+        EXPECT_EQ(failureOfRefresh(), "Invalid enum table") << testing::PrintToString(table);
     }
-    board.properties[13] = delivered("-4");
-    EXPECT_EQ(bareFailure([&] { feature.refresh(); }), "Invalid enum table");
-    board.properties[13] = delivered("many");
-    EXPECT_EQ(bareFailure([&] { feature.refresh(); }), "Cannot parse char array to number value");
-    board.refused[13] = -5;
-    EXPECT_EQ(bareFailure([&] { feature.refresh(); }), "out of order");
-    EXPECT_EQ(feature.validEnum(2), "RGB8");
+    const std::pair<const char*, const char*> kSizes[] = {
+        {"0", "Invalid enum table"},
+        {"-4", "Invalid enum table"},
+        {"many", "Cannot parse char array to number value"},
+    };
+    for (const auto& [size, failure] : kSizes) {
+        handOut("Brd_getParameterProperty property=13", std::string(size) + '\0');
+        EXPECT_EQ(failureOfRefresh(), failure) << size;
+    }
+    describeFailures();
+    OrvoSim_answer(kTable, 1, -5);
+    EXPECT_EQ(failureOfRefresh(), "out of order");
+    OrvoSim_answer(kProperty, 1, -5);
+    EXPECT_EQ(failureOfRefresh(), "out of order");
+    EXPECT_EQ(choice.validEnum(2), "RGB8");
 }
 
-TEST_F(BrdEnumOfThree, TakesANewTableWhole)
+TEST_F(BrdFeatures, TakeANewTableWhole)
 {
-    // The size may be more than what comes, and the first entry counts whatever its number is.
-    offer(entry(-1, "Only") + kEndMark);
-    board.properties[13] = delivered("64");
-    feature.refresh();
-    EXPECT_EQ(feature.validEnum(0), "Only");
-    EXPECT_FALSE(feature.hasPosition(1));
-    EXPECT_EQ(bareFailure([&] { feature.write("Mono8"); }), "Invalid enum key!");
-    board.properties[0] = delivered("-1");
-    EXPECT_EQ(reading(feature), "Only");
+    // Less than its size tells, up to the end mark, and the first entry counts whatever its number is.
+    handOut(kTable, entry(-1, "Only") + kEndMark + "rest");
+    choice.refresh();
+    EXPECT_EQ(choice.validEnum(0), "Only");
+    EXPECT_FALSE(choice.hasPosition(1));
+    EXPECT_EQ(bareFailure([&] { choice.write("Mono8"); }), "Invalid enum key!");
+    handOut("Brd_getParameterProperty property=0", std::string("-1", 3));
+    EXPECT_EQ(reading(choice), "Only");
 }
 
-class BrdString : public testing::Test {
-protected:
-    BrdString() { board.holdsText = true; }
-
-    test::LibraryUse use;
-    test::ParameterFake board;
-    Addressed<BrdStringFeature> feature;
-};
-
-TEST_F(BrdString, CopiesWhatTheLibraryCountsAndNothingBehindIt)
+TEST_F(BrdFeatures, CopyAndWriteTextsAsTheyAre)
 {
     std::array<char, 8> val{"1234567"};
-    board.properties[0] = delivered("abc");
-    feature.read(val.data());
+    text.read(val.data());   // as many bytes as the library counts, and none behind them
     EXPECT_EQ(std::string(val.data(), 7), std::string("abc\0"
                                                       "567",
                                                       7));
-}
-
-TEST_F(BrdString, SaysNothingOfARefusedReadAndLeavesTheTextAlone)
-{
-    std::array<char, 8> val{"1234567"};
-    board.refused[0] = -5;
-    feature.read(val.data());
-    EXPECT_STREQ(val.data(), "1234567");
-}
-
-TEST_F(BrdString, WritesTheTextItself)
-{
-    feature.write("lamp on");
-    EXPECT_THAT(board.journal, ElementsAre("set 7 of dma 3: lamp on"));
-    board.writeAnswer = -5;
-    EXPECT_EQ(bareFailure([&] { feature.write("lamp on"); }), "out of order");
-    EXPECT_EQ(bareFailure([&] { feature.execute(); }),
+    text.write("lamp on");
+    EXPECT_THAT(takeJournal("Brd_setParameter"),
+                ElementsAre("Brd_setParameter board=0 id=5001 value=\"lamp on\" dma=3 -> 0"));
+    EXPECT_EQ(bareFailure([&] { text.execute(); }),
               "Execute function is not implemented for string feature.");
+    OrvoSim_answer(kProperty, 0, -5);
+    text.read(val.data());
+    EXPECT_STREQ(val.data(), "abc");
 }
 
-TEST(BrdProperty, TellsEnumerationsAndTextsApart)
+TEST_F(BrdFeatures, TellEnumerationsAndTextsApart)
 {
-    test::ParameterFake board;
-    const auto isOne = [] { return isEnumeration(nullptr, test::ParameterFake::kId); };
-    board.properties[13] = delivered("12");
-    EXPECT_TRUE(isOne());
-    board.properties[13] = delivered("0");
-    EXPECT_FALSE(isOne());
-    board.refused[13] = -5;
-    EXPECT_FALSE(isOne());
-
-    const auto text = [] { return parameterText(nullptr, test::ParameterFake::kId); };
-    board.properties[3] = delivered("Width of the image");
-    EXPECT_EQ(text(), "Width of the image");
-    board.refused[3] = -5;
-    EXPECT_EQ(aikFailure(text), "brd error code: -5");
+    void* const handle = board->applet()->handle();
+    EXPECT_TRUE(cognex::isEnumeration(handle, kFormat));
+    EXPECT_FALSE(cognex::isEnumeration(handle, kLabel));
+    EXPECT_EQ(cognex::parameterText(handle, kLabel), "What it is for");
+    OrvoSim_answer(kProperty, 0, -5);
+    EXPECT_FALSE(cognex::isEnumeration(handle, kFormat));
+    EXPECT_EQ(aikFailure([&] { cognex::parameterText(handle, kLabel); }), "brd error code: -5");
 }
 
 }   // namespace
 
-}   // namespace orvo::cognex
+}   // namespace orvo::test
