@@ -32,10 +32,7 @@ TEST(Transformations, CopyTheBlockOrMakeThreePlanesOfItsPixelsInReverseOrder)
     EXPECT_EQ(transformed<RGB8PackedToPlanar>("ab"), "#####");
     EXPECT_EQ(transformed<RGB8PackedToPlanar>("abc"), "cba###");
     EXPECT_EQ(transformed<RGB8PackedToPlanar>("abcdefghij"), "cfibehadg####");
-}
 
-TEST(Transformations, AskToComeAgainForABlockThatHasGone)
-{
     const std::string gone = "No image arrived within the given timeout.";
     EXPECT_EQ(orvo::test::pending([] { NoTransformation().transform(nullptr, {}); }), gone);
     EXPECT_EQ(orvo::test::pending([] { RGB8PackedToPlanar().transform(nullptr, {}); }), gone);

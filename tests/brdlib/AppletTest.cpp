@@ -36,16 +36,6 @@ TEST(Loaders, RefuseAPathThatIsNotOfTheirKind)
               "Given path does not refer an mcf file!");
 }
 
-// All that a channel uses outlives it, so that no host sees these.
-TEST(Objects, SayWhatTheyWereOnceTheyHaveGone)
-{
-    EXPECT_EQ(aikFailure([] { locked(std::weak_ptr<BoardWrapper>()); }), "No board is connected");
-    EXPECT_EQ(aikFailure([] { locked(std::weak_ptr<AppletWrapper>()); }), "No applet is loaded!");
-    EXPECT_EQ(aikFailure([] { locked(std::weak_ptr<AppletProcess>()); }), "No applet is loaded!");
-    EXPECT_EQ(aikFailure([] { locked(std::weak_ptr<DmaPort>()); }), "No dma port is connected");
-    EXPECT_EQ(aikFailure([] { DllLoader::create("dll", {})->load(); }), "No board is connected");
-}
-
 TEST_F(Applet, TellsNothingOfABoardThatTellsNothing)
 {
     load(Machine::appletOf({twoDmas()}));
@@ -53,55 +43,6 @@ TEST_F(Applet, TellsNothingOfABoardThatTellsNothing)
     EXPECT_EQ(board->boardName(), "");
     OrvoSim_answer("Brd_getSystemInformation code=1012", 1, -1);
     EXPECT_EQ(board->boardText(), "");
-}
-
-TEST_F(Applet, HasTheCountsAndNumbersOfTheBoard)
-{
-    json described = twoDmas();
-    described["cameraPorts"] = {2, 3, 5};
-    load(Machine::appletOf({described}));
-    EXPECT_EQ(process().dmaCount(), 2u);
-    EXPECT_EQ(process().dmaId(1), 7u);
-    EXPECT_EQ(process().camPortCount(), 3u);
-    EXPECT_EQ(process().camIndex(2), 5u);
-
-    EXPECT_EQ(locked(process().dmaPortAt(1))->dmaIndex(), 7);
-    EXPECT_EQ(process().dmaPortById(7).lock(), process().dmaPortAt(1).lock());
-    EXPECT_TRUE(process().dmaPortAt(2).expired());
-    EXPECT_TRUE(process().dmaPortAt(-1).expired());
-    EXPECT_TRUE(process().dmaPortById(1).expired());
-}
-
-// Who builds processes and ports leaves out those that fail, and says nothing.
-TEST_F(Applet, SaysWhatTheBoardDoesNotTell)
-{
-    load(Machine::appletOf({twoDmas()}));
-    OrvoSim_answer("Brd_getParameterWithType", 0, -1);
-    EXPECT_EQ(bareFailure([&] { process().dmaCount(); }), "Cannot get the number of dma ports");
-    EXPECT_EQ(bareFailure([&] { process().camPortCount(); }), "Cannot get the number of cam ports");
-    OrvoSim_answer("Brd_getParameter id=3090", 0, -1);
-    EXPECT_EQ(bareFailure([&] { process().camIndex(1); }), "Cannot get cam index");
-
-    const int32_t negative = -3;
-    OrvoSim_answerWith("Brd_getParameter id=3080", 1, -1, &negative, sizeof negative);
-    EXPECT_EQ(bareFailure([&] { process().dmaId(1); }), "Cannot get dma id");
-    OrvoSim_answer("Brd_getParameter id=3080", 1, -1);
-    EXPECT_EQ(process().dmaId(1), 1u);   // the position, by an applet without numbers
-    OrvoSim_answerWith("Brd_getParameter id=3080", 1, 0, &negative, sizeof negative);
-    EXPECT_EQ(process().dmaId(1), static_cast<uint32_t>(negative));
-}
-
-// As above: the counts that are had are shown with a host.
-TEST_F(Applet, OfAnOldKindSaysWhyItsFileDoesNotTellItsDmas)
-{
-    json applet = Machine::appletOf({twoDmas(), {{"dmas", 1}}});
-    applet["lacks"] = {3050};
-    applet["info"] = 2;
-    load(applet);
-    EXPECT_EQ(process().dmaCount(), 2u);
-    EXPECT_EQ(board->applet()->processes().at(1)->dmaCount(), 0u);
-    OrvoSim_answerWith("Brd_getSystemInformation code=1300", 1, 0, "nowhere", 8);
-    EXPECT_EQ(aikFailure([&] { process().dmaCount(); }), "Applet dll can not be loaded.");
 }
 
 TEST_F(Applet, WithoutDmasStopsAndDoesNotStart)   // and has no channel by which a host could try
@@ -119,6 +60,8 @@ TEST_F(Applet, StopsStartingAtTheFirstDmaThatFails)
     OrvoSim_answer("Brd_AcquireEx dma=7", 1, -9);
     EXPECT_EQ(aikFailure([&] { process().start(); }), "brd error code: -9");
     EXPECT_TRUE(locked(process().dmaPortAt(0))->isRunning());
+    EXPECT_FALSE(locked(process().dmaPortById(7))->isRunning());
+    EXPECT_TRUE(process().dmaPortById(1).expired());
     EXPECT_EQ(aikFailure([&] { process().stop(); }), "Acquisition is not running");
     EXPECT_FALSE(locked(process().dmaPortAt(0))->isRunning());
 }

@@ -3,16 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "features/CommandFeature.h"
-#include "features/ProxyFeature.h"
 #include "features/StringFeature.h"
 #include "features/addFeature.h"
 #include "tests/features/FeatureAccess.h"
-#include "tests/support/Failures.h"
 
 using namespace orvo::cognex;
-using orvo::test::aikFailure;
-using orvo::test::bareFailure;
 using orvo::test::reading;
 using testing::ElementsAre;
 
@@ -40,24 +35,6 @@ protected:
     FeatureContainer container;
 };
 
-// No channel has proxies or commands yet, so these texts reach no host.
-TEST_F(Container, SaysWhatTheHostWasDoingForAFailureOfOurOwnKindOnly)
-{
-    addFeature<ProxyFeature>(container, "Proxy", "", kReadWrite);
-    const std::string why = "(This function is not implemented.)";
-    EXPECT_EQ(aikFailure([&] { reading(container, "Proxy"); }), "Feature could not be read. " + why);
-    EXPECT_EQ(aikFailure([&] { container.write("Proxy", ""); }), "Feature could not be written. " + why);
-    EXPECT_EQ(aikFailure([&] { container.execute("Proxy"); }), "Command could not be executed. " + why);
-    EXPECT_EQ(aikFailure([&] { container.validEnum("Proxy", 0); }), "Feature is not a valid enum type.");
-
-    addFeature<CommandFeature>(container, "Command", "", kReadWrite);
-    EXPECT_EQ(bareFailure([&] { reading(container, "Command"); }),
-              "Read function is not implemented for command feature.");
-    EXPECT_EQ(bareFailure([&] { container.write("Command", ""); }),
-              "Write function is not implemented for command feature.");
-    EXPECT_EQ(bareFailure([&] { container.execute("Command"); }), "No function is defined for the command.");
-}
-
 TEST_F(Container, GivesTheNumberOfASecondFeatureOfANameToTheNextNewName)
 {
     addText(container, "A", "older");
@@ -67,13 +44,9 @@ TEST_F(Container, GivesTheNumberOfASecondFeatureOfANameToTheNextNewName)
     addText(container, "C", "");
     EXPECT_THAT(list(), ElementsAre("A: older", "B: ", "C: "));
     EXPECT_EQ(reading(container, "A"), "newer");
-}
-
-TEST_F(Container, KeepsAFeatureUnderTheNameThatItHadWhenItCame)
-{
-    addText(container, "A", "value")->setName("B");
-    EXPECT_EQ(reading(container, "A"), "value");
-    EXPECT_EQ(container.nameAt(0), "B");
+    container.featureAt(1)->setName("D");   // found by the name that it had when it came
+    EXPECT_EQ(container.nameAt(1), "D");
+    EXPECT_EQ(reading(container, "B"), "");
 }
 
 TEST_F(Container, MergesWhatTheOtherHasNowAndKeepsItAlive)

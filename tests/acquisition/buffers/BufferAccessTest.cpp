@@ -1,7 +1,6 @@
 #include "acquisition/buffers/BufferAccess.h"
 
 #include <functional>
-#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,22 +23,6 @@ protected:
     }
 };
 
-TEST_F(Moves, LeadABufferRound)
-{
-    ringOf(3);
-    publish({1});
-    EXPECT_THAT(free(), ElementsAre(0, 2));
-    EXPECT_THAT(ready(), ElementsAre(1));
-    coordinator->lock()->takeOldestReady();
-    EXPECT_THAT(ready(), IsEmpty());
-    EXPECT_EQ(current(), 1);
-    EXPECT_THAT(givenBack, IsEmpty());
-    coordinator->lock()->releaseCurrent();
-    EXPECT_THAT(free(), ElementsAre(0, 2, 1));
-    EXPECT_EQ(current(), -1);
-    EXPECT_THAT(givenBack, ElementsAre(1));
-}
-
 TEST_F(Moves, TellTheBoardBeforeTheQueueOfReadyBuffersOnly)
 {
     ringOf(1);
@@ -50,20 +33,6 @@ TEST_F(Moves, TellTheBoardBeforeTheQueueOfReadyBuffersOnly)
     coordinator->lock()->takeOldestReady();
     coordinator->lock()->releaseCurrent();
     EXPECT_FALSE(wasToldBeforeTheQueue);
-}
-
-TEST_F(Moves, RecycleTheOldestOrAllOldestFirst)
-{
-    ringOf(4);
-    publish({2, 0, 3, 3});   // once more what is not free
-    EXPECT_THAT(ready(), ElementsAre(2, 0, 3, 3));
-    coordinator->lock()->recycleOldestReady();
-    EXPECT_THAT(free(), ElementsAre(1, 2));
-    coordinator->lock()->recycleAllReady();
-    coordinator->lock()->recycleAllReady();
-    EXPECT_THAT(ready(), IsEmpty());
-    EXPECT_THAT(free(), ElementsAre(1, 2, 0, 3, 3));
-    EXPECT_THAT(givenBack, ElementsAre(2, 0, 3, 3));
 }
 
 TEST_F(Moves, DropEntriesOfBuffersThatHaveGone)
@@ -102,27 +71,6 @@ TEST_F(Moves, AreNotForWhoComesTooLateForTheLock)
     const test::LockHolder holder(*coordinator);
     EXPECT_FALSE(coordinator->tryLockUntil(now() + Ticks(1))->holdsLock());
     EXPECT_FALSE(coordinator->tryLockUntil(Ticks::min())->holdsLock());   // the first one took nothing away
-}
-
-TEST_F(Moves, OfAPublishWakeAWaiter)
-{
-    ringOf(1);
-    const Ticks deadline = now() + kGenerous;
-    const auto access = coordinator->lock();
-    std::thread callback([this] { publish({0}); });   // gets the lock while we wait, and not before
-    while (access->readyQueue()->isEmpty() && now() < deadline)
-        access->waitUntil(deadline);
-    EXPECT_FALSE(access->readyQueue()->isEmpty());
-    EXPECT_LT(now(), deadline);
-    callback.join();
-}
-
-TEST_F(Moves, AreWaitedForUntilTheDeadline)
-{
-    const auto access = coordinator->lock();
-    access->waitUntil(Ticks::min());
-    access->waitUntil(now() + Ticks(1));
-    EXPECT_TRUE(access->holdsLock());
 }
 
 TEST(Ticks, StayWithinWhatTheyCanHold)
