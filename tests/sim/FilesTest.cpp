@@ -16,7 +16,10 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-using Files = SimulatedBoards;
+class Files : public SimulatedBoards {
+protected:
+    std::string pathOf(const char* name) const { return (machine.folder() / name).string(); }
+};
 
 std::vector<int32_t> boardTypes()
 {
@@ -24,21 +27,6 @@ std::vector<int32_t> boardTypes()
     for (int32_t i = -1; i < 9; ++i)
         types.push_back(Brd_getBoardType(i));
     return types;
-}
-
-TEST_F(Files, NeedNotBeThereForTwoBoardsAndThreeChannels)
-{
-    describeNothing();
-    EXPECT_EQ(std::vector<int32_t>(10, -1), boardTypes()) << "no life, no boards";
-    beginLife();
-    EXPECT_EQ((std::vector<int32_t>{-1, 2897, 1872, -1, -1, -1, -1, -1, -1, -1}), boardTypes());
-
-    void* const first = open(0, "{}");
-    void* const second = open(1, "{}");
-    EXPECT_EQ(2u, parameter(first, 3050));
-    EXPECT_EQ(1u, parameter(second, 3050));
-    EXPECT_EQ(3u, parameter(first, 700));
-    EXPECT_EQ(2u, parameter(second, 700)) << "three bytes a pixel";
 }
 
 TEST_F(Files, SayWhichBoardsThereAreForEachLifeAnew)
@@ -84,19 +72,27 @@ TEST_F(Files, OfBoardsThatAreWrongLetEveryBoardFailWithWhatAndWhere)
         {R"({"boards": [{"index": 1, "type": 1, "faults": {"dropEvery": -1}}]})",
          "boards[0].faults.dropEvery: must be"},
         {R"({"boards": [], "script": [{"call": "Brd_AddMem"}]})", "script[0]: must have either"},
+        {R"({"boards": [{"index": 1, "type": 2897, "cameras": [{"port": 1}, {"port": 1}]}]})",
+         "boards[0].cameras[1].port: another camera stands behind port 1"},
+        {R"({"boards": [{"index": 1, "type": 2897, "cameras": [{"port": 1, "parameters": {"Weight": 1}}]}]})",
+         "boards[0].cameras[0].parameters.Weight: a camera has no parameter of that name"},
+        {R"({"boards": [{"index": 1, "type": 2897, "cameras": [{"port": 1, "parameters": {"Gain": 99}}]}]})",
+         "range"},
+        {R"({"boards": [{"index": 1, "type": 2897, "cameras": [{"port": 1, "parameters": {"Width": "wide"}}]}]})",
+         "whole number"},
     };
     for (const auto& [content, problem] : cases) {
         describeBoards(content);
         EXPECT_FALSE(open(0, "{}"));
         EXPECT_EQ(2897, Brd_getBoardType(0)) << "the built-in boards stand in";
         EXPECT_THAT(lastError(), HasSubstr(problem));
-        EXPECT_THAT(lastError(), StartsWith(folder.path("boards.json")));
+        EXPECT_THAT(lastError(), StartsWith(pathOf("boards.json")));
         EXPECT_FALSE(Brd_InitConfigEx("unused", 1, 0));
         EXPECT_THAT(lastError(), HasSubstr(problem)) << "and so for each of them";
         EXPECT_GT(0, Brd_getLastErrorNumber(nullptr));
         endLife();
     }
-    os::setEnvironmentVariable("ORVO_SIM_BOARDS", folder.path());
+    os::setEnvironmentVariable("ORVO_SIM_BOARDS", machine.folder().string());
     EXPECT_FALSE(open(0, "{}"));
     EXPECT_THAT(lastError(), EndsWith("cannot be read"));
 }
@@ -125,15 +121,15 @@ TEST_F(Files, OfAppletsThatAreWrongFailWithWhatAndWhereAndCanBeTriedAgain)
         {R"({"source": {"folder": "broken"}})", "is no PNG, JPEG, PGM or PPM picture"},
         {R"({"source": {"folder": "broken", "fit": "squeeze"}})", "source.fit: must be"},
     };
-    folder.write("broken/a.png", "not a picture");
+    machine.file("broken/a.png", "not a picture");
     for (const auto& [content, problem] : cases) {
         EXPECT_FALSE(open(0, content));
         EXPECT_THAT(lastError(), HasSubstr(problem));
-        EXPECT_THAT(lastError(), StartsWith(folder.path("applet0.hap")));
+        EXPECT_THAT(lastError(), StartsWith(pathOf("applet0.hap")));
     }
     EXPECT_TRUE(open(0, "{}"));
     EXPECT_FALSE(Brd_InitEx(nullptr, 1, 0));
-    EXPECT_FALSE(Brd_InitEx(folder.path("none").c_str(), 1, 0));
+    EXPECT_FALSE(Brd_InitEx(pathOf("none").c_str(), 1, 0));
     EXPECT_THAT(lastError(), EndsWith("none: cannot be read"));
     EXPECT_FALSE(open(5, "{}"));
     EXPECT_EQ("There is no board of index 5", lastError());

@@ -1,4 +1,3 @@
-#include <array>
 #include <cstdint>
 #include <string>
 
@@ -17,16 +16,6 @@ using ::testing::StartsWith;
 /// The parameters that an applet file describes.
 class Parameters : public SimulatedBoards {
 protected:
-    int32_t idOf(void* board, const char* name) { return Brd_getParameterIdByName(board, name); }
-
-    std::string propertyOf(void* board, int32_t id, int32_t code, uint32_t dma)
-    {
-        std::array<char, 256> text{};
-        int32_t length = text.size();
-        EXPECT_EQ(0, Brd_getParameterPropertyEx(board, id, code, dma, text.data(), &length));
-        return {text.data(), static_cast<size_t>(length) - 1};
-    }
-
     template <typename Value>
     int32_t write(void* board, int32_t id, Value value, int32_t type, uint32_t dma = 0)
     {
@@ -34,70 +23,35 @@ protected:
     }
 };
 
-constexpr const char* kTable = R"({"parameters": [
-    {"id": 5001, "name": "A", "type": 1, "value": -7, "least": -10, "most": 100, "text": "about A"},
-    {"id": 5002, "name": "B", "type": 2, "value": 4294967295},
-    {"id": 5003, "name": "C", "type": 3, "value": -9223372036854775808},
-    {"id": 5004, "name": "D", "type": 4, "value": 18446744073709551615},
-    {"id": 5005, "name": "E", "type": 5, "value": 0.1, "least": -1.5, "most": 1.5},
-    {"id": 5006, "name": "F", "type": 6, "value": "six"},
-    {"id": 5007, "name": "G", "type": 7, "least": 7},
-    {"id": 5008, "name": "H", "type": 2, "entries": [{"value": 3, "name": "Fast"}, {"value": 70000, "name": "Slow"}]},
-    {"id": 5009, "name": "I", "type": 1, "value": 9, "writeable": false}]})";
-
-TEST_F(Parameters, AnswerByNameAndPropertyAsTheFileSays)
+TEST_F(Parameters, RefuseWhatTheirTypeRangeOrAccessForbidsAndSayWhy)
 {
-    void* const board = open(0, kTable);
-    const char* const values[] = {
-        "-7", "4294967295", "-9223372036854775808", "18446744073709551615", "0.1", "six", "7", "3"};
-    int32_t type = 0;
-    for (const char* const value : values) {
-        const char name[] = {static_cast<char>('A' + type), '\0'};
-        const int32_t id = idOf(board, name);
-        ++type;
-        EXPECT_EQ(5000 + type, id);
-        EXPECT_EQ(value, propertyOf(board, id, 0, 1)) << name;
-        EXPECT_EQ(std::to_string(type == 8 ? 2 : type), property(board, id, 1)) << name;
-    }
-    EXPECT_GT(0, idOf(board, "a"));
-    EXPECT_EQ("about A", property(board, 5001, 3));
-    EXPECT_EQ("B", property(board, 5002, 3));
-    EXPECT_EQ("0", property(board, 5001, 13)) << "no enumeration";
-    const std::string packed("\3\0\0\0Fast\0\x70\x11\1\0Slow\0\xFF\xFF\xFF\xFF", 22);
-    EXPECT_EQ(std::to_string(packed.size()), property(board, 5008, 13));
-    EXPECT_EQ(packed, propertyOf(board, 5008, 14, 0) + '\xFF');
-}
-
-TEST_F(Parameters, TakeWhatTheirTypeAndRangeAllowForEachDma)
-{
-    void* const board = open(0, kTable);
-    EXPECT_EQ(0, write(board, 5001, int32_t{100}, 1, 1));
-    EXPECT_EQ("100", propertyOf(board, 5001, 0, 1));
-    EXPECT_EQ("-7", property(board, 5001, 0)) << "of the first DMA";
+    void* const board = open(0, R"({"parameters": [
+        {"id": 5001, "name": "A", "type": 1, "value": -7, "least": -10, "most": 100},
+        {"id": 5003, "name": "C", "type": 3, "value": -9223372036854775808},
+        {"id": 5005, "name": "E", "type": 5, "value": 0.1, "least": -1.5, "most": 1.5},
+        {"id": 5006, "name": "F", "type": 6, "value": "six"},
+        {"id": 5007, "name": "G", "type": 7, "least": 7},
+        {"id": 5008, "name": "H", "type": 2, "entries": [{"value": 3, "name": "Fast"}]},
+        {"id": 5009, "name": "I", "type": 1, "value": 9, "writeable": false}]})");
+    EXPECT_EQ("-9223372036854775808", property(board, 5003, 0));
+    EXPECT_EQ("7", property(board, 5007, 0)) << "what is nearest to 0";
     EXPECT_EQ(0, write(board, 5007, uint64_t{1} << 63, 4));
     EXPECT_EQ("9223372036854775808", property(board, 5007, 0));
-    EXPECT_EQ(0, write(board, 5008, uint32_t{70'000}, 2));
-    EXPECT_EQ(0, write(board, 5001, 5.0, 5)) << "a double that is a number of the parameter's type";
-    EXPECT_EQ(0, Brd_setParameter(board, 5006, "seven", 0));
-    EXPECT_EQ("seven", property(board, 5006, 0));
 
     const auto isRefused = [&](int32_t status, const char* problem) {
         EXPECT_GT(0, status);
         EXPECT_EQ(status, Brd_getLastErrorNumber(board));
         EXPECT_THAT(lastError(board), HasSubstr(problem));
     };
-    isRefused(write(board, 5001, int32_t{101}, 1), "A can't be 101");
-    isRefused(write(board, 5001, 2.5, 5), "2.5");
+    isRefused(write(board, 5001, int32_t{-11}, 1), "A can't be -11");
     isRefused(write(board, 5001, int64_t{1}, 3), "A is of the type 1 and can't be written as one of 3");
     isRefused(write(board, 5006, int32_t{1}, 1), "F is of the type 6");
-    isRefused(write(board, 5006, 1.0, 5), "F is of the type 6");
-    isRefused(write(board, 5005, int64_t{1}, 3), "E is of the type 5");
     isRefused(write(board, 5005, 1.6, 5), "E can't be 1.6");
     isRefused(write(board, 5008, uint32_t{4}, 2), "H can't be 4");
     isRefused(write(board, 5009, int32_t{9}, 1), "I can't be written");
     isRefused(write(board, 5001, int32_t{1}, 8), "There is no data type 8");
     isRefused(write(board, 5001, int32_t{1}, 1, 7), "The applet has no DMA 7");
-    EXPECT_EQ("5", property(board, 5001, 0));
+    EXPECT_EQ("-7", property(board, 5001, 0));
 }
 
 TEST_F(Parameters, ThatAreWrongFailTheAppletWithWhatAndWhere)
@@ -131,7 +85,8 @@ TEST_F(Parameters, ThatAreWrongFailTheAppletWithWhatAndWhere)
     for (const auto& [members, problem] : cases) {
         EXPECT_FALSE(open(0, R"({"parameters": [{"id": 9, "name": "N", "type": 1}, {)" +
                                  std::string(members) + "}]}"));
-        EXPECT_THAT(lastError(), StartsWith(folder.path("applet0.hap") + ": parameters[1].")) << members;
+        EXPECT_THAT(lastError(), StartsWith((machine.folder() / "applet0.hap").string() + ": parameters[1]."))
+            << members;
         EXPECT_THAT(lastError(), HasSubstr(problem)) << members;
     }
 }

@@ -109,10 +109,10 @@ class PlayedFolder : public Pictures {
 protected:
     PlayedFolder()
     {
-        folder.write("film/b.PGM", std::string("P5 2 2 255\n") + "\x01\x02\x03\xFF");
-        stbi_write_png(folder.path("film/a.png").c_str(), 2, 2, 3, "abcdefghijkl", 6);
-        folder.write("film/c.pgm", std::string("P5 2 2 65535\n\x12\x34\x00\x01\xFF\xFF\x80\x00", 21));
-        folder.write("film/notes.txt", "no picture");
+        machine.file("film/b.PGM", std::string("P5 2 2 255\n") + "\x01\x02\x03\xFF");
+        stbi_write_png((machine.folder() / "film" / "a.png").string().c_str(), 2, 2, 3, "abcdefghijkl", 6);
+        machine.file("film/c.pgm", std::string("P5 2 2 65535\n\x12\x34\x00\x01\xFF\xFF\x80\x00", 21));
+        machine.file("film/notes.txt", "no picture");
     }
 };
 
@@ -139,7 +139,7 @@ TEST_F(PlayedFolder, IsCutToTheGeometryOrStretchedToIt)
     EXPECT_EQ((Bytes{0x01, 0x02, 0, 0x03, 0xFF, 0, 0, 0, 0}),
               pictures(cut + R"("width": 3, "height": 3)", 2, 9)[1]);
 
-    folder.write("flat/a.pgm", "P5 2 1 255 dd");
+    machine.file("flat/a.pgm", "P5 2 1 255 dd");
     EXPECT_EQ(Bytes(30, 0x64),
               pictures(R"("source": {"folder": "flat"}, "format": 3, "width": 6, "height": 5)", 1, 30)[0]);
 

@@ -1,4 +1,3 @@
-#include <limits>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -11,8 +10,6 @@ namespace orvo::test {
 namespace {
 
 using Numbers = std::vector<int64_t>;
-
-constexpr uint64_t kGiB = uint64_t{1} << 30;
 
 /// A board whose pictures come when the test says so, with a ring of three blocks.
 class HandDrivenRing : public SimulatedBoards {
@@ -110,34 +107,11 @@ TEST_F(HandDrivenRing, DoesNotChangeWhileItIsUsed)
     EXPECT_EQ("This is no memory head of the board", lastError(board));
 }
 
-TEST_F(HandDrivenRing, ForgivesWhatHasNoEffect)
-{
-    EXPECT_EQ(0, ring.giveBack(0)) << "a free block";
-    EXPECT_GT(0, ring.giveBack(3)) << "no block";
-    EXPECT_EQ(0, ring.stop());
-    EXPECT_EQ(0, ring.stop());
-    EXPECT_EQ(ORVO_SIM_NOT_RUNNING, deliver(1));
-    EXPECT_EQ(ORVO_SIM_NOT_RUNNING, OrvoSim_deliver(0, 77, 1));
-    EXPECT_EQ(ORVO_SIM_NOT_RUNNING, OrvoSim_deliver(7, 0, 1));
-}
-
 /// A ring that the test builds itself.
 class BareBoard : public SimulatedBoards {
 protected:
     void* const board = open(0, R"({"width": 16, "height": 4})");
 };
-
-TEST_F(BareBoard, MakesHeadsUpToSixtyFourGibibytes)
-{
-    EXPECT_TRUE(Brd_AllocMemHead(board, 0, 0));
-    EXPECT_TRUE(Brd_AllocMemHead(board, 64 * kGiB, 5));
-    EXPECT_FALSE(Brd_AllocMemHead(board, 64 * kGiB + 1, 5));
-    EXPECT_EQ("A ring of 68719476737 bytes is above 64 GiB", lastError(board));
-    EXPECT_FALSE(Brd_AllocMemHead(board, static_cast<uint64_t>(int64_t{-5}), 5));
-    EXPECT_FALSE(Brd_AllocMemHead(board, 10, -1));
-    EXPECT_GT(0, Brd_getLastErrorNumber(board));
-    EXPECT_EQ(0, Brd_getLastErrorNumber(nullptr)) << "failures belong to their board";
-}
 
 TEST_F(BareBoard, TakesEveryBlockButANullOneThatHasASize)
 {

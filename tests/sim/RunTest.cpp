@@ -19,29 +19,6 @@ constexpr std::string_view kFast = R"({"width": 16, "height": 4, "picturesPerSec
 /// Boards that deliver by themselves.
 using FlowingBoards = SimulatedBoards;
 
-TEST_F(FlowingBoards, LetsTheFirstPictureWaitForOnePictureTimeAndTwentyMilliseconds)
-{
-    const struct {
-        const char* applet;
-        std::chrono::milliseconds atLeast;
-    } cases[] = {
-        {R"({"width": 16, "height": 4, "picturesPerSecond": 0})", std::chrono::milliseconds(20)},
-        {R"({"width": 16, "height": 4, "picturesPerSecond": 100000})", std::chrono::milliseconds(20)},
-        {R"({"width": 16, "height": 4, "picturesPerSecond": 10})", std::chrono::milliseconds(100)},
-    };
-    for (const auto& [applet, atLeast] : cases) {
-        void* const board = open(0, applet);
-        const Ring ring(board, 0, 2, 64);
-        PictureRecorder recorder;
-        ring.listen(recorder);
-        const Clock::time_point before = Clock::now();
-        ring.start();
-        EXPECT_TRUE(recorder.waitFor(1));
-        EXPECT_LE(before + atLeast, Clock::now()) << applet;
-        EXPECT_EQ(0, Brd_FreeGrabber(board));
-    }
-}
-
 TEST_F(FlowingBoards, CallsNobodyBackAfterAStop)
 {
     void* const board = open(0, kFast);
@@ -63,26 +40,6 @@ TEST_F(FlowingBoards, CallsNobodyBackAfterAStop)
         stopped = true;
     }
     EXPECT_EQ(0, late);
-}
-
-TEST_F(FlowingBoards, MayBeStoppedAndStartedAgainFromInsideItsCallback)
-{
-    void* const board = open(0, kFast);
-    const Ring ring(board, 0, 8, 64);
-    std::vector<int32_t> statuses;
-    PictureRecorder recorder([&](int64_t picture) {
-        if (picture == 2) {
-            statuses.push_back(ring.stop());
-            if (statuses.size() == 1)
-                statuses.push_back(ring.start());
-        }
-    });
-    ring.listen(recorder);
-    ring.start();
-    EXPECT_TRUE(recorder.waitFor(4));
-    ring.stop();
-    EXPECT_EQ((std::vector<int32_t>{0, 0, 0}), statuses);
-    EXPECT_EQ((Numbers{1, 2, 1, 2}), recorder.numbers());
 }
 
 TEST_F(FlowingBoards, StopsOnlyWhenTheCallbackHasEndedAndLetsItCallTheLibraryMeanwhile)
@@ -109,26 +66,6 @@ TEST_F(FlowingBoards, StopsOnlyWhenTheCallbackHasEndedAndLetsItCallTheLibraryMea
     stopper.join();
     EXPECT_TRUE(endedBeforeStop);
     EXPECT_EQ(0, block);
-}
-
-TEST_F(FlowingBoards, KeepsTheCallbacksOfOneDmaApartAlsoBesideTheWheel)
-{
-    void* const board = open(0, kFast);
-    const Ring ring(board, 0, 4, 64);
-    std::atomic<int> inside{0}, overlaps{0};
-    PictureRecorder recorder([&](int64_t picture) {
-        overlaps += inside++ > 0;
-        ring.giveBack(ring.blockOf(picture));
-        --inside;
-    });
-    ring.listen(recorder);
-    ring.start();
-    EXPECT_EQ(200, OrvoSim_deliver(0, 0, 200));
-    EXPECT_TRUE(OrvoSim_waitForDelivered(0, 0, 300, kGenerousMs));
-    ring.stop();
-    EXPECT_EQ(0, overlaps);
-    for (size_t i = 0; i < recorder.numbers().size(); ++i)
-        ASSERT_EQ(static_cast<int64_t>(i + 1), recorder.numbers()[i]);
 }
 
 TEST_F(FlowingBoards, WithoutARateWaitsForABlockInsteadOfDropping)
@@ -182,39 +119,6 @@ TEST_F(FlowingBoards, KeepASchedulesDistancesAndNeverRunAheadOfIt)
             << "picture " << picture;
     EXPECT_EQ(200, ledger(0, 0).askedRate);
     EXPECT_GT(ledger(0, 0).heldRate, 0);
-}
-
-TEST_F(FlowingBoards, EndsByItselfAfterItsPictureCount)
-{
-    void* const board = open(0, kFast);
-    const Ring ring(board, 0, 8, 64);
-    PictureRecorder recorder;
-    ring.listen(recorder);
-    ring.start(3);
-    EXPECT_TRUE(OrvoSim_waitForDelivered(0, 0, 3, kGenerousMs));
-    EXPECT_EQ(0, OrvoSim_deliver(0, 0, 1));
-    EXPECT_GT(0, ring.start()) << "it counts as running until it is stopped";
-    EXPECT_EQ(0, ring.stop());
-    EXPECT_EQ((Numbers{1, 2, 3}), recorder.numbers());
-}
-
-TEST_F(FlowingBoards, EndsWithItsBoardAndWithItsLibrary)
-{
-    for (const bool byLibrary : {false, true}) {
-        void* const board = open(1, kFast);
-        const Ring ring(board, 0, 2, 192);
-        PictureRecorder recorder([&](int64_t picture) { ring.giveBack(ring.blockOf(picture)); });
-        ring.listen(recorder);
-        ring.start();
-        EXPECT_TRUE(recorder.waitFor(5));
-        if (byLibrary)
-            endLife();
-        else
-            EXPECT_EQ(0, Brd_FreeGrabber(board));
-        const size_t atTheEnd = recorder.numbers().size();
-        EXPECT_GT(0, ring.start()) << "the handle has ended";
-        EXPECT_EQ(atTheEnd, recorder.numbers().size());
-    }
 }
 
 }   // namespace

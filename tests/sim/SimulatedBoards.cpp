@@ -8,8 +8,7 @@ namespace orvo::test {
 
 SimulatedBoards::SimulatedBoards()
 {
-    OrvoSim_reset();
-    OrvoSim_setMessages(0);
+    OrvoSim_setManual(0);
     describeBoards(R"({"boards": [{"index": 0, "type": 2897}, {"index": 1, "type": 1872}]})");
 }
 
@@ -20,9 +19,9 @@ SimulatedBoards::~SimulatedBoards()
     OrvoSim_reset();
 }
 
-void SimulatedBoards::describeBoards(std::string_view json)
+void SimulatedBoards::describeBoards(std::string_view text)
 {
-    os::setEnvironmentVariable("ORVO_SIM_BOARDS", folder.write("boards.json", json));
+    os::setEnvironmentVariable("ORVO_SIM_BOARDS", machine.file("boards.json", std::string(text)));
 }
 
 void SimulatedBoards::describeNothing()
@@ -47,7 +46,8 @@ void* SimulatedBoards::open(uint32_t boardIndex, std::string_view appletJson)
 {
     if (!m_inLife)
         beginLife();
-    const std::string path = folder.write("applet" + std::to_string(boardIndex) + ".hap", appletJson);
+    const std::string name = "applet" + std::to_string(boardIndex) + ".hap";
+    const std::string path = machine.file(name, std::string(appletJson));
     return Brd_InitEx(path.c_str(), boardIndex, 0);
 }
 
@@ -69,14 +69,6 @@ std::string SimulatedBoards::property(void* board, int32_t id, int32_t code) con
     int32_t length = text.size();
     EXPECT_EQ(0, Brd_getParameterProperty(board, id, code, text.data(), &length)) << lastError(board);
     return text.data();
-}
-
-std::string SimulatedBoards::journal(const char* filter)
-{
-    std::string text(OrvoSim_readJournal(filter, 0, nullptr, 0), '\0');
-    OrvoSim_readJournal(filter, 0, text.data(), text.size());
-    text.pop_back();
-    return text;
 }
 
 OrvoSim_Ledger SimulatedBoards::ledger(uint32_t boardIndex, uint32_t dma)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,8 +10,8 @@
 #include "sim/orvo_sim.h"
 #include "tests/sim/PictureRecorder.h"
 #include "tests/sim/Ring.h"
-#include "tests/sim/ScratchFolder.h"
-#include "tests/support/ScopedVariable.h"
+#include "tests/system/Machine.h"
+#include "tests/system/Wheel.h"
 
 namespace orvo::test {
 
@@ -20,14 +19,14 @@ namespace orvo::test {
 inline constexpr uint32_t kGenerousMs = 60'000;
 
 /// The library before its first call, with boards of the built-in types but without cameras unless a test
-/// describes others. Ends every life that a test began.
+/// describes others. Pictures come by themselves. Ends every life that a test began.
 class SimulatedBoards : public ::testing::Test {
 protected:
     SimulatedBoards();
     ~SimulatedBoards() override;
 
     /// The boards file, for lives that begin after it.
-    void describeBoards(std::string_view json);
+    void describeBoards(std::string_view text);
     void describeNothing();
     void beginLife();
     void endLife();
@@ -38,14 +37,11 @@ protected:
     uint32_t parameter(void* board, int32_t id, uint32_t dma = 0) const;
     std::string property(void* board, int32_t id, int32_t code) const;
 
-    /// Journal lines of the functions that a filter keeps.
-    static std::string journal(const char* filter = "");
     static OrvoSim_Ledger ledger(uint32_t boardIndex, uint32_t dma);
 
-    ScratchFolder folder;
+    Machine machine;
 
 private:
-    ScopedVariable m_boardsVariable{"ORVO_SIM_BOARDS", ""};
     bool m_inLife = false;
 };
 

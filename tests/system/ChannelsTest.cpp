@@ -88,7 +88,6 @@ TEST_F(ChannelList, SaysWhatIsWrongWithTheAppletOfABoard)
 
 TEST_F(ChannelList, ChoosesTheLoaderByThePathAlone)
 {
-    std::filesystem::create_directory(machine.folder() / "My Haps");
     machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3)});
     const std::string text = Machine::appletOf({dmas(1)}).dump();
     machine.appletVariable(0, machine.file("a.dLL", text));

@@ -69,7 +69,6 @@ INSTANTIATE_TEST_SUITE_P(Images, SixFormats,
 TEST_F(SystemTest, AColourPictureArrivesPixelByPixelPackedAndInPlanes)
 {
     // Two pixels: red 1, green 2, blue 3, and 4, 5, 6.
-    std::filesystem::create_directory(machine.folder() / "pictures");
     machine.file("pictures/one.ppm", std::string("P6\n2 1\n255\n") + "\1\2\3\4\5\6");
     json dma = Machine::dma(0, 2, 2, 1);
     dma["source"] = {{"folder", "pictures"}, {"fit", "crop"}};

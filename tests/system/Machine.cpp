@@ -62,6 +62,7 @@ void Machine::appletVariable(int board, const std::string& value)
 std::string Machine::file(const std::string& name, const std::string& content)
 {
     const auto path = m_folder / name;
+    std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << content;
     return path.string();
 }

@@ -25,7 +25,7 @@ public:
     void applet(int board, const json& applet, const std::string& fileName = "applet.hap");
     /// What the variable of a board holds; empty removes it.
     void appletVariable(int board, const std::string& value);
-    /// Writes a file into the machine's folder and answers its path.
+    /// Writes a file into the machine's folder, or into one below it, and answers its path.
     std::string file(const std::string& name, const std::string& content);
 
     const std::filesystem::path& folder() const { return m_folder; }
