@@ -45,8 +45,12 @@ std::vector<Channel> Adapter::openAll() const
 {
     std::vector<Channel> channels;
     try {
-        while (auto channel = tryToOpen(static_cast<int32_t>(channels.size())))
+        for (;;) {
+            auto channel = tryToOpen(static_cast<int32_t>(channels.size()));
+            if (!channel)
+                break;
             channels.push_back(std::move(*channel));
+        }
     } catch (const AdapterFailure&) {
         if (channels.empty())
             shutDown();

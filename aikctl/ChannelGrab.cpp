@@ -138,8 +138,8 @@ void ChannelGrab::fetchAll(const std::function<void()>& onNews)
 void ChannelGrab::take(Image image)
 {
     const auto now = Clock::now();
-    if (m_reader.timestamp())
-        m_result.timestamps.push_back(*m_reader.timestamp());
+    if (const auto timestamp = m_reader.timestamp())
+        m_result.timestamps.push_back(*timestamp);
     if (++m_fetched == 1)
         m_firstTime = now;
     const std::chrono::duration<double> sinceFirst = now - m_firstTime;

@@ -84,10 +84,12 @@ std::string FeatureDescription::access() const
 std::vector<FeatureDescription> describeFeatures(Channel& channel)
 {
     std::vector<FeatureDescription> features;
-    uint32_t number = 0;
-    while (const auto name = channel.featureName(number))
-        features.push_back(describe(channel, number++, *name));
-    return features;
+    for (uint32_t number = 0;; ++number) {
+        const auto name = channel.featureName(number);
+        if (!name)
+            return features;
+        features.push_back(describe(channel, number, *name));
+    }
 }
 
 }   // namespace orvo::aikctl

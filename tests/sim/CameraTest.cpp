@@ -124,7 +124,7 @@ TEST_F(Cameras, TakeWhatTheirParametersAllowTogether)
     EXPECT_EQ(kOutOfRange, Eth_setIntegerValue(camera, "Width", 644));
     EXPECT_EQ(kOutOfRange, Eth_setFloatValue(camera, "Gain", std::nan("")));
     EXPECT_EQ(0, Eth_setStringValue(camera, "DeviceUserID", std::string(255, 'x').c_str()));
-    for (const size_t length : {256, 5000})
+    for (const size_t length : {size_t{256}, size_t{5000}})
         EXPECT_EQ(kOutOfRange, Eth_setStringValue(camera, "DeviceUserID", std::string(length, 'y').c_str()));
     EXPECT_EQ(std::string(255, 'x'), text(camera, "DeviceUserID"));
     EXPECT_EQ(code(CameraStatus::NullArgument), Eth_getIntegerValue(camera, "Width", nullptr));
