@@ -8,7 +8,13 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "sim/orvo_sim.h"
+#include "tests/system/Machine.h"
+#include "tests/system/Wheel.h"
+
 namespace orvo::aikctl {
+
+using test::journal;
 
 /// What a run of the program said and how it ended.
 struct Outcome {
@@ -23,24 +29,23 @@ struct Outcome {
 /// of its own.
 class AikctlTest : public testing::Test {
 protected:
-    void SetUp() override;
-    void TearDown() override;
+    AikctlTest() { OrvoSim_setManual(0); }
 
     /// The applet of a board, 0 or 1.
-    void applet(int board, const nlohmann::json& applet = nlohmann::json::object()) const;
+    void applet(int board, const nlohmann::json& applet = nlohmann::json::object())
+    {
+        m_machine.applet(board, applet);
+    }
     /// Takes the applet of a board away, so that its one channel fails.
-    static void noApplet(int board);
-    void noBoards() const;
+    void noApplet(int board) { m_machine.appletVariable(board, ""); }
+    void noBoards() { m_machine.boards({}); }
 
     Outcome run(const std::vector<std::string>& arguments) const;
     /// A grab into pictures().
     Outcome grab(std::vector<std::string> arguments) const;
 
-    /// The lines of the simulator's journal; `filter` as it takes it.
-    static std::vector<std::string> journal(const std::string& filter);
-
-    const std::filesystem::path& folder() const { return m_folder; }
-    std::filesystem::path pictures() const { return m_folder / "pictures"; }
+    const std::filesystem::path& folder() const { return m_machine.folder(); }
+    std::filesystem::path pictures() const { return folder() / "pictures"; }
     /// The names in pictures(), sorted.
     std::vector<std::string> savedFiles() const;
 
@@ -48,7 +53,7 @@ protected:
     std::function<bool()> m_isInterrupted = [] { return false; };
 
 private:
-    std::filesystem::path m_folder;
+    test::Machine m_machine;
 };
 
 }   // namespace orvo::aikctl

@@ -2,7 +2,6 @@
 #include <numeric>
 
 #include "aikctl/encodePng.h"
-#include "sim/orvo_sim.h"
 #include "tests/aikctl/AikctlTest.h"
 #include "tests/aikctl/decodePng.h"
 
@@ -141,18 +140,11 @@ TEST_F(Grab, LeavesCamerasAloneIfAsked)
 TEST_F(Grab, SetsParametersOfWhateverKind)
 {
     applet(0, {{"width", 16}, {"height", 12}});
-    const std::vector<std::string> set = {"0",
-                                          "--count",
-                                          "1",
-                                          "--set",
-                                          "Gain=6",
-                                          "--set",
-                                          "Width=800",
-                                          "--set",
-                                          "ReverseX=True",
-                                          "--set",
-                                          "TestPattern=GreyHorizontalRamp"};
-    EXPECT_EQ(grab(set).exitCode, 0);
+    const auto set = {"Gain=6", "Width=800", "ReverseX=True", "TestPattern=GreyHorizontalRamp"};
+    std::vector<std::string> arguments = {"0", "--count", "1"};
+    for (const char* value : set)
+        arguments.insert(arguments.end(), {"--set", value});
+    EXPECT_EQ(grab(arguments).exitCode, 0);
     for (const char* call : {"Eth_setFloatValue camera=c1 name=\"Gain\" value=6 -> 0",
                              "Eth_setIntegerValue camera=c1 name=\"Width\" value=800 -> 0",
                              "Eth_setBooleanValue camera=c1 name=\"ReverseX\" value=1 -> 0"})

@@ -68,22 +68,6 @@ protected:
     Channel m_channel{m_exports, 0, record(), ""};
 };
 
-TEST_F(Reader, MeasuresHowManyBytesAPixelHas)
-{
-    for (const bool isPlanar : {false, true}) {
-        for (size_t bytes = 1; bytes <= AIK_MAX_BYTES_PER_PIXEL; ++bytes) {
-            const size_t whole = kPixels * bytes;
-            g_adapter.imageSize = isPlanar ? whole / 3 * 3 : whole;
-            ImageReader reader(m_channel, isPlanar);
-            reader.allocate();
-            const auto image = reader.next();
-            ASSERT_TRUE(image);
-            EXPECT_EQ(reader.bytesPerPixel(), bytes);
-            EXPECT_EQ(image->size(), g_adapter.imageSize);
-        }
-    }
-}
-
 TEST_F(Reader, FetchesNoImageThatItDidNotAskAbout)
 {
     ImageReader reader(m_channel, false);
@@ -114,14 +98,6 @@ TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)
     ASSERT_TRUE(reader.next());
     EXPECT_EQ(reader.pixelCode(), AIK_PIXEL_MONO8);
     EXPECT_EQ(g_adapter.fetched, 2);
-}
-
-TEST_F(Reader, PassesOtherFailuresOn)
-{
-    ImageReader reader(m_channel, false);
-    reader.allocate();
-    g_adapter.attributesFailure = "7 images lost due buffer overflow";
-    EXPECT_THROW(reader.next(), AdapterFailure);
 }
 
 }   // namespace

@@ -12,9 +12,8 @@ namespace fs = std::filesystem;
 
 class RequiredLibraries : public AikctlTest {
 protected:
-    void SetUp() override
+    RequiredLibraries()
     {
-        AikctlTest::SetUp();
         os::setEnvironmentVariable("ORVODIR5_64", "");
         os::setEnvironmentVariable("ORVODIR5", "");
     }

@@ -1,4 +1,3 @@
-#include "sim/orvo_sim.h"
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
@@ -6,9 +5,8 @@ namespace {
 
 class Steps : public AikctlTest {
 protected:
-    void SetUp() override
+    Steps()
     {
-        AikctlTest::SetUp();
         applet(0);
         applet(1);
     }

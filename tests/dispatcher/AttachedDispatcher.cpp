@@ -31,13 +31,8 @@ void AttachedDispatcher::SetUp()
     ASSERT_NE(library, nullptr) << error.text;
     find(library, "logging_dispatcher_descriptor", m_descriptor);
     find(library, "OrvoSimLog_setLevel", m_setLevel);
-    find(library, "OrvoSimLog_goAway", m_goAway);
     find(library, "OrvoSimLog_countAttached", m_countAttached);
-    find(library, "OrvoSimLog_capture", m_capture);
-    find(library, "OrvoSimLog_read", m_read);
-    find(library, "OrvoSimLog_clear", m_clear);
 
-    s_gone = 0;
     s_levelChanges = &m_levelChanges;
     s_insideLevelChange = nullptr;
     attach();
@@ -70,11 +65,6 @@ std::pair<int64_t, int32_t> AttachedDispatcher::query(const std::string& logger)
 void AttachedDispatcher::write(int64_t id, int32_t level, const char* text) const
 {
     m_write(id, level, text, 0, 0);
-}
-
-void AttachedDispatcher::gone()
-{
-    ++s_gone;
 }
 
 void AttachedDispatcher::levelChanged(int64_t id, int32_t level)

@@ -31,19 +31,14 @@ protected:
     static std::string folderOfThisProgram();
 
     // What the client was told since it was made.
-    static inline std::atomic<int> s_gone{0};
     static inline std::vector<std::pair<int64_t, int32_t>>* s_levelChanges = nullptr;
     static inline std::atomic<void (*)()> s_insideLevelChange{nullptr};
 
     OrvoSimLog_setLevel_t m_setLevel = nullptr;
-    OrvoSimLog_goAway_t m_goAway = nullptr;
     OrvoSimLog_countAttached_t m_countAttached = nullptr;
-    OrvoSimLog_capture_t m_capture = nullptr;
-    OrvoSimLog_read_t m_read = nullptr;
-    OrvoSimLog_clear_t m_clear = nullptr;
 
 private:
-    static void gone();
+    static void gone() {}
     static void levelChanged(int64_t id, int32_t level);
 
     using Query = void (*)(const char* name, int64_t* id, int32_t* level);

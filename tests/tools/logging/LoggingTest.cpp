@@ -44,18 +44,6 @@ TEST_F(AttachedLogging, HasOneLoggerForEachNumberOfTheDispatcher)
     EXPECT_NE(Logging::instance().getLogger("unit.other"), &logger);
 }
 
-TEST_F(AttachedLogging, FollowsTheDispatchersLevels)
-{
-    EXPECT_FALSE(logger.isEnabled(kTolerated - 1));
-    EXPECT_TRUE(logger.isEnabled(kTolerated));
-    OrvoSimLog_setLevel("unit.logger", 6);
-    EXPECT_FALSE(logger.isEnabled(kCaught));
-    OrvoSimLog_setLevel("unit.of nobody here", kTrace);
-    EXPECT_FALSE(logger.isEnabled(kCaught));
-    OrvoSimLog_setLevel("unit.logger", kTrace);
-    EXPECT_TRUE(logger.isEnabled(kTrace));
-}
-
 TEST_F(AttachedLogging, MutesALoggerForOneThread)
 {
     EXPECT_TRUE(logger.setThreadEnabled(false));
@@ -89,8 +77,10 @@ TEST_F(AttachedLogging, IsSilentOnceTheDispatcherHasGone)
     EXPECT_EQ(record(0).text, nullptr);
 }
 
-TEST_F(AttachedLogging, HandsRecordsOnAsTheyAre)
+TEST_F(AttachedLogging, HandsRecordsOnAsTheyAreAndDropsOneThatFails)
 {
+    recordTrace(&logger, {"brdlib/DmaPort", 1}, [](std::ostream&) { FAIL() << "built"; });
+    recordFailure(&logger, kCaught, [](std::ostream&) { throw std::runtime_error("no text"); });
     OrvoSimLog_setLevel("unit.logger", kTrace);
     logger.write(2, "as it is {}", 7, 8);
     EXPECT_STREQ(record(0).logger, "unit.logger");
@@ -104,13 +94,6 @@ TEST_F(AttachedLogging, HandsRecordsOnAsTheyAre)
     EXPECT_EQ(record(1).text, "source-file=brdlib/DmaPort,source-line=191," + thread + "|start 1234567");
     recordFailure(&logger, kCaught, [](std::ostream& text) { text << "it failed"; });
     EXPECT_EQ(record(2).text, thread + "|it failed");
-}
-
-TEST_F(AttachedLogging, BuildsNoRecordThatIsOffAndDropsOneThatFails)
-{
-    recordTrace(&logger, {"brdlib/DmaPort", 1}, [](std::ostream&) { FAIL() << "built"; });
-    recordFailure(&logger, kCaught, [](std::ostream&) { throw std::runtime_error("no text"); });
-    EXPECT_EQ(record(0).text, nullptr);
 }
 
 }   // namespace
