@@ -58,18 +58,15 @@ TEST(Feature, ChecksPointerPermissionAndAvailabilityInThisOrder)
 TEST(Feature, RefusesWhatItsKindCannotDo)
 {
     Usable<BooleanFeature> boolean;
-    EXPECT_EQ(bareFailure([&] { boolean.execute(); }),
-              "Execute function is not implemented for bool feature.");
-    EXPECT_EQ(aikFailure([&] { boolean.validEnum(0); }), "Feature is not a valid enum type.");
-
     Usable<StringFeature> string;
-    EXPECT_EQ(bareFailure([&] { string.execute(); }),
-              "Execute function is not implemented for bool feature.");
-    EXPECT_EQ(aikFailure([&] { string.validEnum(0); }), "Feature is not a valid enum type.");
-
     Usable<NumberFeature<int>> number;
-    EXPECT_EQ(bareFailure([&] { number.execute(); }), "Execute function is not implemented for int feature.");
-    EXPECT_EQ(aikFailure([&] { number.validEnum(0); }), "Feature is not a valid enum type.");
+    const std::pair<AdapterFeature*, const char*> kKinds[] = {
+        {&boolean, "bool"}, {&string, "bool"}, {&number, "int"}};
+    for (const auto& [feature, kind] : kKinds) {
+        EXPECT_EQ(bareFailure([&] { feature->execute(); }),
+                  "Execute function is not implemented for " + std::string(kind) + " feature.");
+        EXPECT_EQ(aikFailure([&] { feature->validEnum(0); }), "Feature is not a valid enum type.");
+    }
 
     CommandFeature command;
     EXPECT_EQ(aikFailure([&] { command.execute(); }), "Feature is not available.");

@@ -1,5 +1,3 @@
-#include <array>
-
 #include "tests/system/CameraTest.h"
 
 namespace orvo::test {
@@ -79,22 +77,6 @@ TEST_F(ActionCommands, StopAtARefusedRegister)
     ASSERT_EQ(set("GroupIndexRemote", "0"), done());
     OrvoSim_answer("Eth_setCameraRegister name=\"actionGroupMask0\"", 1, -6);
     EXPECT_EQ(order("ApplyGroupRemote"), cannotExecute("eth error code: -6"));
-}
-
-TEST_F(ActionCommands, WaitForAConnectedCamera)
-{
-    ASSERT_EQ(set("DeviceKeyLocal", "9"), done());
-    OrvoSim_clearJournal();
-    for (const auto& [feature, away, back] : {std::array{"PortIndex", "2", "0"}, {"CameraIndex", "1", "0"}}) {
-        ASSERT_EQ(write(feature, away), done());
-        EXPECT_EQ(order("Send"), cannotExecute(kNotAvailable));
-        EXPECT_EQ(set("GroupKeyRemote", "1"), cannotWrite(kNotAvailable));
-        ASSERT_EQ(write(feature, back), done());
-        EXPECT_EQ(get("DeviceKeyLocal"), gives("9"));
-    }
-    ASSERT_EQ(execute("CloseCameraConnector"), done());
-    EXPECT_EQ(order("Send"), cannotExecute(kNotAvailable));
-    EXPECT_EQ(takeJournal("Eth_sendActionCommand Eth_setCameraRegister"), Lines());
 }
 
 }   // namespace

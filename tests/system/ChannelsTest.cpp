@@ -162,21 +162,6 @@ TEST_F(ChannelList, FailsABoardThatVanishesWhileItIsOpened)
     EXPECT_EQ(host.start(host.record().channelID), fails("Cannot detect board type"));
 }
 
-TEST_F(ChannelList, StartsAndStopsAProcessAsAWhole)
-{
-    machine.oneBoard(dmas(2));
-    const int64_t first = host.opened(0);
-    const int64_t second = host.opened(1);
-    ASSERT_EQ(host.setup(first, 8, 4), done());
-    ASSERT_EQ(host.start(second), done());
-    deliver(1, 0);
-    deliver(1, 1);
-    EXPECT_EQ(host.waitForIntegration(first), image());
-    EXPECT_EQ(host.waitForIntegration(second), image());
-    EXPECT_EQ(host.stop(first), done());
-    EXPECT_EQ(host.stop(second), fails("Acquisition is not running"));
-}
-
 TEST_F(ChannelList, BringsAReleasedChannelBackAndBeginsAnewAfterTheLastRelease)
 {
     machine.oneBoard(dmas(2));

@@ -241,17 +241,6 @@ TEST_F(OneChannel, ReportsEachGeometryFailureInItsOwnWords)
     EXPECT_EQ(host.setup(id, 8, 4), done());
 }
 
-TEST_F(OneChannel, GoesOnWithoutTheOffsetsThatTheAppletRefuses)
-{
-    OrvoSim_answer("Brd_setParameter id=300", 1, -7);
-    OrvoSim_clearJournal();
-    EXPECT_EQ(host.setup(id, 16, 2, 4, 4), done());
-    EXPECT_EQ(journal("Brd_setParameter"), (Lines{"Brd_setParameter board=0 id=100 value=16 dma=0 -> 0",
-                                                  "Brd_setParameter board=0 id=200 value=2 dma=0 -> 0",
-                                                  "Brd_setParameter board=0 id=300 value=4 dma=0 -> -7"}));
-    EXPECT_THAT(journal("Brd_AddMem"), testing::SizeIs(5));   // the rings were rebuilt all the same
-}
-
 }   // namespace
 
 }   // namespace orvo::test

@@ -12,17 +12,6 @@ using Ring = OneChannel;
 constexpr const char* kRingCalls = "Brd_AllocMemHead Brd_AddMem Brd_DelMem Brd_FreeMemHead Brd_AcquireEx "
                                    "Brd_stopAcquireEx Brd_registerApcHandler";
 
-TEST_F(Ring, IsRebuiltByAWriteOfBufferCount)
-{
-    OrvoSim_clearJournal();
-    ASSERT_EQ(host.write(id, "BufferCount", "2"), done());
-    EXPECT_EQ(takeJournal(kRingCalls), (Lines{"Brd_FreeMemHead board=0 head=h1 -> 0",
-                                              "Brd_AllocMemHead board=0 totalSize=64 bufferCount=2 -> h2",
-                                              "Brd_AddMem board=0 buffer=b0 size=32 index=0 head=h2 -> 0",
-                                              "Brd_AddMem board=0 buffer=b1 size=32 index=1 head=h2 -> 1"}));
-    EXPECT_EQ(host.read(id, "BufferCount"), gives("2"));
-}
-
 TEST_F(Ring, IsRebuiltWhileRunningBetweenAStopAndAStart)
 {
     ASSERT_EQ(host.start(id), done());

@@ -169,14 +169,6 @@ TEST_F(Strategies, AnotherStrategyKeepsTheReadyImagesAndIsRefusedWhileRunning)
     EXPECT_EQ(host.getImage(id, memory.data()), pending());
 }
 
-TEST_F(Strategies, NegativePictureNumbersChangeNothing)
-{
-    startWith("OldestFirst");
-    EXPECT_EQ(OrvoSim_callBack(0, 0, -2120), 0);
-    EXPECT_EQ(host.read(id, "FrameCountSinceLastStart"), gives("0"));
-    EXPECT_EQ(host.getImage(id, memory.data()), pending());
-}
-
 }   // namespace
 
 }   // namespace orvo::test

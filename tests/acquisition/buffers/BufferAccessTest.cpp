@@ -1,7 +1,5 @@
 #include "acquisition/buffers/BufferAccess.h"
 
-#include <functional>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -54,16 +52,6 @@ TEST_F(Moves, DropEntriesOfBuffersThatHaveGone)
     EXPECT_THAT(givenBack, ElementsAre(1));
     EXPECT_THAT(free(), ElementsAre(1));
     EXPECT_THAT(ready(), IsEmpty());
-}
-
-TEST_F(Moves, StopHalfWayWhereTheBoardCannotBeTold)
-{
-    ringOf(2);
-    publish({0, 1});
-    ring[0]->setUnblockCallback(nullptr);
-    EXPECT_THROW(coordinator->lock()->recycleAllReady(), std::bad_function_call);
-    EXPECT_THAT(ready(), ElementsAre(1));
-    EXPECT_THAT(free(), IsEmpty());
 }
 
 TEST_F(Moves, AreNotForWhoComesTooLateForTheLock)
