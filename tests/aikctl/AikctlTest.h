@@ -9,8 +9,8 @@
 #include <nlohmann/json.hpp>
 
 #include "sim/orvo_sim.h"
-#include "tests/system/Machine.h"
-#include "tests/system/Wheel.h"
+#include "tests/support/Machine.h"
+#include "tests/support/Wheel.h"
 
 namespace orvo::aikctl {
 

@@ -11,8 +11,8 @@
 #include "brdlib/binding/BrdFunctions.h"
 #include "sim/orvo_sim.h"
 #include "tests/support/LibraryUse.h"
-#include "tests/system/Machine.h"
-#include "tests/system/Wheel.h"
+#include "tests/support/Machine.h"
+#include "tests/support/Wheel.h"
 
 namespace orvo::test {
 

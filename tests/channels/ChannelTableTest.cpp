@@ -8,7 +8,7 @@
 #include "tests/features/FeatureAccess.h"
 #include "tests/support/Failures.h"
 #include "tests/support/LibraryUse.h"
-#include "tests/system/Machine.h"
+#include "tests/support/Machine.h"
 
 using namespace orvo;
 using namespace orvo::cognex;

@@ -10,8 +10,8 @@
 #include "sim/orvo_sim.h"
 #include "tests/sim/PictureRecorder.h"
 #include "tests/sim/Ring.h"
-#include "tests/system/Machine.h"
-#include "tests/system/Wheel.h"
+#include "tests/support/Machine.h"
+#include "tests/support/Wheel.h"
 
 namespace orvo::test {
 

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include "sim/orvo_sim.h"
+#include "tests/support/Machine.h"
+#include "tests/support/Wheel.h"
 #include "tests/system/Adapter.h"
 #include "tests/system/Host.h"
-#include "tests/system/Machine.h"
-#include "tests/system/Wheel.h"
 
 namespace orvo::test {
 

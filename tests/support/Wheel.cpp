@@ -1,4 +1,4 @@
-#include "tests/system/Wheel.h"
+#include "tests/support/Wheel.h"
 
 #include <sstream>
 

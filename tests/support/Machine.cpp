@@ -1,4 +1,4 @@
-#include "tests/system/Machine.h"
+#include "tests/support/Machine.h"
 
 #include <fstream>
 
