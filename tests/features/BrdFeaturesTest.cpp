@@ -105,7 +105,7 @@ TEST_F(BrdFeatures, ReadAndWriteAnEnumerationByName)
     EXPECT_EQ(bareFailure([&] { choice.write("mono16"); }), "Invalid enum key!");
     EXPECT_THAT(takeJournal("Brd_setParameter"),
                 ElementsAre("Brd_setParameter board=0 id=5000 value=-7 dma=3 -> 0"));
-    handOut("Brd_getParameterProperty property=0", std::string("11", 3));
+    handOut("Brd_getParameterProperty property=0", std::string("11") + '\0');
     EXPECT_EQ(bareFailure([&] { reading(choice); }),
               "The parameter has a value that can not be mapped on a enum entry.");
 
@@ -160,7 +160,7 @@ TEST_F(BrdFeatures, TakeANewTableWhole)
     EXPECT_EQ(choice.validEnum(0), "Only");
     EXPECT_FALSE(choice.hasPosition(1));
     EXPECT_EQ(bareFailure([&] { choice.write("Mono8"); }), "Invalid enum key!");
-    handOut("Brd_getParameterProperty property=0", std::string("-1", 3));
+    handOut("Brd_getParameterProperty property=0", std::string("-1") + '\0');
     EXPECT_EQ(reading(choice), "Only");
 }
 
