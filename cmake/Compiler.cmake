@@ -8,7 +8,8 @@ set(CMAKE_C_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 add_library(orvo_warnings INTERFACE)
-target_compile_options(orvo_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+target_compile_options(orvo_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+    $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wthread-safety>)
 
 # Two builds of one commit in two folders give the same bytes: no path of the machine reaches a file. GCC
 # applies the last map that fits, so the build folder, inside the source folder, comes after it.

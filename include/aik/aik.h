@@ -171,6 +171,25 @@ typedef int32_t (*AIK_GetFeatureAttr)(char* errstr, int64_t channelID, const cha
 typedef int32_t (*AIK_GetValidEnum)(char* errstr, int64_t channelID, const char* feature, uint32_t index,
                                     char* value);
 
+/// The whole interface: X(name, ordinal) for each export. The build makes the `.def` from these rows, and hosts
+/// that load the adapter at run time can make their look-ups from them.
+#define AIK_EXPORTS(X)                                                                                       \
+    X(GetVideoChannel, 1)                                                                                    \
+    X(SetupCommonParams, 2)                                                                                  \
+    X(ReleaseVideoChannel, 3)                                                                                \
+    X(GetImage, 10)                                                                                          \
+    X(WaitForIntegration, 11)                                                                                \
+    X(GetImageAttributes, 12)                                                                                \
+    X(StartAcquisition, 20)                                                                                  \
+    X(StopAcquisition, 21)                                                                                   \
+    X(ExecuteCommand, 22)                                                                                    \
+    X(ReadValue, 23)                                                                                         \
+    X(WriteValue, 24)                                                                                        \
+    X(GetFeatureName, 30)                                                                                    \
+    X(GetFeatureType, 31)                                                                                    \
+    X(GetFeatureAttr, 32)                                                                                    \
+    X(GetValidEnum, 33)
+
 /* The records, laid out ------------------------------------------------------------------------------- */
 
 /// Filled by GetVideoChannel(). The whole record must be there whatever `size` says: the size decides only
