@@ -1,38 +1,60 @@
 #ifndef AIK_AIK_H
 #define AIK_AIK_H
 
-/// The acquisition interface of OrvoCognexAdapter as a host sees it: fifteen exports, three records. Plain C
-/// (C99 and later, C++11 and later), 64-bit, little-endian; a host is written against this header alone.
+/// The acquisition interface of OrvoCognexAdapter: fifteen exports and three records, in plain C (C99 and
+/// later, C++11 and later), 64-bit, little-endian. A host can be written against this header alone.
 ///
-/// Finding:  load the adapter by its full path, and have the loader look for its neighbours beside it (on
-///           Windows LOAD_WITH_ALTERED_SEARCH_PATH). Look the exports up by name or ordinal; each has a
-///           pointer type here, `AIK_` and its name. Hosts that link define AIK_LINKED and get prototypes.
-///           The adapter loads `bin/brdlib5` below its installation directory at the first
-///           GetVideoChannel(), and a machine without that file ends the process there: look before you call.
-/// Order:    GetVideoChannel() comes before everything else and, once it failed with "index is not valid"
-///           for index 0, is followed by one ReleaseVideoChannel(), which fails and lets go of the boards.
-///           Then, for each channel: features and SetupCommonParams(), StartAcquisition(), pictures,
-///           StopAcquisition(), ReleaseVideoChannel(). The release that leaves no channel open shuts
-///           everything down, also channels that are about to be opened: so open all before releasing any.
-/// Scope:    a channel is one DMA of one applet process on one board. Channels of one applet process start
-///           and stop together, and SetupCommonParams() sets the geometry of its own channel but rebuilds
-///           the rings of all of them. Neither names nor ids tell which channels share a process; the
-///           process number inside a name counts anew on each board.
-/// Threads:  any thread may enter. Alone, with no other call under way: GetVideoChannel(),
-///           ReleaseVideoChannel(). One at a time among the channels of one board: SetupCommonParams(),
-///           StartAcquisition(), StopAcquisition(), ExecuteCommand(), WriteValue(), and ReadValue() of
-///           camera features, which they share: "InitializeCameraConnector" and all behind it in the list. Not
-///           beside image functions or ReadValue() of any channel of the same applet process:
-///           SetupCommonParams(), which takes the rings away. Not beside those of the same channel:
-///           WriteValue(), which may replace what they work with, also while the channel stands. One at a time
-///           on one channel, each channel on a thread of its own if you like: GetImage(),
-///           WaitForIntegration(), GetImageAttributes(), ReadValue() of anything else. Start and stop may run
-///           beside waiting image functions.
-/// Failures: every function returns AIK_OK or AIK_FAILED, and tells a failure as a text in `errstr`, at least
-///           AIK_ERRSTR_SIZE bytes, NUL-terminated, cut to 255 bytes. `errstr` is left alone by a success,
-///           so it holds the text of an earlier failure. A null `errstr` is itself a failure, without text.
-///           A failed call leaves open channels open.
-/// Waiting:  no call waits longer than 7 ms for a picture. A longer wait is the host's loop.
+/// Loading
+///   - Load the adapter by its full path, and have the loader search the adapter's folder for the libraries
+///     it needs (on Windows: LOAD_WITH_ALTERED_SEARCH_PATH).
+///   - Look up the exports by name or ordinal; the pointer type of each is `AIK_` and its name. A host that
+///     links with the import library defines AIK_LINKED and gets prototypes.
+///   - The first GetVideoChannel() loads `brdlib5` from the folder `bin` of the adapter's installation. If
+///     that file is missing, the process ends at that call, so check for it first.
+///
+/// Channels
+///   A channel is one DMA of one applet process on one board. Channels of the same applet process start and
+///   stop together, and SetupCommonParams() on one of them rebuilds the image buffers of all of them. Neither
+///   names nor ids tell which channels share a process: the process number in a name starts again at 0 on
+///   each board.
+///
+/// Order of calls
+///   1. GetVideoChannel() for every channel that the host uses. No other function may be called before it.
+///   2. Per channel: features as needed, then SetupCommonParams().
+///   3. StartAcquisition().
+///   4. In a loop, the image functions: WaitForIntegration(), GetImageAttributes(), GetImage(). The first two
+///      are optional.
+///   5. StopAcquisition().
+///   6. ReleaseVideoChannel() for every channel.
+///   The release that leaves no channel open closes all boards, so open every channel before you release any.
+///   If GetVideoChannel() fails with "index is not valid" for index 0, call ReleaseVideoChannel() once, with
+///   any id. That call fails too, but it makes the next GetVideoChannel() search for boards again.
+///
+/// Threads
+///   Any thread may call any function. The adapter does not check the following limits; the host keeps them.
+///   - GetVideoChannel(), ReleaseVideoChannel(): no other call may be in progress.
+///   - SetupCommonParams(), StartAcquisition(), StopAcquisition(), ExecuteCommand(), WriteValue(): one at a
+///     time per board. The same holds for ReadValue() of a camera feature, because all channels of a board
+///     share its cameras. Camera features are "InitializeCameraConnector" and all that follow it in the
+///     feature list.
+///   - The image functions and ReadValue() of any other feature: one at a time per channel. Each channel may
+///     have a thread of its own.
+///   - SetupCommonParams() must not overlap image functions or ReadValue() on any channel of its applet
+///     process. It replaces the image buffers: a GetImage() that already waits would copy a picture of the
+///     new size into memory that the host allocated for the old size.
+///   - WriteValue() must not overlap image functions or ReadValue() on its own channel, even a stopped one.
+///     It may replace what they use: "BufferCount", for one, replaces the image buffers.
+///   - StartAcquisition() and StopAcquisition() may overlap image functions.
+///   - GetFeatureName(), GetFeatureType(), GetFeatureAttr(), GetValidEnum(): no further limit.
+///
+/// Failures
+///   Every function returns AIK_OK or AIK_FAILED. A failure writes its reason to `errstr`, which must have
+///   room for AIK_ERRSTR_SIZE bytes: at most 255 bytes of text, then a NUL. A success does not touch
+///   `errstr`, so it may still hold the text of an earlier failure. A null `errstr` is itself a failure,
+///   without a text. Open channels stay open when a call fails.
+///
+/// Waiting
+///   No call waits longer than 7 ms for a picture. To wait longer, call again.
 
 #include <stddef.h>
 #include <stdint.h>
@@ -44,12 +66,12 @@ extern "C" {
 /* Constants ------------------------------------------------------------------------------------------- */
 
 /// What every function returns.
-#define AIK_OK 0     /* success, and for image functions also: no picture yet */
-#define AIK_FAILED 1 /* the reason stands in errstr */
+#define AIK_OK 0     /* success; from an image function also "no picture yet", see acqResult */
+#define AIK_FAILED 1 /* errstr holds the reason */
 
-/// What the image functions store through `acqResult`: 0 before they start, another word at their end.
+/// What the image functions store in `acqResult`. Read it after the function has returned.
 #define AIK_ACQ_COMPLETED 0x0000u /* done */
-#define AIK_ACQ_PENDING 0x1000u   /* no picture yet: ask again; the function returned AIK_OK */
+#define AIK_ACQ_PENDING 0x1000u   /* no picture yet, call again; the function returned AIK_OK */
 #define AIK_ACQ_FAILED 0x2000u    /* the function returned AIK_FAILED */
 
 /// What GetFeatureType() stores.
@@ -59,32 +81,33 @@ extern "C" {
 #define AIK_TYPE_COMMAND 4u
 #define AIK_TYPE_BOOLEAN 5u
 #define AIK_TYPE_STRING 6u
-#define AIK_TYPE_NONE 0xFFFFFFFFu /* -1: the feature was never given a type */
+#define AIK_TYPE_NONE 0xFFFFFFFFu /* -1: the feature has no type */
 
-/// What GetFeatureAttr() can be asked for.
+/// The attributes that GetFeatureAttr() can read.
 #define AIK_ATTR_DESCRIPTION 1u
-#define AIK_ATTR_READABLE 2u  /* "True" or "False", whether or not the feature is available now */
+#define AIK_ATTR_READABLE 2u  /* "True" or "False"; says nothing about whether the feature is available now */
 #define AIK_ATTR_WRITEABLE 3u /* likewise */
-#define AIK_ATTR_EMPTY 4u     /* always an empty text */
+#define AIK_ATTR_EMPTY 4u     /* an empty text for every feature */
 
-/// Pixel formats. The code alone does not tell the number of bytes: AIK_PIXEL_PLANAR stands for pictures of
-/// 3 and of 6 bytes a pixel, AIK_PIXEL_OTHER for 5 and for 1. And only of formats of 3 bytes does the feature
-/// "Transformation" make planes that are a picture: it splits the bytes of any format by threes, and the code
-/// of all but those of 3 and of 6 bytes stays what it was.
-#define AIK_PIXEL_OTHER (-1) /* none of the others: 5 bytes of grey, or an unknown format of 1 byte */
+/// Pixel formats, as GetImageAttributes() reports them. The code alone does not give the number of bytes per
+/// pixel: AIK_PIXEL_PLANAR covers 3 and 6 bytes, AIK_PIXEL_OTHER covers 1 and 5.
+/// With the feature "Transformation" set to "RGB8PackedToPlanar", the adapter splits the bytes of any format
+/// by threes, and only from a format of 3 bytes per pixel does that give colour planes. The code changes for
+/// the formats of 3 and 6 bytes only.
+#define AIK_PIXEL_OTHER (-1) /* any other: 5 bytes of grey, or a format unknown to the adapter, 1 byte */
 #define AIK_PIXEL_MONO8 0    /* 1 byte: grey */
 #define AIK_PIXEL_BGRX8 1    /* 4 bytes: blue, green, red, 255 */
-#define AIK_PIXEL_PLANAR 2   /* "RGB8PackedToPlanar" is on: of 3 bytes planes of red, green and blue */
+#define AIK_PIXEL_PLANAR 2   /* with "RGB8PackedToPlanar"; from 3 bytes: a red, a green and a blue plane */
 #define AIK_PIXEL_BGR8 7     /* 3 bytes: blue, green, red */
 #define AIK_PIXEL_MONO16 9   /* 2 bytes: grey, little-endian */
 #define AIK_PIXEL_BGR16 11   /* 6 bytes: blue, green, red, 16 bits each, little-endian */
 #define AIK_MAX_BYTES_PER_PIXEL 6
 
-/// Sizes in bytes of the buffers that a host hands in for texts, NUL included.
+/// Sizes in bytes of the text buffers that a host passes in, NUL included.
 #define AIK_ERRSTR_SIZE 256
 #define AIK_VALUE_SIZE 256 /* ReadValue() */
 #define AIK_NAME_SIZE 257  /* GetFeatureName(), GetFeatureAttr() */
-#define AIK_ENUM_SIZE 257  /* GetValidEnum(), zeroed by the host before each call */
+#define AIK_ENUM_SIZE 257  /* GetValidEnum(); zero the buffer before each call */
 
 /* Records --------------------------------------------------------------------------------------------- */
 
@@ -94,85 +117,94 @@ typedef struct csAIK_ImageAttributes csAIK_ImageAttributes;
 
 /* The exports, by ordinal ----------------------------------------------------------------------------- */
 
-/// 1: Opens the channel at position `index`, from 0, and fills `channel`. The first call finds the boards and
-/// loads their applets, which may take seconds; an applet file is named by "ORVO_COGNEX_APPLET_" and the
-/// board's number in the environment. Positions are dense: "index is not valid" ends the list. A board that
-/// could not be brought up is a channel too: the call succeeds with `failed` set, and every use of that
-/// channel fails with the reason. An open channel fails with "Handle already exists". Zero the record first:
-/// after any other failure a `channelID` that is not 0 names a channel that is open and must be released.
+/// 1: Opens the channel at position `index`, counted from 0, and fills `channel`. The first call finds the
+/// boards and loads their applets, which may take seconds. The environment variable "ORVO_COGNEX_APPLET_"
+/// with the board's number names the board's applet file. Positions have no gaps: "index is not valid" ends
+/// the list. A board that cannot be used has one channel too: the call succeeds and sets `failed`, and every
+/// call on that channel except ReleaseVideoChannel() fails with the reason. Opening an open channel fails
+/// with "Handle already exists". Zero the record first: if after any other failure its `channelID` is not 0,
+/// that channel is open and must be released.
 typedef int32_t (*AIK_GetVideoChannel)(char* errstr, int32_t index, csAIK_ChannelRecord* channel);
 
-/// 2: Sets width, height and offsets of the channel, in pixels, and rebuilds the rings of all channels of its
-/// applet process. Pictures that were not fetched are gone. An offset that the applet refuses is no failure:
-/// the old one stays. Needed once before the first StartAcquisition().
+/// 2: Sets the channel's width, height and offsets, in pixels, and rebuilds the rings of image buffers of all
+/// channels of its applet process. Required before the first StartAcquisition(). Pictures that were not
+/// fetched are lost; a channel that runs is stopped for the rebuild and started again. If the applet refuses
+/// an offset, the call still succeeds and the old offset stays; after a refused X offset the Y offset is not
+/// set either.
 typedef int32_t (*AIK_SetupCommonParams)(char* errstr, int64_t channelID, const csAIK_CommonParams* params);
 
-/// 3: Closes the channel. The release that leaves none open, also one that fails ("Invalid channelID"), stops
-/// what still runs and closes all boards; the next GetVideoChannel() begins anew, with ids from 1.
+/// 3: Closes the channel. If no channel is open afterwards, the adapter stops what still runs and closes all
+/// boards; the next GetVideoChannel() starts from nothing and counts ids from 1 again. This also holds for a
+/// call that fails with "Invalid channelID".
 typedef int32_t (*AIK_ReleaseVideoChannel)(char* errstr, int64_t channelID);
 
-/// 10: Copies the current picture to `image`, or the oldest that waits, and gives its buffer back to the
-/// board. Waits up to 7 ms, then answers AIK_ACQ_PENDING with nothing written. Width x height x
-/// AIK_MAX_BYTES_PER_PIXEL bytes suffice, with the width and height of the last ring build, that is of the
-/// last SetupCommonParams() or write of "BufferCount": a geometry changed by other means changes the
-/// attributes at once and the bytes written only then. Rows stand from the top, without padding. Works after
-/// StopAcquisition() too, as long as pictures are left. Under "OldestFirst" it fails with a number and
-/// " images lost due buffer overflow" from the first loss to the next start.
+/// 10: Copies the current picture to `image`, or the oldest waiting one if none is current, and gives its
+/// buffer back to the board. Waits up to 7 ms for a picture, then reports AIK_ACQ_PENDING and writes nothing.
+/// Works after StopAcquisition() too, as long as pictures are left.
+/// Rows run from top to bottom, without padding. `image` needs room for width x height x
+/// AIK_MAX_BYTES_PER_PIXEL bytes at most. Width and height are those of the last ring build, that is, of the
+/// last SetupCommonParams() or write of "BufferCount". If the geometry is changed by other means,
+/// GetImageAttributes() reports it at once, but the size of the pictures changes only with the next ring
+/// build. With the strategy "OldestFirst", every call fails from the first lost picture until the next start,
+/// with the number of lost pictures followed by " images lost due buffer overflow".
 typedef int32_t (*AIK_GetImage)(char* errstr, int64_t channelID, void* image, uint32_t* acqResult);
 
-/// 11: Waits up to 7 ms for a picture, which stays the current one until GetImage(). AIK_ACQ_PENDING: none
-/// came. Fails with "Acquisition is not running" after StopAcquisition(). Found by name or ordinal only:
-/// the channel record has no pointer to it.
+/// 11: Waits up to 7 ms for a picture, which is then the current one until GetImage() fetches it.
+/// AIK_ACQ_PENDING: none came. Fails with "Acquisition is not running" unless the channel runs. Look it up by
+/// name or ordinal: the channel record has no pointer to it.
 typedef int32_t (*AIK_WaitForIntegration)(char* errstr, int64_t channelID, uint32_t* acqResult);
 
-/// 12: Describes the picture that GetImage() copies next; waits for it as WaitForIntegration() does, also
-/// while nothing runs. Fails with "Acquisistion is not setup" while no buffer of the ring is free for the
-/// board, which a ring of one always is and a full one under "OldestFirst": fetch, then ask again. Fails with
-/// lost pictures as GetImage() does. After a failure half-way the fields stored so far remain.
+/// 12: Describes the picture that GetImage() copies next. Waits for it as WaitForIntegration() does, but also
+/// while the channel is stopped. Fails with "Acquisistion is not setup" while every buffer of the ring holds
+/// a picture that was not fetched. A ring of one buffer fails so with every picture, a longer one if the host
+/// falls behind under "OldestFirst": call GetImage(), then ask again. After lost pictures it fails as
+/// GetImage() does. A call that fails or reports AIK_ACQ_PENDING half-way leaves the fields that it has
+/// already stored.
 typedef int32_t (*AIK_GetImageAttributes)(char* errstr, int64_t channelID, csAIK_ImageAttributes* attributes,
                                           uint32_t* acqResult);
 
-/// 20: Starts all channels of the applet process. Those that run already are left alone. Pictures of an
-/// earlier run that were not fetched are still there. Cameras are not started: they have features for that.
+/// 20: Starts all channels of the applet process; those that already run are left alone. Pictures of an
+/// earlier run that were not fetched are kept. Cameras are not started: the command feature
+/// "StartAcquisition" does that.
 typedef int32_t (*AIK_StartAcquisition)(char* errstr, int64_t channelID);
 
 /// 21: Stops all channels of the applet process. A second call, on any of them, fails with "Acquisition is
-/// not running". Nobody who waits is woken.
+/// not running". Image functions that wait are not woken: they wait out their 7 ms.
 typedef int32_t (*AIK_StopAcquisition)(char* errstr, int64_t channelID);
 
-/// 22: Executes a command feature. There is no harmless way to ask whether one is available.
+/// 22: Executes a command feature. Only executing a command shows whether it is available.
 typedef int32_t (*AIK_ExecuteCommand)(char* errstr, int64_t channelID, const char* feature);
 
-/// 23: Writes a feature's value as text, NUL-terminated, into `value`, AIK_VALUE_SIZE bytes.
+/// 23: Writes the feature's value as NUL-terminated text into `value`, AIK_VALUE_SIZE bytes.
 typedef int32_t (*AIK_ReadValue)(char* errstr, int64_t channelID, const char* feature, char* value);
 
-/// 24: Sets a feature from text. Numbers are decimal, with a point, and what follows them is ignored; names
-/// and enumeration entries are compared exactly; booleans are "True" and "False". "CameraBooleanValue" alone
-/// takes them crosswise: "True" switches off what then reads "False", and every other text switches it on.
-/// "AcquisitionStrategy" and "Transformation" can't be changed while the channel runs.
+/// 24: Sets a feature from text. Numbers are decimal, with a point, and what follows the number is ignored;
+/// names and enumeration entries must match exactly; booleans are "True" and "False". "CameraBooleanValue"
+/// alone is inverted: writing "True" switches the parameter off, so that it reads "False", and any other text
+/// switches it on. "AcquisitionStrategy" and "Transformation" cannot be changed while the channel runs.
 typedef int32_t (*AIK_WriteValue)(char* errstr, int64_t channelID, const char* feature, const char* value);
 
-/// 30: Writes the name of the feature at position `index`, from 0, into `name`, AIK_NAME_SIZE bytes: at most
-/// 256 bytes of text, and the NUL at the text's full length. "Cannot find feature with the given index" ends
-/// the list.
+/// 30: Writes the name of the feature at position `index`, counted from 0, into `name`, AIK_NAME_SIZE bytes.
+/// At most 256 bytes of text are copied, and the NUL goes where the whole text would end. "Cannot find
+/// feature with the given index" ends the list.
 typedef int32_t (*AIK_GetFeatureName)(char* errstr, int64_t channelID, uint32_t index, char* name);
 
-/// 31: Stores the feature's type, one of AIK_TYPE_...
+/// 31: Stores the type of the feature, one of AIK_TYPE_..., in `type`.
 typedef int32_t (*AIK_GetFeatureType)(char* errstr, int64_t channelID, const char* feature, uint32_t* type);
 
-/// 32: Writes what `attr`, one of AIK_ATTR_..., asks for into `result`, AIK_NAME_SIZE bytes, with the limits
-/// of GetFeatureName().
+/// 32: Writes the attribute `attr` of the feature, one of AIK_ATTR_..., into `result`, AIK_NAME_SIZE bytes,
+/// with the limits of GetFeatureName().
 typedef int32_t (*AIK_GetFeatureAttr)(char* errstr, int64_t channelID, const char* feature, uint32_t attr,
                                       char* result);
 
-/// 33: Writes the enumeration entry whose value is `index` into `value`: at most 256 bytes and NO NUL, so
-/// hand in AIK_ENUM_SIZE zeroed bytes. `index` is the entry's value and not a position: "Invalid enum index!"
-/// is a gap or the end.
+/// 33: Writes the name of the enumeration entry with the value `index` into `value`: at most 256 bytes and NO
+/// NUL, so pass AIK_ENUM_SIZE zeroed bytes. `index` is the value of an entry, not its position: "Invalid enum
+/// index!" means a gap or the end.
 typedef int32_t (*AIK_GetValidEnum)(char* errstr, int64_t channelID, const char* feature, uint32_t index,
                                     char* value);
 
-/// The whole interface: X(name, ordinal) for each export. The build makes the `.def` from these rows, and hosts
-/// that load the adapter at run time can make their look-ups from them.
+/// The whole interface as a list, X(name, ordinal) for each export. The build generates the `.def` from it; a
+/// host that loads the adapter at run time can generate its look-ups from it.
 #define AIK_EXPORTS(X)                                                                                       \
     X(GetVideoChannel, 1)                                                                                    \
     X(SetupCommonParams, 2)                                                                                  \
@@ -192,8 +224,8 @@ typedef int32_t (*AIK_GetValidEnum)(char* errstr, int64_t channelID, const char*
 
 /* The records, laid out ------------------------------------------------------------------------------- */
 
-/// Filled by GetVideoChannel(). The whole record must be there whatever `size` says: the size decides only
-/// whether the five pointers from `getFeatureName` on are stored.
+/// Filled by GetVideoChannel(). Pass a whole record whatever `size` says: `size` only decides whether the
+/// five pointers from `getFeatureName` on are stored.
 struct csAIK_ChannelRecord {
     int32_t size; /* in: sizeof(csAIK_ChannelRecord) */
     uint8_t reserved004[4];
@@ -207,13 +239,13 @@ struct csAIK_ChannelRecord {
     AIK_ExecuteCommand executeCommand;
     AIK_ReadValue readValue;
     AIK_WriteValue writeValue;
-    char name[256];      /* board name, " process: ", " dma: " */
-    char boardText[256]; /* what the board says of itself */
+    char name[256];      /* "<board name> process: <number> dma: <number>" */
+    char boardText[256]; /* the board's description of itself */
     uint8_t reserved258[24];
-    int32_t width; /* in pixels, now; 0 for a failed channel */
+    int32_t width; /* in pixels, at the time of the call; 0 for a failed channel */
     int32_t height;
     uint8_t reserved278[8];
-    AIK_GetFeatureName getFeatureName; /* this and the next four: only if size > 0x260 */
+    AIK_GetFeatureName getFeatureName; /* this and the next four are stored only if size > 0x260 */
     AIK_GetFeatureType getFeatureType;
     AIK_GetValidEnum getValidEnum;
     AIK_GetFeatureAttr getFeatureAttr;
@@ -222,7 +254,7 @@ struct csAIK_ChannelRecord {
     uint8_t reserved2AC[4];
 };
 
-/// Read by SetupCommonParams(): nothing but these four fields.
+/// Read by SetupCommonParams(), which looks at these four fields only.
 struct csAIK_CommonParams {
     uint8_t reserved000[0x2C];
     uint32_t xOffset; /* all in pixels */
@@ -231,7 +263,7 @@ struct csAIK_CommonParams {
     uint32_t height;
 };
 
-/// Filled by GetImageAttributes(). Geometry is what the board holds now, in pixels.
+/// Filled by GetImageAttributes(). Sizes and offsets are what the board is set to now, in pixels.
 struct csAIK_ImageAttributes {
     int32_t size; /* in: sizeof(csAIK_ImageAttributes) */
     uint32_t width;
@@ -245,7 +277,7 @@ struct csAIK_ImageAttributes {
     uint32_t imageXOffset;
     uint32_t imageYOffset;
     uint8_t reserved02C[4];
-    uint64_t timestamp; /* only if size > 0x2C: of the picture, "TimestampFrequency" ticks a second */
+    uint64_t timestamp; /* of the picture, "TimestampFrequency" ticks per second; only if size > 0x2C */
 };
 
 #if defined(__cplusplus)
