@@ -1,6 +1,6 @@
-/// A host in plain C that knows nothing but aik.h, linked with the import library: calls each of the fifteen
-/// exports on the first channel of the machine and leads its camera, and leaves everything as it was. Prints
-/// what fails.
+/// A host in plain C, written against aik.h alone and linked with the import library. Opens the first channel
+/// and calls each of the fifteen exports once or more: reads and writes features, connects and starts the
+/// camera, fetches a picture, and closes everything again. Prints what fails.
 
 #define AIK_LINKED
 #include "aik/aik.h"
@@ -20,7 +20,7 @@ static void expect(int condition, const char* what)
     }
 }
 
-/// Asks again until there is an answer other than "no picture yet".
+/// Calls again as long as there is no picture yet.
 static uint32_t waitForPicture(int64_t id)
 {
     uint32_t acqResult = AIK_ACQ_PENDING;
@@ -50,7 +50,7 @@ int main(void)
     expect(GetValidEnum(g_errstr, id, "AcquisitionStrategy", 0, entry) == AIK_OK, "GetValidEnum");
     expect(WriteValue(g_errstr, id, "AcquisitionStrategy", entry) == AIK_OK, "WriteValue");
     expect(ReadValue(g_errstr, id, "AcquisitionStrategy", value) == AIK_OK, "ReadValue");
-    expect(strcmp(value, "NewestOnly") == 0, "what was written is read");
+    expect(strcmp(value, "NewestOnly") == 0, "the written value is read back");
     expect(ExecuteCommand(g_errstr, id, "NoSuchCommand") == AIK_FAILED, "ExecuteCommand of an unknown name");
 
     csAIK_CommonParams params = {.width = 64, .height = 32};
@@ -66,7 +66,7 @@ int main(void)
     expect(attributes.width == 64 && attributes.height == 32, "the picture has the size that was set");
     unsigned char* const image = malloc((size_t)64 * 32 * AIK_MAX_BYTES_PER_PIXEL);
     expect(GetImage(g_errstr, id, image, &acqResult) == AIK_OK, "GetImage");
-    expect(acqResult == AIK_ACQ_COMPLETED, "the picture is there");
+    expect(acqResult == AIK_ACQ_COMPLETED, "the picture was copied");
     free(image);
 
     expect(ExecuteCommand(g_errstr, id, "StopAcquisition") == AIK_OK, "the camera stops");

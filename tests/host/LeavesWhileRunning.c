@@ -1,5 +1,5 @@
-/// A host that returns from main() with its channel open, its camera started and pictures flowing, and with
-/// an exit code of its own.
+/// A host that returns from main() while its channel is open, its camera started and pictures flow. Its exit
+/// code must be its own.
 
 #define AIK_LINKED
 #include "aik/aik.h"

@@ -1,4 +1,4 @@
-/// A host that opens the first channel, prints its name and releases it.
+/// The shortest host: opens the first channel, prints its name or the failure, and releases it.
 
 #define AIK_LINKED
 #include "aik/aik.h"

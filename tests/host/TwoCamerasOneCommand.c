@@ -1,8 +1,8 @@
-/// Two cameras expose at the same moment: a host in plain C that knows nothing but aik.h and the names of the
-/// features. It takes the first two channels of the machine, which must be those of one GigE Vision board
-/// with a camera on its ports 0 and 1, has both cameras wait for an action command, sends one, and fetches
-/// one picture from each channel. The pictures have the same time stamp.
-/// Prints what fails, and exits with 0 if nothing does.
+/// Triggers two cameras at the same moment: a host in plain C that needs only aik.h and the names of
+/// features. It opens the first two channels, which must belong to one GigE Vision board with a camera on
+/// each of its ports 0 and 1. It makes both cameras wait for an action command, sends one, and fetches one
+/// picture from each channel. The two pictures have the same time stamp.
+/// Prints the first failure; exits with 0 if there is none.
 
 #define AIK_LINKED
 #include "aik/aik.h"
@@ -14,19 +14,18 @@
 
 enum { kCameras = 2, kWidth = 64, kHeight = 32 };
 
-// A camera obeys a command that has its device key, the key of one of its groups, and a bit of that group's
-// mask.
+// A camera obeys a command with its device key, the key of one of its groups, and at least one bit of that
+// group's mask.
 #define DEVICE_KEY "17"
 #define GROUP_KEY "4"
 #define GROUP_MASK "1"
 
-// A call waits up to 7 ms for a picture. So many calls bound the wait for one that never comes.
+// Each call waits up to 7 ms for a picture. This many calls are enough to give up on it.
 enum { kMostCalls = 3000 };
 
 static char g_errstr[AIK_ERRSTR_SIZE];
 
-/// There is no need to release anything before leaving: the adapter bears a host that ends with open
-/// channels.
+/// A host may exit with open channels, so nothing is released here.
 static void leave(const char* step)
 {
     printf("%s: %s\n", step, g_errstr);
@@ -49,14 +48,14 @@ static void execute(int64_t channel, const char* command)
     must(ExecuteCommand(g_errstr, channel, command), command);
 }
 
-/// A camera's own parameters are reached in two steps: the key names one, the value goes to it.
+/// Sets a parameter of the camera, in two steps: the key names the parameter, the value feature writes it.
 static void setEntry(int64_t channel, const char* parameter, const char* entry)
 {
     set(channel, "CameraFeatureKey", parameter);
     set(channel, "CameraEnumerationValue", entry);
 }
 
-/// Makes the camera at a port the one that the features act upon, until another one is selected.
+/// Selects the camera at a port. The camera features refer to it until another one is selected.
 static void selectCamera(int64_t channel, int port)
 {
     char number[16];
@@ -69,18 +68,18 @@ static void prepareSelectedCamera(int64_t channel)
     setEntry(channel, "TriggerMode", "On");
     setEntry(channel, "TriggerSource", "Action0");
 
-    // The key of the device is written to the camera at once, those of the group only when they are applied.
+    // The device key is sent to the camera at once; group key and mask are sent by ApplyGroupRemote.
     set(channel, "EthActionCommand_DeviceKeyRemote", DEVICE_KEY);
     set(channel, "EthActionCommand_GroupIndexRemote", "0");
     set(channel, "EthActionCommand_GroupKeyRemote", GROUP_KEY);
     set(channel, "EthActionCommand_GroupMaskRemote", GROUP_MASK);
     execute(channel, "EthActionCommand_ApplyGroupRemote");
 
-    // The camera's own start, a feature: the exported function of that name starts the boards.
+    // This feature starts the camera. The exported function of the same name starts the channel.
     execute(channel, "StartAcquisition");
 }
 
-/// Waits for the next picture of the channel, fetches it, and answers its time stamp.
+/// Waits for the channel's next picture, fetches it, and returns its time stamp.
 static uint64_t fetch(int64_t channel)
 {
     static unsigned char image[kWidth * kHeight * AIK_MAX_BYTES_PER_PIXEL];
@@ -101,7 +100,7 @@ int main(void)
     uint64_t timestamps[kCameras];
     char value[AIK_VALUE_SIZE];
 
-    // All channels are opened before anything else. Each needs its geometry once before it can start.
+    // Open all channels first. Each needs its geometry once before it can start.
     for (int i = 0; i < kCameras; ++i) {
         csAIK_ChannelRecord record = {.size = sizeof record};
         csAIK_CommonParams params = {.width = kWidth, .height = kHeight};
@@ -109,10 +108,10 @@ int main(void)
         channels[i] = record.channelID;
         must(SetupCommonParams(g_errstr, channels[i], &params), "SetupCommonParams");
     }
-    const int64_t board = channels[0];   // either of them leads to the cameras of their board
+    const int64_t board = channels[0];   // the channels share the cameras of their board
 
-    // The board's side first: it takes what the cameras send from then on. One start serves all channels of
-    // an applet process; those that run already are left alone.
+    // Start the channels before the cameras, so that no picture is lost. The first call starts all channels
+    // of an applet process; a further call changes nothing.
     for (int i = 0; i < kCameras; ++i)
         must(StartAcquisition(g_errstr, channels[i]), "StartAcquisition");
 
@@ -123,7 +122,7 @@ int main(void)
         prepareSelectedCamera(board);
     }
 
-    // One command reaches all cameras of the board, and those obey whose keys it has.
+    // One command reaches all cameras of the board. Those whose keys match obey.
     set(board, "EthActionCommand_DeviceKeyLocal", DEVICE_KEY);
     set(board, "EthActionCommand_GroupKeyLocal", GROUP_KEY);
     set(board, "EthActionCommand_GroupMaskLocal", GROUP_MASK);
@@ -133,9 +132,9 @@ int main(void)
         timestamps[i] = fetch(channels[i]);
     printf("one command, two pictures: %" PRIu64 ", %" PRIu64 "\n", timestamps[0], timestamps[1]);
     if (timestamps[0] != timestamps[1])
-        leave("the pictures are not of the same moment");
+        leave("the time stamps differ");
 
-    // Cameras stop before the boards do, and close before their channels go.
+    // Stop the cameras before the channels, and close the connector before the channels are released.
     for (int port = 0; port < kCameras; ++port) {
         selectCamera(board, port);
         execute(board, "StopAcquisition");
