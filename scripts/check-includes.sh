@@ -1,12 +1,12 @@
 #!/bin/bash
-# Checks which folder includes which: check-includes.sh [root of a checkout]. Each source and header
-# belongs to the room with the longest name that its path begins with. Prints each wrong line; fails if
-# there was one. check-includes.sh --self-test shows on a small tree that it can fail.
+# Checks that folders include only what they may: check-includes.sh [root of a checkout]. A source or header
+# belongs to the room with the longest name that its path begins with. Prints each wrong line, and fails if
+# there is one. check-includes.sh --self-test shows on small trees that wrong lines are found.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-# The rooms of src/ from the top: a row includes itself and the rows below, never one above; rooms that
-# share a row don't include each other. The same list stands in docs/architecture.md.
+# The rooms of src/, from top to bottom: a room may include itself and the rows below it. Rooms in the same
+# row may not include each other. docs/architecture.md has the same list.
 rooms='
     src
     src/channels
@@ -22,8 +22,8 @@ rooms='
     src/AIKException
 '
 
-# The other folders, and where in all of the tree they may include from, besides themselves. To "src",
-# every room of it belongs, and each room of it may include what stands here for "src".
+# The other folders, and what they may include besides themselves. "src" means all of its rooms, and each of
+# these rooms may include what the row "src" lists.
 folders='
     include
     os
@@ -37,7 +37,7 @@ folders='
     docs            include os
 '
 
-# Including file, included file, and a reason.
+# Exceptions: including file, included file, reason.
 exceptions='
 '
 
@@ -49,7 +49,7 @@ check() {
         awk -v rooms="$rooms" -v folders="$folders" -v exceptions="$exceptions" '
         function complain(text) { print text; wrong = 1 }
 
-        # The longest of the names that is the path, or a folder of it, or its stem.
+        # The longest name that is the path itself, one of its folders, or its stem.
         function longest(path, names,    name, best) {
             best = ""
             for (name in names)
@@ -59,7 +59,7 @@ check() {
             return best
         }
 
-        # A file that stands in src/ itself belongs to "src"; a folder there needs a room of its own.
+        # A file directly in src/ belongs to the room "src"; a folder in src/ needs a room of its own.
         function roomOf(path,    room) {
             room = longest(path, level)
             return room == "src" && path ~ /^src\/.*\// ? "" : room
@@ -77,7 +77,7 @@ check() {
             return above == below || level[above] < level[below]
         }
 
-        # What an include line means: by path from src/ for those that see src/, from the root, from include/.
+        # The file that an include line names: by its path from src/, from the root or from include/.
         function resolve(name) {
             if (("src/" name) in files) return "src/" name
             if (name in files) return name
@@ -113,7 +113,7 @@ check() {
                 file = order[n]
                 folder = longest(file, mayUse)
                 if (folder == "" || (folder == "src" && roomOf(file) == "")) {
-                    complain(file ": its folder has no row in the table of scripts/check-includes.sh")
+                    complain(file ": its folder has no row in scripts/check-includes.sh")
                     continue
                 }
                 line = 0
@@ -127,7 +127,7 @@ check() {
                     target = resolve(text)
                     if (target == "") {
                         if (quoted)
-                            complain(file ":" line ": \"" text "\" is no path from src/, the root or include/")
+                            complain(file ":" line ": \"" text "\" is not a path from src/, the root or include/")
                     } else if (!mayInclude(file, target) && !((file, target) in excepted)) {
                         complain(file ":" line ": may not include " target)
                     }
@@ -135,12 +135,12 @@ check() {
                 close(file)
             }
             if (total == 0)
-                complain("no source found")
+                complain("no sources found")
             exit wrong
         }'
 }
 
-# expect <wrong lines> <files, each as path=include,include...>: checks a tree of these files.
+# expect <number of wrong lines> <file...>: checks a tree of these files, each given as "path=include include".
 expect() {
     local wanted=$1 tree file include found
     shift

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Builds the Windows product of the last commit in two clones, in folders whose names and depths differ,
-# and compares all that an integrator gets, byte by byte.
+# Builds the last commit for Windows twice, in two clones with different paths, and compares byte by byte what an
+# integrator gets.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -15,7 +15,7 @@ for clone in "${clones[@]}"; do
         >"$clone.sums"
 done
 
-echo "what came out:"
+echo "checksums:"
 cat "${clones[0]}.sums"
 grep -q '/OrvoCognexAdapter.dll$' "${clones[0]}.sums"
 cmp "${clones[@]/%/.sums}"

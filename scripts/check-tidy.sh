@@ -1,19 +1,19 @@
 #!/bin/bash
-# Runs clang-tidy over what a build folder compiles, two at a time: check-tidy.sh <build folder>. What was
-# clean and has not changed since, headers included, is not read again.
+# Runs clang-tidy on the sources that a build folder compiles, two at a time: check-tidy.sh <build folder>.
+# Skips a source that was clean if neither it nor its headers have changed since.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 cd "$1"
 mkdir -p tidy
 
-# What we compile: <object> <source>.
+# Our own sources: <object> <source>.
 compiled() {
     awk -F'"' '$2 == "command" { object = $0; sub(/^.* -o /, "", object); sub(/ .*/, "", object) }
                $2 == "file" { print object, $4 }' compile_commands.json |
         grep -E "^[^ ]+ $repository/(os|src|sim|aikctl|tests|bench)/"
 }
 
-# What each object was made from, without the system's headers: <object> <file>.
+# The files that each object depends on, without the system's headers: <object> <file>.
 dependencies() {
     ninja -t deps | awk '/^[^ ]/ { object = $1; sub(/:$/, "", object) }
                          /^    / && $1 !~ /^\/usr\// { sub(/^ */, ""); print object, $0 }'

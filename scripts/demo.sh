@@ -1,7 +1,7 @@
 #!/bin/bash
-# Installs what is missing, builds the product and the simulated boards, and grabs pictures from every
-# channel under Wine. Some channels play photographs: what comes out of them must be what went in. Two of their
-# cameras play the two eyes of a stereo pair, and take each picture at one moment.
+# Installs what is missing, builds the product and the simulated boards, and grabs pictures from every channel
+# under Wine. Some channels play photographs, and must deliver exactly these. Two of those channels play the two
+# sides of a stereo pair; their cameras are triggered at the same moment.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -9,7 +9,7 @@ demo=$repository/build/demo
 bin=$demo/installation/bin
 boards=$demo/boards
 pictures=$demo/pictures
-photographChannel=2   # after the two of the first board
+photographChannel=2   # the first two channels belong to the first board
 leftChannel=3
 rightChannel=4
 count=30
@@ -25,26 +25,26 @@ layOut() {
     cp "$cache"/photographs/motorcycle_right.png "$boards/right"
 }
 
-# As Windows programs know it.
+# The path as Windows programs see it.
 windowsPath() { echo "Z:${1//\//\\}"; }
 
 aikctl() { "$repository/scripts/wine.sh" "$bin/aikctl.exe" "$@" | tr -d '\r'; }
 
-# What the simulated boards wrote down, in the order of the channels.
+# The ledger of the simulated boards as a table, in the order of the channels.
 ledger() {
-    echo "channel  produced  delivered  no free block  asked pictures/s  held"
+    echo "channel  produced  delivered  no free block  rate asked for  reached"
     awk -F '[:,]' '
         /"board"/          { channel = rows++ }
         /"produced"/       { produced = $2 }
         /"delivered"/      { delivered = $2 }
         /"droppedNoBlock"/ { dropped = $2 }
         /"askedRate"/      { asked = $2 }
-        /"heldRate"/       { printf "%-7d  %8d  %9d  %13d  %16.1f  %4.1f\n",
+        /"heldRate"/       { printf "%-7d  %8d  %9d  %13d  %14.1f  %7.1f\n",
                                     channel, produced, delivered, dropped, asked, $2 }' "$1"
 }
 
-# comparePhotographs <pictures> <ending> <photographs> <command> <command>: what the first command makes of each
-# picture must be what the second makes of one of the photographs in that folder.
+# comparePhotographs <pictures> <ending> <photographs> <command> <command>: every picture, read by the first
+# command, must equal one of the photographs in the folder, read by the second command.
 comparePhotographs() {
     local pictures=$1 ending=$2 photographs=$3 ofPicture=$4 ofPhotograph=$5 picture photograph found compared=0
     for picture in "$pictures"-*."$ending"; do
@@ -55,12 +55,12 @@ comparePhotographs() {
             fi
         done
         if [[ ! $found ]]; then
-            echo "$picture is none of the photographs that went in" >&2
+            echo "$picture does not equal any of the photographs in $photographs" >&2
             return 1
         fi
         compared=$((compared + 1))
     done
-    echo "each of the $compared pictures is one of the photographs that went in, pixel by pixel"
+    echo "all $compared pictures equal one of the played photographs, pixel by pixel"
 }
 
 pixels() { pngtopnm "$1"; }
@@ -91,27 +91,27 @@ ORVO_COGNEX_APPLET_1=$(windowsPath "$boards/photographs.hap")
 ORVO_COGNEX_APPLET_2=$(windowsPath "$boards/stereo.hap")
 
 echo
-echo "The channels of an installation with three simulated boards:"
+echo "The channels of three simulated boards:"
 aikctl list
 
 echo
-echo "A GigE Vision camera, led step by step:"
+echo "A GigE Vision camera, step by step:"
 aikctl do 0 exec InitializeCameraConnector get PortCount exec Detect get CameraName \
     set CameraFeatureKey=ExposureTime get CameraFloatValue set CameraFloatValue=2500 get CameraFloatValue \
     exec StartAcquisition exec StopAcquisition exec CloseCameraConnector
 
 echo
-echo "And one behind the other kind of board, which has no ports before they are looked for:"
+echo "A camera of another kind of board, which has no ports until they are detected:"
 aikctl do "$photographChannel" exec InitializeCameraConnector exec Detect get PortCount get CameraName \
     set CameraFeatureKey=TestPattern get CameraEnumerationValue set CameraEnumerationValue=ColorBar \
     get CameraEnumerationValue exec StartAcquisition exec StopAcquisition exec CloseCameraConnector
 
 echo
-echo "$count pictures from every channel, whose cameras are connected, started, stopped and closed:"
-# A machine that is too slow for the rates of the applets loses pictures; that is counted and no failure.
+echo "$count pictures from every channel. aikctl connects, starts, stops and disconnects the cameras:"
+# A machine that is too slow for the applets' rates loses pictures. They are counted, and that is not a failure.
 aikctl grab all --count "$count" --strategy OldestFirstOverwrite --progress --output "$(windowsPath "$pictures/packed")"
 echo
-echo "What the boards themselves counted:"
+echo "What the simulated boards counted:"
 ledger "$boards/ledger.json"
 
 echo
@@ -120,11 +120,11 @@ aikctl grab "$photographChannel" --count 6 --strategy OldestFirstOverwrite --pla
     --output "$(windowsPath "$pictures/planar")"
 
 echo
-echo "Two cameras with twice the exposure, mirrored, that take each picture by one action command:"
+echo "Two cameras, mirrored and with twice the exposure. One action command triggers both for each picture:"
 aikctl grab "$leftChannel" "$rightChannel" --count 5 --action --set Width=740 --set ReverseX=True --set ExposureTime=20000 \
     --output "$(windowsPath "$pictures/mirrored")"
 echo
-echo "The same two as the eyes of a stereo pair:"
+echo "The same two cameras as the sides of a stereo pair:"
 aikctl grab "$leftChannel" "$rightChannel" --count 5 --action --output "$(windowsPath "$pictures/stereo")"
 
 echo
@@ -133,9 +133,9 @@ packed=$(comparePhotographs "$pictures/packed/channel$photographChannel" png "$p
 planar=$(comparePhotographs "$pictures/planar/channel$photographChannel" raw "$photographs" cat planes)
 left=$(comparePhotographs "$pictures/stereo/channel$leftChannel" png "$boards/left" pixels pixels)
 right=$(comparePhotographs "$pictures/stereo/channel$rightChannel" png "$boards/right" pixels pixels)
-echo "Packed:    $packed."
-echo "Planar:    $planar."
-echo "Left eye:  $left."
-echo "Right eye: $right."
+echo "Packed: $packed."
+echo "Planar: $planar."
+echo "Left:   $left."
+echo "Right:  $right."
 echo
-echo "The pictures lie in $pictures; all of it took $SECONDS s."
+echo "The pictures are in $pictures. Total time: $SECONDS s."

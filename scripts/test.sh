@@ -1,5 +1,5 @@
 #!/bin/bash
-# Installs what is missing, builds all, runs all tests and checks, and says what passed.
+# Installs what is missing, builds everything, runs all tests and checks, and prints what passed.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -7,10 +7,10 @@ usage() {
     cat <<END
 usage: scripts/test.sh [--quick] [preset...]
 
-Without a preset: windows, linux, linux-asan and linux-tsan, and then the checks format, includes,
+Without arguments: the presets windows, linux, linux-asan and linux-tsan, then the checks format, includes,
 tidy and reproducible.
-With presets: their tests alone.
---quick: the preset linux, and the checks that take seconds.
+With presets: only the tests of these presets.
+--quick: the preset linux, and the checks format and includes, which take seconds.
 END
 }
 
@@ -36,18 +36,19 @@ failed=0
 skipped=0
 summary=()
 
-# conclude <name> <passed> <failed> <skipped> [log file]: shows the end of the log if something failed.
+# conclude <name> <passed> <failed> <skipped> [log file]: adds to the summary; prints the end of the log if
+# something failed.
 conclude() {
     passed=$((passed + $2)) failed=$((failed + $3)) skipped=$((skipped + $4))
     summary+=("$(printf '%-12s %5d passed, %d failed, %d skipped' "$1" "$2" "$3" "$4")")
     if (($3 > 0)) && [[ -f ${5-} ]]; then
-        echo "---- the end of $5"
+        echo "---- last lines of $5"
         tail -n 80 "$5"
         echo "----"
     fi
 }
 
-# What the record of a test run says in an attribute of its head, 0 if there is none.
+# recorded <record> <attribute>: the number in that attribute of a test record's first element, 0 if there is none.
 recorded() {
     local number
     number=$(sed -n "s/.*[[:space:]]$2=\"\([0-9]*\)\".*/\1/p;/<testcase/q" "$1" | head -n 1)
@@ -67,7 +68,7 @@ testPreset() {
     total=$(recorded "$record" tests)
     bad=$(recorded "$record" failures)
     out=$(($(recorded "$record" skipped) + $(recorded "$record" disabled)))
-    # A run that failed as a whole, or ran nothing, is a failure even if no test says so.
+    # A run that failed as a whole, or ran no test, counts as a failure even if no test failed.
     ((bad > 0)) || { ((status == 0 && total > out)) || bad=1 total=$((total + 1)); }
     conclude "$preset" $((total - bad - out)) "$bad" "$out" "$logs/$preset-tests.log"
 }
@@ -98,7 +99,7 @@ done
 
 echo
 printf '%s\n' "${summary[@]}"
-echo "All of it took $SECONDS s."
+echo "Total time: $SECONDS s."
 echo
 ((skipped == 0)) && echo "$passed passed, $failed failed" || echo "$passed passed, $failed failed, $skipped skipped"
 ((failed == 0))

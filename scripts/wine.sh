@@ -1,7 +1,7 @@
 #!/bin/bash
-# Runs a Windows program in the project's own Wine prefix, which scripts/setup.sh makes.
+# Runs a Windows program in the project's own Wine prefix, which scripts/setup.sh creates.
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 useWine
 startWine
-# What Wine leaves running must not hold a script's lock.
+# Processes that Wine leaves running must not hold the calling script's lock.
 exec wine "$@" 8>&-
