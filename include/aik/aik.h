@@ -15,8 +15,8 @@
 /// Channels
 ///   A channel is one DMA of one applet process on one board. Channels of the same applet process start and
 ///   stop together, and SetupCommonParams() on one of them rebuilds the image buffers of all of them. Neither
-///   names nor ids tell which channels share a process: the process number in a name starts again at 0 on
-///   each board.
+///   names nor ids tell which channels share a process: boards of the same type have the same name, and the
+///   process number in a channel's name starts at 0 on each board.
 ///
 /// Order of calls
 ///   1. GetVideoChannel() for every channel that the host uses. No other function may be called before it.
@@ -156,10 +156,10 @@ typedef int32_t (*AIK_WaitForIntegration)(char* errstr, int64_t channelID, uint3
 
 /// 12: Describes the picture that GetImage() copies next. Waits for it as WaitForIntegration() does, but also
 /// while the channel is stopped. Fails with "Acquisistion is not setup" while every buffer of the ring holds
-/// a picture that was not fetched. A ring of one buffer fails so with every picture, a longer one if the host
-/// falls behind under "OldestFirst": call GetImage(), then ask again. After lost pictures it fails as
-/// GetImage() does. A call that fails or reports AIK_ACQ_PENDING half-way leaves the fields that it has
-/// already stored.
+/// a picture that was not fetched. With a ring of one buffer this happens at every picture, with a longer one
+/// if the host falls behind under "OldestFirst". Call GetImage(), then ask again. After lost pictures it
+/// fails as GetImage() does. A call that fails or reports AIK_ACQ_PENDING half-way leaves the fields that it
+/// has already stored.
 typedef int32_t (*AIK_GetImageAttributes)(char* errstr, int64_t channelID, csAIK_ImageAttributes* attributes,
                                           uint32_t* acqResult);
 
