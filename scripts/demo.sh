@@ -60,7 +60,7 @@ comparePhotographs() {
         fi
         compared=$((compared + 1))
     done
-    echo "all $compared pictures equal one of the played photographs, pixel by pixel"
+    echo "each of the $compared pictures equals one of the played photographs, pixel by pixel"
 }
 
 pixels() { pngtopnm "$1"; }
