@@ -55,6 +55,9 @@ set_target_properties(orvo_stb PROPERTIES POSITION_INDEPENDENT_CODE ON C_VISIBIL
 # From source in every preset: mingw has none, and a sanitizer wants to see all of the program.
 set(INSTALL_GTEST OFF)
 add_subdirectory(/usr/src/googletest "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+foreach(library gtest gmock gmock_main)
+    target_compile_options(${library} PRIVATE -O0 -g1)
+endforeach()
 include(GoogleTest)
 set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
 

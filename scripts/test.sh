@@ -82,7 +82,8 @@ includes() {
 
 tidy() {
     build linux-tsan
-    scripts/check-tidy.sh build/linux-tsan
+    build linux
+    scripts/check-tidy.sh build/linux-tsan build/linux
 }
 
 reproducible() { scripts/check-reproducible.sh; }
