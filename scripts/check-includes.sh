@@ -5,8 +5,9 @@
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-# The rooms of src/, from top to bottom: a room may include itself and the rows below it. Rooms in the same
-# row may not include each other. docs/architecture.md has the same list.
+# The rooms, each tree from top to bottom: a room may include itself and the rows below it. Rooms in the same
+# row may not include each other. docs/architecture.md has the same list. The name of a tree by itself means the
+# files that lie in its root.
 rooms='
     src
     src/channels
@@ -20,10 +21,25 @@ rooms='
     src/brdlib/binding
     src/templates/platform
     src/AIKException
+
+    sim/brdlib5 sim/ethlib sim/orvo_genicam sim/dispatcher sim/applet
+    sim/cameralib
+    sim/call
+    sim/pictures
+    sim/simulator
+    sim/json
+    sim/seam
+    sim
+
+    aikctl
+    aikctl/commands
+    aikctl/grab
+    aikctl/adapter aikctl/pictures
+    aikctl/console
 '
 
-# The other folders, and what they may include besides themselves. "src" means all of its rooms, and each of
-# these rooms may include what the row "src" lists.
+# The trees and other folders, and what they may include besides themselves. A tree means all of its rooms, and
+# each of these may include what the row of the tree lists.
 folders='
     include
     os
@@ -59,10 +75,10 @@ check() {
             return best
         }
 
-        # A file directly in src/ belongs to the room "src"; a folder in src/ needs a room of its own.
+        # A file in the root of a tree belongs to the tree; a folder there needs a room of its own.
         function roomOf(path,    room) {
             room = longest(path, level)
-            return room == "src" && path ~ /^src\/.*\// ? "" : room
+            return room !~ /\// && path ~ /\/.*\// ? "" : room
         }
 
         function mayInclude(from, to,    above, below, own, other) {
@@ -70,7 +86,7 @@ check() {
             other = longest(to, mayUse)
             if (own != other)
                 return (own, other) in allowed || index(other, own "/") == 1
-            if (own != "src")
+            if (!(own in level))   # no rooms there
                 return 1
             above = roomOf(from)
             below = roomOf(to)
@@ -112,7 +128,7 @@ check() {
             for (n = 1; n <= total; ++n) {
                 file = order[n]
                 folder = longest(file, mayUse)
-                if (folder == "" || (folder == "src" && roomOf(file) == "")) {
+                if (folder == "" || (folder in level && roomOf(file) == "")) {
                     complain(file ": its folder has no row in scripts/check-includes.sh")
                     continue
                 }
@@ -145,7 +161,7 @@ expect() {
     local wanted=$1 tree file include found
     shift
     tree=$(mktemp -d)
-    for file in src/AIKException.h src/brdlib/DmaPort.h include/aik/aik.h os/Os.h sim/brdlib5/wheel.h "$@"; do
+    for file in src/AIKException.h src/brdlib/DmaPort.h include/aik/aik.h os/Os.h sim/brdlib5/control.h "$@"; do
         mkdir -p "$tree/$(dirname "${file%%=*}")"
         : >"$tree/${file%%=*}"
         [[ $file == *=* ]] || continue
@@ -168,10 +184,11 @@ selfTest() {
     expect 1 "src/brdlib/binding/Functions.cpp=brdlib/DmaPort.h"
     expect 1 "src/acquisition/buffers/Buffer.cpp=brdlib/DmaPort.h"
     expect 2 "src/camera/eth/A.h=camera/ogc/B.h" "src/camera/ogc/B.h=camera/eth/A.h"
-    expect 1 "src/brdlib/AppletProcess.cpp=sim/brdlib5/wheel.h"
+    expect 1 "src/brdlib/AppletProcess.cpp=sim/brdlib5/control.h"
     expect 3 "sim/ethlib/A.cpp=brdlib/DmaPort.h" "aikctl/B.cpp=AIKException.h" "os/C.cpp=aik/aik.h"
-    expect 1 "tests/system/Life.cpp=brdlib/DmaPort.h os/Os.h sim/brdlib5/wheel.h"
-    expect 2 "src/gadgets/A.h" "elsewhere/B.h"
+    expect 1 "tests/system/Session.cpp=brdlib/DmaPort.h os/Os.h sim/brdlib5/control.h"
+    expect 3 "src/gadgets/A.h" "sim/gadgets/A.h" "elsewhere/B.h"
+    expect 2 "sim/seam/A.h=sim/brdlib5/control.h" "aikctl/console/A.h=aikctl/grab/B.h" "aikctl/grab/B.h=aikctl/console/A.h"
     expect 1 "src/brdlib/AppletProcess.cpp=DmaPort.h"
 }
 
