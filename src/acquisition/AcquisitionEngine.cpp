@@ -3,11 +3,8 @@
 #include <new>
 
 #include "AIKException.h"
-#include "acquisition/NewestOnlyStrategy.h"
-#include "acquisition/NoTransformation.h"
-#include "acquisition/OldestFirstOverwriteStrategy.h"
-#include "acquisition/OldestFirstStrategy.h"
-#include "acquisition/RGBPackedToPlanar.h"
+#include "acquisition/AcquisitionStrategy.h"
+#include "acquisition/PixelTransformation.h"
 #include "brdlib/DmaPort.h"
 #include "features/addFeature.h"
 

@@ -3,8 +3,9 @@
 #include <cstdint>
 #include <memory>
 
-#include "acquisition/buffers/BufferAccess.h"
+#include "acquisition/buffers/BufferCoordinator.h"
 #include "acquisition/buffers/Ticks.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 
@@ -41,6 +42,41 @@ protected:
 private:
     int64_t m_errorCode = 0;
     std::shared_ptr<BufferCoordinator> m_coordinator;
+};
+
+/// The host sees the latest image only. A new one sends those back to the board that were not fetched.
+class NewestOnlyStrategy : public AcquisitionStrategy {
+public:
+    void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
+};
+
+/// The host sees images oldest first. When no buffer is left for the board, the oldest image goes back to it.
+class OldestFirstOverwriteStrategy : public AcquisitionStrategy {
+public:
+    void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
+
+    virtual tools::logging::Logger* getLogger() { return m_logger.get(); }
+
+private:
+    tools::logging::CachedLogger m_logger{"orvo.Cognex.AcquisitionEngine"};
+};
+
+class DmaPort;
+
+/// The host sees every image, oldest first, and hears of those that the board had no buffer for: getImage()
+/// then throws AIKException "N images lost due buffer overflow", until the board counts anew.
+class OldestFirstStrategy : public AcquisitionStrategy {
+public:
+    /// Comes right after construction.
+    void setDmaPort(std::weak_ptr<DmaPort> dmaPort) { m_dmaPort = std::move(dmaPort); }
+
+    void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
+    std::weak_ptr<Buffer> getImage(Ticks timeout) override;
+
+private:
+    int32_t lostImages() const;
+
+    std::weak_ptr<DmaPort> m_dmaPort;
 };
 
 }   // namespace orvo::cognex

@@ -8,11 +8,7 @@
 #include "AIKException.h"
 #include "brdlib/AppletWrapper.h"
 #include "brdlib/BoardWrapper.h"
-#include "brdlib/DllLoader.h"
-#include "brdlib/HapLoader.h"
-#include "brdlib/McfLoader.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 #include "features/NumberText.h"
 #include "os/Os.h"
 
@@ -82,6 +78,42 @@ std::unique_ptr<AppletLoader> chooseLoader(const std::weak_ptr<BoardWrapper>& bo
         }
     }
     return nullptr;
+}
+
+std::unique_ptr<AppletLoader> DllLoader::create(const std::string& path, std::weak_ptr<BoardWrapper> board)
+{
+    if (!holds(path, "DLL"))
+        throw AIKException("Path does not refer a dll applet.");
+    return std::unique_ptr<AppletLoader>(new DllLoader(path, std::move(board)));
+}
+
+std::unique_ptr<AppletWrapper> DllLoader::load()
+{
+    return loadWith(Brd_InitEx);
+}
+
+std::unique_ptr<AppletLoader> HapLoader::create(const std::string& path, std::weak_ptr<BoardWrapper> board)
+{
+    if (!holds(path, "HAP"))
+        throw AIKException("Path does not refer to a hap file!");
+    return std::unique_ptr<AppletLoader>(new HapLoader(path, std::move(board)));
+}
+
+std::unique_ptr<AppletWrapper> HapLoader::load()
+{
+    return loadWith(Brd_InitEx);
+}
+
+std::unique_ptr<AppletLoader> McfLoader::create(const std::string& path, std::weak_ptr<BoardWrapper> board)
+{
+    if (!holds(path, ".MCF"))
+        throw AIKException("Given path does not refer an mcf file!");
+    return std::unique_ptr<AppletLoader>(new McfLoader(path, std::move(board)));
+}
+
+std::unique_ptr<AppletWrapper> McfLoader::load()
+{
+    return loadWith(Brd_InitConfigEx);
 }
 
 }   // namespace orvo::cognex

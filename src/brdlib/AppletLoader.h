@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 
@@ -48,5 +48,41 @@ std::unique_ptr<AppletLoader> chooseLoader(const std::weak_ptr<BoardWrapper>& bo
 
 /// The name of the environment variable of a board: "ORVO_COGNEX_APPLET_" and its index.
 std::string appletVariable(const BoardWrapper& board);
+
+/// Loads an applet in the form of a library: "DLL" in its path.
+class DllLoader : public AppletLoader {
+public:
+    /// Throws AIKException if the path is none of this kind.
+    static std::unique_ptr<AppletLoader> create(const std::string& path, std::weak_ptr<BoardWrapper> board);
+
+    std::unique_ptr<AppletWrapper> load() override;
+
+private:
+    using AppletLoader::AppletLoader;
+};
+
+/// Loads an applet in the form of a hardware applet file: "HAP" in its path.
+class HapLoader : public AppletLoader {
+public:
+    /// Throws AIKException if the path is none of this kind.
+    static std::unique_ptr<AppletLoader> create(const std::string& path, std::weak_ptr<BoardWrapper> board);
+
+    std::unique_ptr<AppletWrapper> load() override;
+
+private:
+    using AppletLoader::AppletLoader;
+};
+
+/// Loads a configuration of an applet: ".MCF" in its path.
+class McfLoader : public AppletLoader {
+public:
+    /// Throws AIKException if the path is none of this kind.
+    static std::unique_ptr<AppletLoader> create(const std::string& path, std::weak_ptr<BoardWrapper> board);
+
+    std::unique_ptr<AppletWrapper> load() override;
+
+private:
+    using AppletLoader::AppletLoader;
+};
 
 }   // namespace orvo::cognex

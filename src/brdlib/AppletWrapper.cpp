@@ -3,7 +3,6 @@
 #include "AIKException.h"
 #include "brdlib/AppletProcess.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 
 namespace orvo::cognex {
 

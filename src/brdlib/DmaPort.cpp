@@ -7,7 +7,6 @@
 #include "acquisition/buffers/Buffer.h"
 #include "brdlib/DmaObserver.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 #include "features/NumberText.h"
 #include "features/addFeature.h"
 #include "tools/logging/Record.h"

@@ -7,11 +7,11 @@
 #include <unordered_map>
 #include <vector>
 
-#include "brdlib/AcqCallbackObserver.h"
+#include "brdlib/DmaObserver.h"
 #include "features/FeatureContainer.h"
 #include "features/FeatureObserver.h"
 #include "features/NumberFeature.h"
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "acquisition/NewestOnlyStrategy.h"
+#include "acquisition/AcquisitionStrategy.h"
 #include "tests/acquisition/buffers/Ring.h"
 #include "tests/support/Failures.h"
 

@@ -2,10 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "AIKException.h"
-#include "brdlib/DllLoader.h"
+#include "brdlib/AppletLoader.h"
 #include "brdlib/DmaPort.h"
-#include "brdlib/HapLoader.h"
-#include "brdlib/McfLoader.h"
 #include "tests/brdlib/LoadedApplet.h"
 #include "tests/support/Failures.h"
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
 
-#include "brdlib/binding/InstallationDirectory.h"
+#include "AIKException.h"
+#include "brdlib/binding/SharedLibrary.h"
 
 namespace orvo::cognex {
 
@@ -174,5 +176,10 @@ int32_t loadBoardLibrary(const char* directory)
         ORVO_CHECK_##how(ifMissing) return function arguments;                                               \
     }
 ORVO_BRD_FUNCTIONS(ORVO_FORWARD)
+
+void throwBrdError(int64_t number)
+{
+    throw AIKException("brd error code: " + std::to_string(number));
+}
 
 }   // namespace orvo::cognex

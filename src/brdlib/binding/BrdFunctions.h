@@ -101,4 +101,14 @@ ORVO_BRD_FUNCTIONS(ORVO_DECLARE)
 /// name that it lacks is bound to null. Answers 0, or kFunctionNotReached if the library can't be loaded.
 int32_t loadBoardLibrary(const char* directory);
 
+/// Throws AIKException with "brd error code: " and the number, in decimal.
+[[noreturn]] void throwBrdError(int64_t number);
+
+/// Throws for any `status` but 0.
+inline void checkBrd(int32_t status)
+{
+    if (status != 0)
+        throwBrdError(status);
+}
+
 }   // namespace orvo::cognex

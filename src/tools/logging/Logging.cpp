@@ -1,7 +1,7 @@
 #include "tools/logging/Logging.h"
 
-#include "brdlib/binding/InstallationDirectory.h"
-#include "templates/platform/ReadWriteLockGuard.h"
+#include "brdlib/binding/SharedLibrary.h"
+#include "templates/platform/Locks.h"
 
 namespace orvo::tools::logging {
 

@@ -1,4 +1,4 @@
-#include "acquisition/buffers/BufferAccess.h"
+#include "acquisition/buffers/BufferCoordinator.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "acquisition/buffers/Buffer.h"
-#include "acquisition/buffers/BufferAccess.h"
+#include "acquisition/buffers/BufferCoordinator.h"
 
 namespace orvo::test {
 

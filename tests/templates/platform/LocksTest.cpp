@@ -8,9 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "os/Os.h"
-#include "templates/platform/ReadWriteLockGuard.h"
-#include "templates/platform/RecursiveMutex.h"
-#include "templates/platform/SpinLockVariableGuard.h"
+#include "templates/platform/Locks.h"
 
 using namespace orvo;
 using namespace orvo::templates::platform;

@@ -1,9 +1,9 @@
-#include "templates/platform/LibraryInitController.h"
+#include "templates/platform/Singletons.h"
 
 #include <cstdint>
 #include <cstdio>
 
-#include "templates/platform/SpinLockVariableGuard.h"
+#include "templates/platform/Locks.h"
 
 namespace orvo::templates::platform {
 

@@ -1,10 +1,18 @@
-#include "acquisition/RGBPackedToPlanar.h"
+#include "acquisition/PixelTransformation.h"
 
 #include <cstddef>
+#include <cstring>
 
 #include "acquisition/buffers/Buffer.h"
 
 namespace orvo::cognex {
+
+void NoTransformation::transform(void* destination, const std::weak_ptr<Buffer>& image)
+{
+    const auto buffer = locked(image);
+    if (buffer->size() > 0)
+        std::memcpy(destination, buffer->data(), buffer->size());
+}
 
 template <typename T>
 void RGBPackedToPlanar<T>::transform(void* destination, const std::weak_ptr<Buffer>& image)
