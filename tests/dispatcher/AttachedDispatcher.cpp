@@ -1,3 +1,4 @@
+#include "os/Program.h"
 #include "tests/dispatcher/AttachedDispatcher.h"
 
 #include <filesystem>
