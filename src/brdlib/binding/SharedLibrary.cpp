@@ -8,6 +8,19 @@
 
 namespace orvo::cognex {
 
+namespace {
+
+using templates::platform::SpinLockVariable;
+using templates::platform::SpinLockVariableGuard;
+
+constexpr size_t kLongestDirectory = 1024;   // with its NUL
+
+SpinLockVariable g_lock{0};
+std::array<char, kLongestDirectory> g_directory ORVO_GUARDED_BY(g_lock){};   // does not change once found
+bool g_found ORVO_GUARDED_BY(g_lock) = false;
+
+}   // namespace
+
 SharedLibrary::SharedLibrary(const std::string& path, Unload unload)
     : m_module(os::loadLibrary(path, os::Neighbours::AsTheSystemDoes, &m_error)), m_unload(unload)
 {}
@@ -17,19 +30,6 @@ SharedLibrary::~SharedLibrary()
     if (m_module && m_unload == Unload::OnDestruction)
         os::freeLibrary(m_module);
 }
-
-namespace {
-
-using templates::platform::SpinLockVariable;
-using templates::platform::SpinLockVariableGuard;
-
-constexpr size_t kLongestDirectory = 1024;   // with its NUL
-
-std::array<char, kLongestDirectory> g_directory{};
-bool g_found = false;
-SpinLockVariable g_lock{0};
-
-}   // namespace
 
 const char* installationDirectory()
 {

@@ -6,21 +6,22 @@ namespace orvo::templates::platform {
 
 void Event::set()
 {
-    const std::scoped_lock lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_signalled = true;
     m_changed.notify_all();
 }
 
 void Event::reset()
 {
-    const std::scoped_lock lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_signalled = false;
 }
 
 void Event::wait()
 {
-    std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_signalled; });
+    os::MutexLock lock(m_mutex);
+    while (!m_signalled)
+        m_changed.wait(lock.native());
 }
 
 void ReadWriteLock::lockRead()
@@ -34,7 +35,7 @@ void ReadWriteLock::lockRead()
 void ReadWriteLock::lockWrite()
 {
     {
-        const std::scoped_lock lock(m_state);
+        const os::MutexLock lock(m_state);
         ++m_waitingWriters;
     }
     do {
@@ -45,7 +46,7 @@ void ReadWriteLock::lockWrite()
 
 void ReadWriteLock::unlock()
 {
-    const std::scoped_lock lock(m_state);
+    const os::MutexLock lock(m_state);
     if (m_writerInside) {
         m_writerInside = false;
         m_noWriter.set();
@@ -56,7 +57,7 @@ void ReadWriteLock::unlock()
 
 bool ReadWriteLock::tryRead()
 {
-    const std::scoped_lock lock(m_state);
+    const os::MutexLock lock(m_state);
     if (m_writerInside || m_waitingWriters > 0)
         return false;
     ++m_readers;
@@ -66,7 +67,7 @@ bool ReadWriteLock::tryRead()
 
 bool ReadWriteLock::tryWrite()
 {
-    const std::scoped_lock lock(m_state);
+    const os::MutexLock lock(m_state);
     if (m_readers > 0 || m_writerInside)
         return false;
     --m_waitingWriters;

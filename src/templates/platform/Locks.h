@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <mutex>
 
+#include "os/ThreadSafety.h"
+
 namespace orvo::templates::patterns {
 
 /// Base of the guards: the lock, and whether this guard holds it.
@@ -38,51 +40,67 @@ public:
     void wait();
 
 private:
-    std::mutex m_mutex;
+    os::Mutex m_mutex;
     std::condition_variable m_changed;
-    bool m_signalled;
+    bool m_signalled ORVO_GUARDED_BY(m_mutex);
 };
 
 /// Many readers or one writer. A waiting writer goes before new readers. Not reentrant: a holder that asks
 /// again waits for itself.
-class ReadWriteLock {
+class ORVO_CAPABILITY("lock") ReadWriteLock {
 public:
     virtual ~ReadWriteLock() = default;
 
-    void lockRead();
-    void lockWrite();
+    void lockRead() ORVO_ACQUIRE_SHARED();
+    void lockWrite() ORVO_ACQUIRE();
     /// Ends the caller's hold, of either kind.
-    void unlock();
+    void unlock() ORVO_RELEASE_GENERIC();
 
 private:
     bool tryRead();
     bool tryWrite();
 
-    uint32_t m_readers = 0;
-    uint32_t m_waitingWriters = 0;
-    bool m_writerInside = false;
+    os::Mutex m_state;
+    uint32_t m_readers ORVO_GUARDED_BY(m_state) = 0;
+    uint32_t m_waitingWriters ORVO_GUARDED_BY(m_state) = 0;
+    bool m_writerInside ORVO_GUARDED_BY(m_state) = false;
     Event m_noReaders{true};
     Event m_noWriter{true};
-    std::mutex m_state;
 };
 
 enum class LockMode : int32_t { Read = 1, Write = 2 };
 
-/// Holds a ReadWriteLock for a scope.
+/// Holds a ReadWriteLock for a scope. Clang's analysis can't follow a mode that is chosen at run time: where it
+/// is known, take ReadGuard or WriteGuard.
 class ReadWriteLockGuard : public patterns::Guard<ReadWriteLock*> {
 public:
     ReadWriteLockGuard(ReadWriteLock& lock, LockMode mode);
     ~ReadWriteLockGuard() override;
 };
 
-/// A mutex that its owner thread may take again.
-class RecursiveMutex {
+class ORVO_SCOPED_CAPABILITY ReadGuard : public ReadWriteLockGuard {
+public:
+    explicit ReadGuard(ReadWriteLock& lock) ORVO_ACQUIRE_SHARED(lock)
+        : ReadWriteLockGuard(lock, LockMode::Read)
+    {}
+    ~ReadGuard() ORVO_RELEASE_GENERIC() override = default;
+};
+
+class ORVO_SCOPED_CAPABILITY WriteGuard : public ReadWriteLockGuard {
+public:
+    explicit WriteGuard(ReadWriteLock& lock) ORVO_ACQUIRE(lock) : ReadWriteLockGuard(lock, LockMode::Write) {}
+    ~WriteGuard() ORVO_RELEASE_GENERIC() override = default;
+};
+
+/// A mutex that its owner thread may take again. Clang's analysis takes it for one that the owner may not: it
+/// refuses two guards in one function.
+class ORVO_CAPABILITY("mutex") RecursiveMutex {
 public:
     virtual ~RecursiveMutex() = default;
 
-    void lock();
-    void unlock();
-    /// How often the owner holds it now. For the owner to ask; other threads would race.
+    void lock() ORVO_ACQUIRE();
+    void unlock() ORVO_RELEASE();
+    /// How often the owner holds it now. Only the owner may ask; for other threads that is a race.
     int32_t lockCount() const { return m_lockCount; }
 
 private:
@@ -91,22 +109,26 @@ private:
 };
 
 /// Holds a RecursiveMutex for a scope.
-class RecursiveMutexGuard : public patterns::Guard<RecursiveMutex*> {
+class ORVO_SCOPED_CAPABILITY RecursiveMutexGuard : public patterns::Guard<RecursiveMutex*> {
 public:
-    explicit RecursiveMutexGuard(RecursiveMutex& mutex);
-    ~RecursiveMutexGuard() override;
+    explicit RecursiveMutexGuard(RecursiveMutex& mutex) ORVO_ACQUIRE(mutex);
+    ~RecursiveMutexGuard() ORVO_RELEASE() override;
 };
 
 /// A lock that is a plain process-wide variable: usable before any constructor ran and after any destructor.
-using SpinLockVariable = std::atomic<uint32_t>;
+struct ORVO_CAPABILITY("spin lock") SpinLockVariable : std::atomic<uint32_t> {
+    using std::atomic<uint32_t>::atomic;
+};
 
 /// Holds a spin lock for a scope. With an owner variable the lock is recursive by thread: an inner guard
-/// takes nothing and gives nothing back. Without one it isn't.
-struct SpinLockVariableGuard {
-    explicit SpinLockVariableGuard(SpinLockVariable& lock, SpinLockVariable* owner = nullptr);
+/// takes nothing and gives nothing back. Without one it isn't. To clang's analysis every guard takes the lock,
+/// so it refuses two in one function.
+struct ORVO_SCOPED_CAPABILITY SpinLockVariableGuard {
+    explicit SpinLockVariableGuard(SpinLockVariable& lock, SpinLockVariable* owner = nullptr)
+        ORVO_ACQUIRE(lock);
     SpinLockVariableGuard(const SpinLockVariableGuard&) = delete;
     SpinLockVariableGuard& operator=(const SpinLockVariableGuard&) = delete;
-    virtual ~SpinLockVariableGuard();
+    virtual ~SpinLockVariableGuard() ORVO_RELEASE();
 
     bool holdsLock() const { return m_holdsLock; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "templates/platform/Locks.h"
@@ -15,13 +16,13 @@ struct GuardedSingletonBase {
     virtual ~GuardedSingletonBase() = default;
 };
 
-/// Counts the uses of the support library and destroys its singletons, in the order of their creation, with
-/// the last one. Exists only while the count is above 0. Any thread.
+/// Counts the uses of the support library. With the last one it destroys the singletons, in the order of their
+/// creation. Exists only while the count is above 0. Any thread.
 class LibraryInitController {
 public:
     using CleanUp = void (*)();
 
-    /// Begins a use.
+    /// Begins a use. Counts nothing if there is no memory for the controller.
     static void init();
     /// Ends a use. The last one calls the clean-up functions and destroys the singletons.
     static void deinit();
@@ -31,7 +32,7 @@ public:
     /// Enters a function that the last deinit() calls before the singletons go. Dropped with no use counted.
     static void addCleanUp(CleanUp function);
 
-    /// Writes each step to standard output. Off; meant to be switched on from a debugger.
+    /// Writes each step to standard output. Off; a debugger can switch it on.
     static bool s_consoleTrace;
 
 private:
@@ -51,10 +52,11 @@ public:
     {
         const SpinLockVariableGuard guard(s_lock, &s_owner);
         if (!s_instance) {
-            GuardedSingleton* const made = new T;
-            s_instance = made;
-            LibraryInitController::registerSingleton(made);
-            made->initialise();
+            std::unique_ptr<GuardedSingleton> made = std::make_unique<T>();
+            // First of all: an instance that is not registered would never go.
+            LibraryInitController::registerSingleton(made.get());
+            s_instance = made.get();
+            made.release()->initialise();
         }
         return *static_cast<T*>(s_instance);
     }
@@ -66,8 +68,8 @@ protected:
     virtual void initialise() {}
 
 private:
-    static inline GuardedSingletonBase* s_instance = nullptr;
     static inline SpinLockVariable s_lock{0};
+    static inline GuardedSingletonBase* s_instance = nullptr;
     static inline SpinLockVariable s_owner{0};
 };
 

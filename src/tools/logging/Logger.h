@@ -35,7 +35,7 @@ public:
 private:
     int64_t m_id;
     templates::platform::RecursiveMutex m_mutex;
-    std::set<uint32_t> m_mutedThreads;   // guarded by m_mutex
+    std::set<uint32_t> m_mutedThreads ORVO_GUARDED_BY(m_mutex);
     std::atomic<int32_t> m_threshold;
 };
 

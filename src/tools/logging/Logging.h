@@ -54,7 +54,7 @@ private:
     std::atomic<DispatcherDescriptor*> m_descriptor{nullptr};   // null: no dispatcher
     std::unique_ptr<cognex::SharedLibrary> m_library;
     templates::platform::ReadWriteLock m_lock;
-    std::map<int64_t, std::unique_ptr<Logger>> m_loggers;   // guarded by m_lock
+    std::map<int64_t, std::unique_ptr<Logger>> m_loggers ORVO_GUARDED_BY(m_lock);
 };
 
 /// The logger of one object, fetched by its name at the first use. Any thread; the object goes before the
