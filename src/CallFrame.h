@@ -33,7 +33,7 @@ inline void storeAcqResult(const Call& call, uint32_t result)
 }
 
 /// The frame of every export: enter and leave records around the body, failures turned into a return code, an
-/// acquisition status and a text. The body does the checks behind that of `errstr`, and the one dispatch.
+/// acquisition status and a text. The body does the checks after that of `errstr`, and the one dispatch.
 template <typename Body>
 int32_t callFrame(const Call& call, Body&& body,
                   const std::source_location& place = std::source_location::current())

@@ -104,7 +104,8 @@ typedef int32_t (*AIK_GetVideoChannel)(char* errstr, int32_t index, csAIK_Channe
 
 /// 2: Sets width, height and offsets of the channel, in pixels, and rebuilds the rings of all channels of its
 /// applet process. Pictures that were not fetched are gone. An offset that the applet refuses is no failure:
-/// the old one stays. Needed once before the first StartAcquisition().
+/// the old one stays. Needed once before the first StartAcquisition(). A GetImage() that already waits on
+/// another thread while a larger ring is built may write a picture of the new size: give it memory for that.
 typedef int32_t (*AIK_SetupCommonParams)(char* errstr, int64_t channelID, const csAIK_CommonParams* params);
 
 /// 3: Closes the channel. The release that leaves none open, also one that fails ("Invalid channelID"), stops

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "acquisition/buffers/BufferCoordinator.h"
 #include "acquisition/buffers/Ticks.h"
@@ -10,10 +11,12 @@
 namespace orvo::cognex {
 
 class Buffer;
+class DmaPort;
 
 /// What becomes of a new image when the host is slower than the camera, and the host's way to an image.
-/// Threads: newBuffer() on the callback thread, the rest on host threads. Replaced only while the port stands.
-/// Throws:  Pending while there is no image; std::bad_alloc where there is no memory for the lock's holder.
+/// Threads: newBuffer() on the callback thread, the rest on host threads. Replaced only while the port is
+///          stopped.
+/// Throws:  Pending while there is no image.
 class AcquisitionStrategy {
 public:
     AcquisitionStrategy() = default;
@@ -37,9 +40,12 @@ public:
 
 protected:
     /// The lock, without limit.
-    std::shared_ptr<BufferAccess> access();
+    BufferAccess access() { return m_coordinator->lock(); }
 
 private:
+    /// As tryLockUntil(). Throws Pending if the system refuses the lock.
+    BufferAccess accessUntil(Ticks deadline);
+
     int64_t m_errorCode = 0;
     std::shared_ptr<BufferCoordinator> m_coordinator;
 };
@@ -61,8 +67,6 @@ private:
     tools::logging::CachedLogger m_logger{"orvo.Cognex.AcquisitionEngine"};
 };
 
-class DmaPort;
-
 /// The host sees every image, oldest first, and hears of those that the board had no buffer for: getImage()
 /// then throws AIKException "N images lost due buffer overflow", until the board counts anew.
 class OldestFirstStrategy : public AcquisitionStrategy {
@@ -78,5 +82,15 @@ private:
 
     std::weak_ptr<DmaPort> m_dmaPort;
 };
+
+/// A strategy that the host can choose: its entry in "AcquisitionStrategy", and how it is made.
+struct StrategyRow {
+    const char* name;
+    int32_t value;
+    std::shared_ptr<AcquisitionStrategy> (*make)(const std::weak_ptr<DmaPort>& dmaPort);
+};
+
+/// In the order of the feature's entries; the first one is the default.
+std::span<const StrategyRow> strategies();
 
 }   // namespace orvo::cognex

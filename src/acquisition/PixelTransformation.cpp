@@ -7,6 +7,21 @@
 
 namespace orvo::cognex {
 
+namespace {
+
+template <typename Transformation>
+std::shared_ptr<PixelTransformation> make()
+{
+    return std::make_shared<Transformation>();
+}
+
+constexpr TransformationRow kTransformations[] = {
+    {"NoTransformation", 0, false, make<NoTransformation>},
+    {"RGB8PackedToPlanar", 1, true, make<RGB8PackedToPlanar>},
+};
+
+}   // namespace
+
 void NoTransformation::transform(void* destination, const std::weak_ptr<Buffer>& image)
 {
     const auto buffer = locked(image);
@@ -31,5 +46,10 @@ void RGBPackedToPlanar<T>::transform(void* destination, const std::weak_ptr<Buff
 }
 
 template class RGBPackedToPlanar<unsigned char>;
+
+std::span<const TransformationRow> transformations()
+{
+    return kTransformations;
+}
 
 }   // namespace orvo::cognex

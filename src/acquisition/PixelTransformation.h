@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <span>
 
 namespace orvo::cognex {
 
@@ -23,7 +25,7 @@ public:
     void transform(void* destination, const std::weak_ptr<Buffer>& image) override;
 };
 
-/// Splits packed pixels of three samples into three planes, one behind the other, without gaps. The order is
+/// Splits packed pixels of three samples into three planes, one after the other, without gaps. The order is
 /// reversed: a source with blue first gives the planes red, green, blue. Takes the block as one line of
 /// pixels, whatever its format says; samples left over at the end are not copied.
 template <typename T>
@@ -35,5 +37,17 @@ public:
 extern template class RGBPackedToPlanar<unsigned char>;
 
 class RGB8PackedToPlanar : public RGBPackedToPlanar<unsigned char> {};
+
+/// A transformation that the host can choose: its entry in "Transformation", whether the host gets planes, and
+/// how it is made.
+struct TransformationRow {
+    const char* name;
+    int32_t value;
+    bool isPlanar;
+    std::shared_ptr<PixelTransformation> (*make)();
+};
+
+/// In the order of the feature's entries; the first one is the default.
+std::span<const TransformationRow> transformations();
 
 }   // namespace orvo::cognex

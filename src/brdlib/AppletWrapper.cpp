@@ -46,7 +46,7 @@ uint32_t AppletWrapper::processCount() const
         return 1;
     if (status != 0 || count == kUnanswered)
         throwBrdError(status);
-    return count;
+    return plausibleCount(count);
 }
 
 std::shared_ptr<AppletWrapper> locked(const std::weak_ptr<AppletWrapper>& applet)

@@ -6,6 +6,13 @@
 
 namespace orvo::cognex {
 
+namespace {
+
+// Far beyond any wait, and small enough for the clocks that Boost adds it to.
+constexpr boost::chrono::milliseconds kLongestWait = boost::chrono::hours(24 * 365);
+
+}   // namespace
+
 std::weak_ptr<Buffer> BufferQueue::popFront()
 {
     std::weak_ptr<Buffer> oldest = std::move(m_buffers.front());
@@ -28,34 +35,15 @@ std::weak_ptr<Buffer> BufferQueue::remove(const std::weak_ptr<Buffer>& buffer)
     return removed;
 }
 
-BufferCoordinator::BufferCoordinator()
-    : m_freeQueue(std::make_shared<BufferQueue>()), m_readyQueue(std::make_shared<BufferQueue>())
-{}
-
-std::shared_ptr<BufferAccess> BufferCoordinator::lock()
+BufferAccess BufferCoordinator::lock()
 {
-    try {
-        return std::make_shared<BufferAccess>(*this);
-    } catch (...) {   // whatever it was: no access is the one answer that the callers know
-        return nullptr;
-    }
+    return BufferAccess(*this);
 }
 
-std::shared_ptr<BufferAccess> BufferCoordinator::tryLockUntil(Ticks deadline)
+BufferAccess BufferCoordinator::tryLockUntil(Ticks deadline)
 {
-    try {
-        return std::make_shared<BufferAccess>(*this, deadline);
-    } catch (...) {
-        return nullptr;
-    }
+    return {*this, deadline};
 }
-
-namespace {
-
-// Far beyond any wait, and small enough for the clocks that Boost adds it to.
-constexpr boost::chrono::milliseconds kLongestWait = boost::chrono::hours(24 * 365);
-
-}   // namespace
 
 BufferAccess::BufferAccess(BufferCoordinator& coordinator)
     : m_coordinator(coordinator), m_lock(coordinator.m_mutex)
@@ -74,8 +62,8 @@ BufferAccess::~BufferAccess()
 
 void BufferAccess::publish(const std::weak_ptr<Buffer>& buffer)
 {
-    freeQueue()->remove(buffer);
-    readyQueue()->push(buffer);
+    freeQueue().remove(buffer);
+    readyQueue().push(buffer);
     m_notifyOnRelease = true;
 }
 
@@ -87,7 +75,7 @@ void BufferAccess::takeOldestReady()
 void BufferAccess::releaseCurrent()
 {
     if (const auto buffer = m_coordinator.m_currentBuffer.lock()) {
-        freeQueue()->push(buffer);
+        freeQueue().push(buffer);
         buffer->unblock();
     }
     m_coordinator.m_currentBuffer.reset();
@@ -95,17 +83,24 @@ void BufferAccess::releaseCurrent()
 
 void BufferAccess::recycleOldestReady()
 {
-    // The board first, the queue second: the mirror of releaseCurrent(), and meant so.
+    // The board first, the queue second; releaseCurrent() does it the other way round. Both are deliberate.
     if (const auto buffer = popOldestReady()) {
         buffer->unblock();
-        freeQueue()->push(buffer);
+        freeQueue().push(buffer);
     }
 }
 
 void BufferAccess::recycleAllReady()
 {
-    while (!readyQueue()->isEmpty())
+    while (!readyQueue().isEmpty())
         recycleOldestReady();
+}
+
+void BufferAccess::forgetAll()
+{
+    freeQueue().clear();
+    readyQueue().clear();
+    m_coordinator.m_currentBuffer.reset();
 }
 
 void BufferAccess::waitUntil(Ticks deadline)
@@ -119,8 +114,8 @@ void BufferAccess::waitUntil(Ticks deadline)
 
 std::shared_ptr<Buffer> BufferAccess::popOldestReady()
 {
-    while (!readyQueue()->isEmpty())
-        if (auto buffer = readyQueue()->popFront().lock())
+    while (!readyQueue().isEmpty())
+        if (auto buffer = readyQueue().popFront().lock())
             return buffer;
     return nullptr;
 }
