@@ -1,7 +1,8 @@
-#include "os/Program.h"
 #include "tests/dispatcher/AttachedDispatcher.h"
 
 #include <filesystem>
+
+#include "os/Program.h"
 
 namespace orvo::sim {
 
