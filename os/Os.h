@@ -13,7 +13,7 @@ using Symbol = void*;   // an address inside one, null for none
 extern const char kSeparator;              // between the folders of a path: '\\' or '/'
 extern const char* const kLibraryEnding;   // ".dll" or ".so"
 
-/// Where the system loader looks for the libraries that the loaded one needs in turn.
+/// Where the system loader looks for the libraries that the loaded one needs itself.
 enum class Neighbours {
     AsTheSystemDoes,    // the program's folder and the system's own places
     BesideTheLibrary,   // the folder of the loaded library first; the path must then be absolute

@@ -54,7 +54,7 @@ int32_t callFrame(const Call& call, Body&& body,
     try {
         require(call.errstr, "errstr is an invalid pointer.");
         body();
-    } catch (const Pending& pending) {   // stands first: to wait is no failure
+    } catch (const Pending& pending) {   // first, because to wait is no failure
         storeAcqResult(call, AIK_ACQ_PENDING);
         traceCaught(" panding: ", pending);
     } catch (const std::exception& failure) {   // and nothing wider: the rest is not ours to hide

@@ -12,8 +12,8 @@ namespace orvo::cognex {
 
 namespace {
 
-// In the order of binding. "Brd_findApplet" has two places, and the name with the tab is what the library is
-// asked for: no library has it, and nothing calls it.
+// In the order of binding. "Brd_findApplet" is listed twice, and one name ends in a tab: both are deliberate, the
+// board library is asked for exactly these. No library has the name with the tab, and nothing calls it.
 constexpr std::array kNames = {
     "Brd_InitLibraries",
     "Brd_InitLibrariesEx",

@@ -30,8 +30,9 @@ struct DispatcherDescriptor {
     void (*detach)(void* logging, void* descriptor);
 };
 
-/// The process's loggers, and the way of their records to the dispatcher. Without a dispatcher every logger
-/// is the default one, for which all levels in use are off. Reports no failure to its callers. Any thread.
+/// Owns the loggers of the process and hands their records to the dispatcher. Without a dispatcher every logger
+/// is the default one, for which all levels in use are off. Any thread.
+/// Throws:  std::bad_alloc alone, from getLogger().
 class Logging : public templates::platform::GuardedSingleton<Logging> {
 public:
     Logging();
