@@ -2,7 +2,7 @@
 
 #include "aikctl/CommandLine.h"
 #include "aikctl/Console.h"
-#include "os/Os.h"
+#include "os/Program.h"
 
 int main(int argc, char** argv)
 {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-/// The operating-system seam: everything that differs between Windows and Linux, one header with two
-/// implementations. Callable on any thread.
+/// The operating-system seam: what the adapter needs and what differs between Windows and Linux, one header with
+/// two implementations. Callable on any thread. What only programs need is in os/Program.h.
 namespace orvo::os {
 
 using Module = void*;   // a loaded library, null for none
@@ -13,7 +13,7 @@ using Symbol = void*;   // an address inside one, null for none
 extern const char kSeparator;              // between the folders of a path: '\\' or '/'
 extern const char* const kLibraryEnding;   // ".dll" or ".so"
 
-/// Where the system loader looks for the libraries that the loaded one needs in turn.
+/// Where the system loader looks for the libraries that the loaded one needs itself.
 enum class Neighbours {
     AsTheSystemDoes,    // the program's folder and the system's own places
     BesideTheLibrary,   // the folder of the loaded library first; the path must then be absolute
@@ -35,21 +35,11 @@ Symbol findSymbol(Module module, const char* name);
 /// The full path of the library or program that holds `address`; empty if the system can't tell.
 std::string modulePath(const void* address);
 
-/// Empty for a variable that is not set. Reads the process's own environment, which
-/// setEnvironmentVariable() changes; the C library's copy may differ from it on Windows.
+/// Empty for a variable that is not set. Reads the process's own environment; the C library's copy may differ
+/// from it on Windows.
 std::string environmentVariable(const std::string& name);
-/// Sets the variable for this process; an empty value removes it.
-void setEnvironmentVariable(const std::string& name, const std::string& value);
 
 /// The system's number of the calling thread.
 uint32_t currentThreadId();
-
-/// From now on the first Ctrl-C, or the system's polite request to end, doesn't end the process but lets
-/// interrupted() answer true. The second one ends it, as ever.
-void catchInterrupts();
-bool interrupted();
-
-/// Whether what is written to standard error reaches a person's terminal.
-bool standardErrorIsTerminal();
 
 }   // namespace orvo::os

@@ -1,7 +1,5 @@
 #include "os/Os.h"
 
-#include <atomic>
-#include <csignal>
 #include <cstdlib>
 
 #include <dlfcn.h>
@@ -11,13 +9,6 @@ namespace orvo::os {
 
 const char kSeparator = '/';
 const char* const kLibraryEnding = ".so";
-
-namespace {
-
-std::atomic<bool> g_interrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free);   // so that a signal handler may set it
-
-}   // namespace
 
 // The system loader always looks beside a library that was linked with $ORIGIN, as ours are.
 Module loadLibrary(const std::string& path, Neighbours /*neighbours*/, Error* error)
@@ -58,36 +49,9 @@ std::string environmentVariable(const std::string& name)
     return value ? value : "";
 }
 
-void setEnvironmentVariable(const std::string& name, const std::string& value)
-{
-    if (value.empty())
-        unsetenv(name.c_str());
-    else
-        setenv(name.c_str(), value.c_str(), 1);
-}
-
 uint32_t currentThreadId()
 {
     return static_cast<uint32_t>(gettid());
-}
-
-void catchInterrupts()
-{
-    struct sigaction action {};
-    action.sa_handler = [](int) { g_interrupted = true; };
-    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
-    for (const int signal : {SIGINT, SIGTERM})
-        sigaction(signal, &action, nullptr);
-}
-
-bool interrupted()
-{
-    return g_interrupted;
-}
-
-bool standardErrorIsTerminal()
-{
-    return isatty(STDERR_FILENO) == 1;
 }
 
 }   // namespace orvo::os

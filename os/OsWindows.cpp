@@ -1,7 +1,6 @@
 #include "os/Os.h"
 
 #include <array>
-#include <atomic>
 
 #include <windows.h>
 
@@ -13,15 +12,6 @@ const char* const kLibraryEnding = ".dll";
 namespace {
 
 constexpr DWORD kLongestPath = 32'768;
-
-std::atomic<bool> g_interrupted{false};
-
-// On a thread that the system makes for it. FALSE passes the event on, which ends the process.
-BOOL WINAPI noteInterrupt(DWORD event)
-{
-    const bool polite = event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
-    return polite && !g_interrupted.exchange(true) ? TRUE : FALSE;
-}
 
 std::string messageOf(DWORD number)
 {
@@ -76,30 +66,9 @@ std::string environmentVariable(const std::string& name)
     return value;
 }
 
-void setEnvironmentVariable(const std::string& name, const std::string& value)
-{
-    SetEnvironmentVariableA(name.c_str(), value.empty() ? nullptr : value.c_str());
-}
-
 uint32_t currentThreadId()
 {
     return GetCurrentThreadId();
-}
-
-void catchInterrupts()
-{
-    SetConsoleCtrlHandler(noteInterrupt, TRUE);
-}
-
-bool interrupted()
-{
-    return g_interrupted;
-}
-
-bool standardErrorIsTerminal()
-{
-    DWORD mode = 0;
-    return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
 }
 
 }   // namespace orvo::os

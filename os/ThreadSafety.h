@@ -27,7 +27,7 @@
 #define ORVO_RELEASE(...) ORVO_THREAD_ANNOTATION(release_capability(__VA_ARGS__))
 #define ORVO_RELEASE_SHARED(...) ORVO_THREAD_ANNOTATION(release_shared_capability(__VA_ARGS__))
 #define ORVO_RELEASE_GENERIC(...) ORVO_THREAD_ANNOTATION(release_generic_capability(__VA_ARGS__))
-// Of a function that the analysis can't follow; the reason stands beside it.
+// Of a function that the analysis can't follow; its comment says why.
 #define ORVO_NO_THREAD_SAFETY_ANALYSIS ORVO_THREAD_ANNOTATION(no_thread_safety_analysis)
 
 namespace orvo::os {

@@ -33,7 +33,7 @@ inline void storeAcqResult(const Call& call, uint32_t result)
 }
 
 /// The frame of every export: enter and leave records around the body, failures turned into a return code, an
-/// acquisition status and a text. The body does the checks behind that of `errstr`, and the one dispatch.
+/// acquisition status and a text. The body does the checks after that of `errstr`, and the one dispatch.
 template <typename Body>
 int32_t callFrame(const Call& call, Body&& body,
                   const std::source_location& place = std::source_location::current())
@@ -54,7 +54,7 @@ int32_t callFrame(const Call& call, Body&& body,
     try {
         require(call.errstr, "errstr is an invalid pointer.");
         body();
-    } catch (const Pending& pending) {   // stands first: to wait is no failure
+    } catch (const Pending& pending) {   // first, because to wait is no failure
         storeAcqResult(call, AIK_ACQ_PENDING);
         traceCaught(" panding: ", pending);
     } catch (const std::exception& failure) {   // and nothing wider: the rest is not ours to hide

@@ -7,6 +7,7 @@
 #include "acquisition/AcquisitionEngine.h"
 #include "acquisition/buffers/Buffer.h"
 #include "brdlib/AppletProcess.h"
+#include "brdlib/BoardFormats.h"
 #include "brdlib/BoardWrapper.h"
 #include "brdlib/DmaPort.h"
 #include "channels/ChannelTable.h"
@@ -60,26 +61,6 @@ void copyTextAlone(char* destination, const std::string& text)
     text.copy(destination, kTextLimit);
 }
 
-/// The host's code of a pixel format of the board.
-struct PixelCode {
-    uint32_t format;
-    int32_t packed;
-    int32_t planar;
-};
-constexpr PixelCode kPixelCodes[] = {
-    {1, AIK_PIXEL_MONO16, AIK_PIXEL_MONO16}, {2, AIK_PIXEL_BGR8, AIK_PIXEL_PLANAR},
-    {3, AIK_PIXEL_MONO8, AIK_PIXEL_MONO8},   {4, AIK_PIXEL_BGRX8, AIK_PIXEL_BGRX8},
-    {6, AIK_PIXEL_BGR16, AIK_PIXEL_PLANAR},
-};
-
-int32_t pixelCode(uint32_t format, bool planar)
-{
-    for (const PixelCode& row : kPixelCodes)
-        if (row.format == format)
-            return planar ? row.planar : row.packed;
-    return AIK_PIXEL_OTHER;
-}
-
 void storeFunctions(csAIK_ChannelRecord& record)
 {
     record.setupCommonParams = SetupCommonParams;
@@ -105,7 +86,7 @@ std::string boardTextOf(const VideoChannel& channel)
     return board ? board->boardText() : std::string();
 }
 
-/// Opens the channel and fills the record step by step: what stands there stays if a later step fails.
+/// Opens the channel and fills the record step by step: what has been stored stays if a later step fails.
 void openInto(csAIK_ChannelRecord& record, int32_t index)
 {
     ChannelTable& table = ChannelTable::instance();
@@ -234,21 +215,22 @@ int32_t GetImageAttributes(char* errstr, int64_t channelID, csAIK_ImageAttribute
         const auto channel = openChannel(channelID);
         const auto port = locked(channel->dmaPort());
         const auto engine = engineOf(*channel);
-        const auto image = locked(engine->peekImage());
+        const std::weak_ptr<Buffer> image = engine->peekImage();
         if (!engine->hasFreeBuffers())
             throw AIKException("Acquisistion is not setup");
         attributes->width = port->width();
         attributes->height = port->height();
         attributes->widthAgain = port->width();
         const bool planar = engine->isPlanar();
-        attributes->pixelFormat = pixelCode(port->format(), planar);
+        const BoardFormat& format = boardFormat(port->format());
+        attributes->pixelFormat = planar ? format.planarCode : format.packedCode;
         attributes->imageWidth = port->width();
         attributes->imageHeight = port->height();
         readOffsets(*port, *attributes);
         attributes->imageXOffset = attributes->xOffset;
         attributes->imageYOffset = attributes->yOffset;
         if (attributes->size > kRecordSizeWithoutTimestamp)
-            attributes->timestamp = image->timestamp();
+            attributes->timestamp = locked(image)->timestamp();   // kept no longer: its ring may be rebuilt
     });
 }
 

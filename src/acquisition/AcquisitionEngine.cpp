@@ -1,13 +1,10 @@
 #include "acquisition/AcquisitionEngine.h"
 
-#include <new>
+#include <span>
 
 #include "AIKException.h"
-#include "acquisition/NewestOnlyStrategy.h"
-#include "acquisition/NoTransformation.h"
-#include "acquisition/OldestFirstOverwriteStrategy.h"
-#include "acquisition/OldestFirstStrategy.h"
-#include "acquisition/RGBPackedToPlanar.h"
+#include "acquisition/AcquisitionStrategy.h"
+#include "acquisition/PixelTransformation.h"
 #include "brdlib/DmaPort.h"
 #include "features/addFeature.h"
 
@@ -19,42 +16,26 @@ namespace {
 constexpr Ticks kImageTimeout{70'000};
 static_assert(kImageTimeout == boost::chrono::milliseconds(7));
 
-// The values of the features' entries.
-enum Strategy : int32_t { kNewestOnly = 0, kOldestFirstOverwrite = 1, kOldestFirst = 2 };
-enum Transformation : int32_t { kNone = 0, kRgb8PackedToPlanar = 1 };
-
-std::shared_ptr<AcquisitionStrategy> makeStrategy(int32_t value, const std::weak_ptr<DmaPort>& dmaPort)
+/// The row of a feature's value; the default one for a value that has none.
+template <typename Row>
+const Row& rowOf(std::span<const Row> rows, int32_t value)
 {
-    switch (value) {
-    case kNewestOnly:
-        return std::make_shared<NewestOnlyStrategy>();
-    case kOldestFirst: {
-        auto strategy = std::make_shared<OldestFirstStrategy>();
-        strategy->setDmaPort(dmaPort);
-        return strategy;
-    }
-    default:
-        return std::make_shared<OldestFirstOverwriteStrategy>();
-    }
+    for (const Row& row : rows)
+        if (row.value == value)
+            return row;
+    return rows.front();
 }
 
-int32_t valueOf(const AcquisitionStrategy& strategy)
+/// A feature by which the host chooses one of the rows.
+template <typename Row>
+std::shared_ptr<EnumerationFeature> addChoice(FeatureContainer& features, const char* name,
+                                              const char* description, std::span<const Row> rows)
 {
-    if (dynamic_cast<const OldestFirstOverwriteStrategy*>(&strategy))
-        return kOldestFirstOverwrite;
-    return dynamic_cast<const NewestOnlyStrategy*>(&strategy) ? kNewestOnly : kOldestFirst;
-}
-
-std::shared_ptr<PixelTransformation> makeTransformation(int32_t value)
-{
-    if (value == kRgb8PackedToPlanar)
-        return std::make_shared<RGB8PackedToPlanar>();
-    return std::make_shared<NoTransformation>();
-}
-
-int32_t valueOf(const PixelTransformation& transformation)
-{
-    return dynamic_cast<const NoTransformation*>(&transformation) ? kNone : kRgb8PackedToPlanar;
+    auto feature = addFeature<EnumerationFeature>(features, name, description, kReadWrite);
+    for (const Row& row : rows)
+        feature->addEntry(row.name, row.value);
+    feature->setValue(rows.front().value);
+    return feature;
 }
 
 [[noreturn]] void refuseChange()
@@ -67,22 +48,14 @@ int32_t valueOf(const PixelTransformation& transformation)
 AcquisitionEngine::AcquisitionEngine()
     : m_coordinator(std::make_shared<BufferCoordinator>()), m_features(std::make_shared<FeatureContainer>())
 {
-    m_strategyFeature =
-        addFeature<EnumerationFeature>(*m_features, "AcquisitionStrategy",
-                                       "Available buffer handling modes of this Data Stream.", kReadWrite);
-    m_strategyFeature->addEntry("OldestFirstOverwrite", kOldestFirstOverwrite);
-    m_strategyFeature->addEntry("NewestOnly", kNewestOnly);
-    m_strategyFeature->addEntry("OldestFirst", kOldestFirst);
+    m_strategyFeature = addChoice(*m_features, "AcquisitionStrategy",
+                                  "Available buffer handling modes of this Data Stream.", strategies());
     m_strategyObserver = observe(*m_strategyFeature, [this] { applyStrategy(); });
-    m_strategyFeature->setValue(kOldestFirstOverwrite);
     applyStrategy();
 
-    m_transformationFeature = addFeature<EnumerationFeature>(*m_features, "Transformation",
-                                                             "Pixel transformation on the CPU.", kReadWrite);
-    m_transformationFeature->addEntry("NoTransformation", kNone);
-    m_transformationFeature->addEntry("RGB8PackedToPlanar", kRgb8PackedToPlanar);
+    m_transformationFeature =
+        addChoice(*m_features, "Transformation", "Pixel transformation on the CPU.", transformations());
     m_transformationObserver = observe(*m_transformationFeature, [this] { applyTransformation(); });
-    m_transformationFeature->setValue(kNone);
     applyTransformation();
 }
 
@@ -98,21 +71,21 @@ void AcquisitionEngine::acquisitionError(int64_t /*code*/)
     // Empty on purpose: a negative picture number has no buffer to return, and no way to the host.
 }
 
+void AcquisitionEngine::buffersGone()
+{
+    m_coordinator->lock().forgetAll();
+}
+
 void AcquisitionEngine::buffersChanged()
 {
     const auto port = locked(m_dmaPort);
-    const auto access = m_coordinator->lock();
-    if (!access)
-        throw std::bad_alloc();
-    const auto freeQueue = access->freeQueue();
-    const auto readyQueue = access->readyQueue();
-    freeQueue->clear();
-    readyQueue->clear();
-    // For the whole ring in both queues: the callback thread then allocates nothing here.
-    freeQueue->reserve(port->buffers().size());
-    readyQueue->reserve(port->buffers().size());
+    BufferAccess queues = m_coordinator->lock();
+    queues.forgetAll();
+    // Both queues get room for the whole ring, so that the callback thread allocates nothing.
+    queues.freeQueue().reserve(port->buffers().size());
+    queues.readyQueue().reserve(port->buffers().size());
     for (const auto& buffer : port->buffers())
-        freeQueue->push(buffer);
+        queues.freeQueue().push(buffer);
     m_strategy->setCoordinator(m_coordinator);
 }
 
@@ -137,15 +110,12 @@ void AcquisitionEngine::getImage(void* destination)
 
 bool AcquisitionEngine::hasFreeBuffers()
 {
-    const auto access = m_coordinator->lock();
-    if (!access)
-        throw std::bad_alloc();
-    return !access->freeQueue()->isEmpty();
+    return !m_coordinator->lock().freeQueue().isEmpty();
 }
 
 bool AcquisitionEngine::isPlanar() const
 {
-    return m_transformationFeature->value() == kRgb8PackedToPlanar;
+    return rowOf(transformations(), m_transformationFeature->value()).isPlanar;
 }
 
 bool AcquisitionEngine::isRunning() const
@@ -157,20 +127,24 @@ bool AcquisitionEngine::isRunning() const
 void AcquisitionEngine::applyStrategy()
 {
     if (isRunning()) {
-        m_strategyFeature->setValue(valueOf(*m_strategy));
+        m_strategyFeature->setValue(m_strategyValue);
         refuseChange();
     }
-    m_strategy = makeStrategy(m_strategyFeature->value(), m_dmaPort);
+    const StrategyRow& chosen = rowOf(strategies(), m_strategyFeature->value());
+    m_strategy = chosen.make(m_dmaPort);
+    m_strategyValue = chosen.value;
     m_strategy->setCoordinator(m_coordinator);
 }
 
 void AcquisitionEngine::applyTransformation()
 {
     if (isRunning()) {
-        m_transformationFeature->setValue(valueOf(*m_transformation));
+        m_transformationFeature->setValue(m_transformationValue);
         refuseChange();
     }
-    m_transformation = makeTransformation(m_transformationFeature->value());
+    const TransformationRow& chosen = rowOf(transformations(), m_transformationFeature->value());
+    m_transformation = chosen.make();
+    m_transformationValue = chosen.value;
 }
 
 }   // namespace orvo::cognex

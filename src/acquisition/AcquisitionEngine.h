@@ -15,11 +15,11 @@ class AcquisitionStrategy;
 class DmaPort;
 class PixelTransformation;
 
-/// What stands between the DMA port of a channel and the host: the queues, the strategy and the transformation
-/// in force, the features that choose these, and the host's image calls.
+/// The acquisition of one channel, between its DMA port and the host: the queues, the strategy and the
+/// transformation in force, the features that choose these, and the host's image calls.
 /// Threads: newBuffer() and acquisitionError() on the callback thread, the rest on host threads. Strategy and
-///          transformation are replaced without a lock, only while the port stands: the host keeps writes of
-///          the two features apart from its image calls.
+///          transformation are replaced without a lock, and only while the port is stopped: the host must not
+///          write the two features during its image calls.
 /// Throws:  Pending while there is no image.
 class AcquisitionEngine : public DmaObserver {
 public:
@@ -34,11 +34,12 @@ public:
 
     void newBuffer(std::weak_ptr<Buffer> buffer) override;
     void acquisitionError(int64_t code) override;
+    void buffersGone() override;
     void buffersChanged() override;
 
     // Each waits up to 7 ms for an image; the host asks again.
     void waitForIntegration();
-    /// The image that getImage() would fetch. It stays the host's.
+    /// The image that getImage() would fetch. It stays current.
     std::weak_ptr<Buffer> peekImage();
     /// Fetches an image into memory that must hold all of its bytes, then gives its buffer back to the board.
     void getImage(void* destination);
@@ -54,8 +55,11 @@ private:
 
     std::weak_ptr<DmaPort> m_dmaPort;
     std::shared_ptr<BufferCoordinator> m_coordinator;
+    // What is in force, and its value in the feature.
     std::shared_ptr<AcquisitionStrategy> m_strategy;
+    int32_t m_strategyValue = 0;
     std::shared_ptr<PixelTransformation> m_transformation;
+    int32_t m_transformationValue = 0;
 
     std::shared_ptr<FeatureContainer> m_features;
     std::shared_ptr<EnumerationFeature> m_strategyFeature;

@@ -2,17 +2,21 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 
-#include "acquisition/buffers/BufferAccess.h"
+#include "acquisition/buffers/BufferCoordinator.h"
 #include "acquisition/buffers/Ticks.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 
 class Buffer;
+class DmaPort;
 
 /// What becomes of a new image when the host is slower than the camera, and the host's way to an image.
-/// Threads: newBuffer() on the callback thread, the rest on host threads. Replaced only while the port stands.
-/// Throws:  Pending while there is no image; std::bad_alloc where there is no memory for the lock's holder.
+/// Threads: newBuffer() on the callback thread, the rest on host threads. Replaced only while the port is
+///          stopped.
+/// Throws:  Pending while there is no image.
 class AcquisitionStrategy {
 public:
     AcquisitionStrategy() = default;
@@ -36,11 +40,57 @@ public:
 
 protected:
     /// The lock, without limit.
-    std::shared_ptr<BufferAccess> access();
+    BufferAccess access() { return m_coordinator->lock(); }
 
 private:
+    /// As tryLockUntil(). Throws Pending if the system refuses the lock.
+    BufferAccess accessUntil(Ticks deadline);
+
     int64_t m_errorCode = 0;
     std::shared_ptr<BufferCoordinator> m_coordinator;
 };
+
+/// The host sees the latest image only. A new one sends those back to the board that were not fetched.
+class NewestOnlyStrategy : public AcquisitionStrategy {
+public:
+    void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
+};
+
+/// The host sees images oldest first. When no buffer is left for the board, the oldest image goes back to it.
+class OldestFirstOverwriteStrategy : public AcquisitionStrategy {
+public:
+    void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
+
+    virtual tools::logging::Logger* getLogger() { return m_logger.get(); }
+
+private:
+    tools::logging::CachedLogger m_logger{"orvo.Cognex.AcquisitionEngine"};
+};
+
+/// The host sees every image, oldest first, and hears of those that the board had no buffer for: getImage()
+/// then throws AIKException "N images lost due buffer overflow", until the board counts anew.
+class OldestFirstStrategy : public AcquisitionStrategy {
+public:
+    /// Comes right after construction.
+    void setDmaPort(std::weak_ptr<DmaPort> dmaPort) { m_dmaPort = std::move(dmaPort); }
+
+    void newBuffer(const std::weak_ptr<Buffer>& buffer) override;
+    std::weak_ptr<Buffer> getImage(Ticks timeout) override;
+
+private:
+    int32_t lostImages() const;
+
+    std::weak_ptr<DmaPort> m_dmaPort;
+};
+
+/// A strategy that the host can choose: its entry in "AcquisitionStrategy", and how it is made.
+struct StrategyRow {
+    const char* name;
+    int32_t value;
+    std::shared_ptr<AcquisitionStrategy> (*make)(const std::weak_ptr<DmaPort>& dmaPort);
+};
+
+/// In the order of the feature's entries; the first one is the default.
+std::span<const StrategyRow> strategies();
 
 }   // namespace orvo::cognex

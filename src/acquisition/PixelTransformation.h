@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <span>
 
 namespace orvo::cognex {
 
@@ -16,5 +18,36 @@ public:
     /// `destination` must hold as many bytes as the image; nothing is checked here.
     virtual void transform(void* destination, const std::weak_ptr<Buffer>& image) = 0;
 };
+
+/// Copies the image as it is.
+class NoTransformation : public PixelTransformation {
+public:
+    void transform(void* destination, const std::weak_ptr<Buffer>& image) override;
+};
+
+/// Splits packed pixels of three samples into three planes, one after the other, without gaps. The order is
+/// reversed: a source with blue first gives the planes red, green, blue. Takes the block as one line of
+/// pixels, whatever its format says; samples left over at the end are not copied.
+template <typename T>
+class RGBPackedToPlanar : public PixelTransformation {
+public:
+    void transform(void* destination, const std::weak_ptr<Buffer>& image) override;
+};
+
+extern template class RGBPackedToPlanar<unsigned char>;
+
+class RGB8PackedToPlanar : public RGBPackedToPlanar<unsigned char> {};
+
+/// A transformation that the host can choose: its entry in "Transformation", whether the host gets planes, and
+/// how it is made.
+struct TransformationRow {
+    const char* name;
+    int32_t value;
+    bool isPlanar;
+    std::shared_ptr<PixelTransformation> (*make)();
+};
+
+/// In the order of the feature's entries; the first one is the default.
+std::span<const TransformationRow> transformations();
 
 }   // namespace orvo::cognex

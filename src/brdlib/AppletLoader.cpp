@@ -8,24 +8,22 @@
 #include "AIKException.h"
 #include "brdlib/AppletWrapper.h"
 #include "brdlib/BoardWrapper.h"
-#include "brdlib/DllLoader.h"
-#include "brdlib/HapLoader.h"
-#include "brdlib/McfLoader.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 #include "features/NumberText.h"
 #include "os/Os.h"
 
 namespace orvo::cognex {
 
+const LoaderKind kDllLoader{"DLL", "Path does not refer a dll applet.", Brd_InitEx};
+const LoaderKind kHapLoader{"HAP", "Path does not refer to a hap file!", Brd_InitEx};
+const LoaderKind kMcfLoader{".MCF", "Given path does not refer an mcf file!", Brd_InitConfigEx};
+
 namespace {
+
+constexpr const LoaderKind* kLoaders[] = {&kDllLoader, &kHapLoader, &kMcfLoader};   // the first that fits
 
 constexpr const char* kVariablePrefix = "ORVO_COGNEX_APPLET_";
 constexpr size_t kPathLimit = 255;
-
-using CreateLoader = std::unique_ptr<AppletLoader>(const std::string& path,
-                                                   std::weak_ptr<BoardWrapper> board);
-constexpr CreateLoader* kLoaders[] = {DllLoader::create, HapLoader::create, McfLoader::create};
 
 bool isRegularFile(const std::string& path)
 {
@@ -35,25 +33,28 @@ bool isRegularFile(const std::string& path)
 
 }   // namespace
 
-AppletLoader::AppletLoader(std::string path, std::weak_ptr<BoardWrapper> board)
-    : m_path(std::move(path)), m_board(std::move(board))
-{}
-
-std::unique_ptr<AppletWrapper> AppletLoader::loadWith(OpenBoard* open) const
-{
-    const int32_t index = locked(m_board)->index();
-    void* const handle = open(m_path.c_str(), static_cast<uint32_t>(index), 0);
-    if (!handle)
-        throwBrdError(Brd_getLastErrorNumber(nullptr));
-    return std::make_unique<AppletWrapper>(handle);
-}
-
-bool AppletLoader::holds(const std::string& path, const char* mark)
+std::unique_ptr<AppletLoader> LoaderKind::create(const std::string& path,
+                                                 std::weak_ptr<BoardWrapper> board) const
 {
     std::string upper = path;
     std::transform(upper.begin(), upper.end(), upper.begin(),
                    [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return upper.find(mark) != std::string::npos;
+    if (upper.find(mark) == std::string::npos)
+        throw AIKException(refusal);
+    return std::make_unique<AppletLoader>(*this, path, std::move(board));
+}
+
+AppletLoader::AppletLoader(const LoaderKind& kind, std::string path, std::weak_ptr<BoardWrapper> board)
+    : m_kind(kind), m_path(std::move(path)), m_board(std::move(board))
+{}
+
+std::unique_ptr<AppletWrapper> AppletLoader::load() const
+{
+    const int32_t index = locked(m_board)->index();
+    void* const handle = m_kind.open(m_path.c_str(), static_cast<uint32_t>(index), 0);
+    if (!handle)
+        throwBrdError(Brd_getLastErrorNumber(nullptr));
+    return std::make_unique<AppletWrapper>(handle);
 }
 
 std::string appletVariable(const BoardWrapper& board)
@@ -75,9 +76,9 @@ std::string appletPath(const std::weak_ptr<BoardWrapper>& board)
 std::unique_ptr<AppletLoader> chooseLoader(const std::weak_ptr<BoardWrapper>& board)
 {
     const std::string path = appletPath(board);
-    for (CreateLoader* const create : kLoaders) {
+    for (const LoaderKind* const kind : kLoaders) {
         try {
-            return create(path, board);
+            return kind->create(path, board);
         } catch (...) {   // a refusal means no more than: ask the next
         }
     }

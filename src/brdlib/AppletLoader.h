@@ -1,40 +1,48 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 
+class AppletLoader;
 class AppletWrapper;
 class BoardWrapper;
 
-/// Loads one kind of applet file onto a board. Lives as long as the opening of the board.
+/// One kind of applet file: how its path is known, and how the board library opens a board with it.
+struct LoaderKind {
+    const char* mark;   // in upper case. Anywhere in the path and in any case: a folder's name counts
+    const char* refusal;
+    void* (*open)(const char* path, uint32_t boardIndex, int32_t flags);
+
+    /// Throws AIKException, with the refusal, if the path is not of this kind.
+    std::unique_ptr<AppletLoader> create(const std::string& path, std::weak_ptr<BoardWrapper> board) const;
+};
+
+extern const LoaderKind kDllLoader;   // an applet in the form of a library
+extern const LoaderKind kHapLoader;   // a hardware applet file
+extern const LoaderKind kMcfLoader;   // a configuration of an applet
+
+/// Loads an applet file onto a board. Lives as long as the opening of the board.
 /// Threads: host.
 /// Throws:  AIKException from load(): "brd error code: N" if the board refuses the file.
 class AppletLoader {
 public:
+    /// `kind` must outlive this.
+    AppletLoader(const LoaderKind& kind, std::string path, std::weak_ptr<BoardWrapper> board);
     AppletLoader(const AppletLoader&) = delete;
     AppletLoader& operator=(const AppletLoader&) = delete;
     virtual ~AppletLoader() = default;
 
     virtual tools::logging::Logger* logger() { return m_logger.get(); }
-    virtual std::unique_ptr<AppletWrapper> load() = 0;
-
-protected:
-    AppletLoader(std::string path, std::weak_ptr<BoardWrapper> board);
-
-    /// What the board library has for opening a board: by an applet, or by a configuration.
-    using OpenBoard = void*(const char* path, uint32_t boardIndex, int32_t flags);
-    std::unique_ptr<AppletWrapper> loadWith(OpenBoard* open) const;
-
-    /// Whether the path holds `mark`, which is in upper case, anywhere and in any case: a folder's name
-    /// counts.
-    static bool holds(const std::string& path, const char* mark);
+    std::unique_ptr<AppletWrapper> load() const;
 
 private:
     tools::logging::CachedLogger m_logger{"orvo.Cognex.AppletLoader"};
+    const LoaderKind& m_kind;
     std::string m_path;
     std::weak_ptr<BoardWrapper> m_board;
 };

@@ -23,16 +23,18 @@ public:
     AppletProcess& operator=(const AppletProcess&) = delete;
     virtual ~AppletProcess();
 
-    /// Starts port after port; the first failure ends the walk and leaves the ports before it running.
+    /// Starts port after port. The first failure ends it, and the ports before stay running.
     virtual void start();
-    /// Stops port after port, likewise. No port at all is no failure here.
+    /// Stops port after port. The first failure ends it, and the ports after it keep running. A process without
+    /// ports has nothing to stop, and that is no failure.
     virtual void stop();
     virtual std::shared_ptr<DmaPort> createDmaPort(uint32_t dmaId);
 
     /// A port that fails is skipped, and the positions close up. Throws if the count can't be had.
     void createDmaPorts();
 
-    // What the board says of the process now. Each throws if the board doesn't answer.
+    // What the board says of the process now. Each throws std::runtime_error if the board doesn't answer; a count
+    // above 65,535 is taken for none.
     /// Applets of an older kind don't tell; for process 0 the applet's own file is asked then.
     uint32_t dmaCount() const;
     /// The board's number of the DMA at `position`, which is `position` itself if the applet has no numbers.

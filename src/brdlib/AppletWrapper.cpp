@@ -3,7 +3,6 @@
 #include "AIKException.h"
 #include "brdlib/AppletProcess.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 
 namespace orvo::cognex {
 
@@ -47,7 +46,7 @@ uint32_t AppletWrapper::processCount() const
         return 1;
     if (status != 0 || count == kUnanswered)
         throwBrdError(status);
-    return count;
+    return plausibleCount(count);
 }
 
 std::shared_ptr<AppletWrapper> locked(const std::weak_ptr<AppletWrapper>& applet)

@@ -6,7 +6,6 @@
 #include "AIKException.h"
 #include "brdlib/DmaPort.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 #include "features/BrdProperty.h"
 #include "features/HostText.h"
 #include "features/NumberText.h"

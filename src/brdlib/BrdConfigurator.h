@@ -11,9 +11,9 @@ namespace orvo::cognex {
 class DmaPort;
 class StringFeature;
 
-/// Gives the host all parameters of an applet through four features and no list: it writes a parameter's name
-/// into the key, then reads or writes one of three values, whose kind must fit the parameter's type. Nothing
-/// is cached: name and type are asked for at each access.
+/// Opens all parameters of an applet to the host through four features. The host writes a parameter's name into
+/// the key, then reads or writes one of three values, whose kind must fit the parameter's type. Nothing is
+/// cached: each access asks the board for the parameter's id and type.
 /// Threads: host, also while pictures flow. No lock.
 /// Throws:  AIKException "brd error code: N" or for a value of the wrong kind, runtime_error for a text that
 ///          is no number.

@@ -5,9 +5,9 @@
 
 #include "AIKException.h"
 #include "acquisition/buffers/Buffer.h"
+#include "brdlib/BoardFormats.h"
 #include "brdlib/DmaObserver.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 #include "features/NumberText.h"
 #include "features/addFeature.h"
 #include "tools/logging/Record.h"
@@ -43,18 +43,11 @@ constexpr SourceLine kStartLine{"brdlib/DmaPort", 191};
 constexpr SourceLine kNewBufferLine{"brdlib/DmaPort", 338};
 constexpr SourceLine kUnblockBufferLine{"brdlib/DmaPort", 357};
 
-struct FormatBytes {
-    uint32_t format;
-    uint64_t bytesPerPixel;
-};
-constexpr FormatBytes kFormatBytes[] = {{1, 2}, {2, 3}, {3, 1}, {4, 4}, {5, 5}, {6, 6}};   // any other has 1
-
-uint64_t bytesPerPixel(uint32_t format)
+/// The bytes of a whole ring. What doesn't fit becomes the largest number, which the board refuses.
+uint64_t ringBytes(uint64_t count, uint64_t size)
 {
-    for (const FormatBytes& row : kFormatBytes)
-        if (row.format == format)
-            return row.bytesPerPixel;
-    return 1;
+    constexpr uint64_t kMost = std::numeric_limits<uint64_t>::max();
+    return size > 0 && count > kMost / size ? kMost : count * size;
 }
 
 int32_t enterCallback(int64_t pictureNumber, void* data)
@@ -96,7 +89,7 @@ DmaPort::~DmaPort()
 {
     try {
         stop();
-    } catch (...) {   // a port that stands says so, too, and there is nobody left to tell
+    } catch (...) {   // a stopped port refuses too, and nobody is left to tell
     }
     try {
         freeRing();
@@ -126,7 +119,7 @@ void DmaPort::setHeight(uint32_t height)
 
 uint32_t DmaPort::xOffset() const
 {
-    return parameter(kParameterXOffset, "Cannot get BRD_FORMAT");   // the format's words, and meant so
+    return parameter(kParameterXOffset, "Cannot get BRD_FORMAT");   // deliberate: hosts compare this text
 }
 
 void DmaPort::setXOffset(uint32_t offset)
@@ -270,10 +263,13 @@ void DmaPort::addTimestampFrequency()
 
 void DmaPort::rebuildRing()
 {
-    // First of all: a failure below must not leave buffers of the old geometry behind.
+    // First of all: a failure below must not leave buffers of the old geometry. The observer hears of it only
+    // after that, so that none of them can become current again.
     m_ring.clear();
     m_bufferByAddress.clear();
-    const uint64_t bytes = bytesPerPixel(format());
+    if (m_observer)
+        m_observer->buffersGone();
+    const uint64_t bytes = boardFormat(format()).bytesPerPixel;
     const uint32_t imageWidth = width();
     const uint32_t imageHeight = height();
     const auto pixels = static_cast<int32_t>(imageWidth * imageHeight);
@@ -284,7 +280,7 @@ void DmaPort::allocate(uint64_t count, uint64_t size)
 {
     if (m_memoryHead)
         freeRing();
-    m_memoryHead = Brd_AllocMemHead(m_boardHandle, count * size, static_cast<int64_t>(count));
+    m_memoryHead = Brd_AllocMemHead(m_boardHandle, ringBytes(count, size), static_cast<int64_t>(count));
     if (!m_memoryHead)
         throwBrdError(Brd_getLastErrorNumber(m_boardHandle));
     for (uint64_t i = 0; i < count; ++i) {
@@ -299,7 +295,8 @@ void DmaPort::allocate(uint64_t count, uint64_t size)
         if (added < 0)
             throwBrdError(added);
     }
-    tellBuffersChanged();
+    if (m_observer)
+        m_observer->buffersChanged();
 }
 
 void DmaPort::freeRing()
@@ -309,12 +306,6 @@ void DmaPort::freeRing()
     m_ring.clear();
     if (m_memoryHead)
         Brd_FreeMemHead(m_boardHandle, m_memoryHead);
-}
-
-void DmaPort::tellBuffersChanged()
-{
-    if (m_observer)
-        m_observer->buffersChanged();
 }
 
 std::shared_ptr<DmaPort> locked(const std::weak_ptr<DmaPort>& port)

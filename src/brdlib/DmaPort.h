@@ -7,11 +7,11 @@
 #include <unordered_map>
 #include <vector>
 
-#include "brdlib/AcqCallbackObserver.h"
+#include "brdlib/DmaObserver.h"
 #include "features/FeatureContainer.h"
 #include "features/FeatureObserver.h"
 #include "features/NumberFeature.h"
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 
@@ -21,8 +21,8 @@ class DmaObserver;
 /// Our end of one DMA channel: builds the ring, starts and stops the transfer, hands each picture on, and
 /// decides nothing.
 /// Threads: acquisitionCallback() on the callback thread, unblockBuffer() on either, the rest on host threads.
-///          No lock of its own: the ring and the map of it change only while the transfer stands, and setup()
-///          must not overlap start() or stop().
+///          No lock of its own: the ring and its map change only while the transfer is stopped, and setup() must
+///          not overlap start() or stop().
 /// Owns:    every Buffer of the ring; all others hold weak pointers, and setup() expires them at once.
 /// Throws:  AIKException "brd error code: N" from ring and transfer, runtime_error from the geometry.
 class DmaPort final : public AcqCallbackObserver {
@@ -61,7 +61,7 @@ public:
     uint32_t format() const;
 
     /// Rebuilds the ring from the board's geometry and "BufferCount". A running port is stopped first and
-    /// started again; after a failure on the way it stands still.
+    /// started again; after a failure on the way it stays stopped.
     void setup();
     /// Does nothing on a running port.
     void start();
@@ -83,7 +83,6 @@ private:
     void rebuildRing();
     void allocate(uint64_t count, uint64_t size);
     void freeRing();
-    void tellBuffersChanged();
     void receive(int64_t pictureNumber);
 
     // Set once.

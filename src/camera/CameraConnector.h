@@ -17,7 +17,7 @@
 #include "features/FeatureObserver.h"
 #include "features/NumberFeature.h"
 #include "features/StringFeature.h"
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 

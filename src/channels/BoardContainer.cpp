@@ -27,7 +27,7 @@ using tools::logging::recordFailure;
 
 constexpr int32_t kBoardLimit = 8;
 constexpr uint64_t kInterfaceNumber = 1'049'384;
-constexpr const char* kAdapterVersion = "3.0.0";
+constexpr const char* kAdapterVersion = ORVO_ADAPTER_VERSION;   // set by CMake
 
 // Never made available: hosts find the two in the list and read their attributes, not their values.
 constexpr Access kListed{.readable = true, .writeable = false, .available = false};

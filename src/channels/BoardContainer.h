@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 

@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "templates/platform/LibraryInitController.h"
+#include "templates/platform/Singletons.h"
 
 namespace orvo::cognex {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 

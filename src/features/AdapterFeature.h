@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
 

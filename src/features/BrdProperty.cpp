@@ -1,7 +1,6 @@
 #include "features/BrdProperty.h"
 
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/checkBrd.h"
 #include "features/NumberText.h"
 
 namespace orvo::cognex {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "AIKException.h"
-#include "acquisition/OldestFirstOverwriteStrategy.h"
+#include "acquisition/AcquisitionStrategy.h"
 #include "tests/acquisition/buffers/Ring.h"
 #include "tests/support/Failures.h"
 

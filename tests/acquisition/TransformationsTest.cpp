@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "acquisition/NoTransformation.h"
-#include "acquisition/RGBPackedToPlanar.h"
+#include "acquisition/PixelTransformation.h"
 #include "acquisition/buffers/Buffer.h"
 #include "tests/support/Failures.h"
 

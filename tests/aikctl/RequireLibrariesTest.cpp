@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "os/Os.h"
+#include "os/Program.h"
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {

@@ -2,10 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "AIKException.h"
-#include "brdlib/DllLoader.h"
+#include "brdlib/AppletLoader.h"
 #include "brdlib/DmaPort.h"
-#include "brdlib/HapLoader.h"
-#include "brdlib/McfLoader.h"
 #include "tests/brdlib/LoadedApplet.h"
 #include "tests/support/Failures.h"
 
@@ -27,12 +25,12 @@ json twoDmas()
 // Whoever chooses the loader forgets why the others refused.
 TEST(Loaders, RefuseAPathThatIsNotOfTheirKind)
 {
-    EXPECT_NE(DllLoader::create("/Dlls/applet.bin", {}), nullptr);
-    EXPECT_NE(HapLoader::create("applet.hAp.bak", {}), nullptr);
-    EXPECT_NE(McfLoader::create("applet.mCf", {}), nullptr);
-    EXPECT_EQ(aikFailure([] { DllLoader::create("applet.hap", {}); }), "Path does not refer a dll applet.");
-    EXPECT_EQ(aikFailure([] { HapLoader::create("applet.dll", {}); }), "Path does not refer to a hap file!");
-    EXPECT_EQ(aikFailure([] { McfLoader::create("mcf/applet", {}); }),
+    EXPECT_NE(kDllLoader.create("/Dlls/applet.bin", {}), nullptr);
+    EXPECT_NE(kHapLoader.create("applet.hAp.bak", {}), nullptr);
+    EXPECT_NE(kMcfLoader.create("applet.mCf", {}), nullptr);
+    EXPECT_EQ(aikFailure([] { kDllLoader.create("applet.hap", {}); }), "Path does not refer a dll applet.");
+    EXPECT_EQ(aikFailure([] { kHapLoader.create("applet.dll", {}); }), "Path does not refer to a hap file!");
+    EXPECT_EQ(aikFailure([] { kMcfLoader.create("mcf/applet", {}); }),
               "Given path does not refer an mcf file!");
 }
 

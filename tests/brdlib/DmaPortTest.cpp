@@ -40,6 +40,7 @@ protected:
             throw std::runtime_error("refused");
     }
     void acquisitionError(int64_t code) override { errors.push_back(code); }
+    void buffersGone() override {}
     void buffersChanged() override {}
 
     std::string frameCount() const

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "os/Program.h"
+
 namespace orvo::sim {
 
 namespace {

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <thread>
 
+#include "os/Program.h"
 #include "tests/dispatcher/AttachedDispatcher.h"
 
 namespace orvo::sim {

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "os/Os.h"
+#include "os/Program.h"
 #include "tests/sim/SimulatedBoards.h"
 
 namespace orvo::test {

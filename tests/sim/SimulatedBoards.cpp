@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "os/Os.h"
+#include "os/Program.h"
 
 namespace orvo::test {
 

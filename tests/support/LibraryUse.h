@@ -1,6 +1,6 @@
 #pragma once
 
-#include "templates/platform/LibraryInitController.h"
+#include "templates/platform/Singletons.h"
 
 namespace orvo::test {
 

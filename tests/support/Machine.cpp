@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "os/Os.h"
+#include "os/Program.h"
 #include "sim/orvo_sim.h"
 
 namespace orvo::test {

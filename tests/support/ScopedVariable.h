@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "os/Os.h"
+#include "os/Program.h"
 
 namespace orvo::test {
 

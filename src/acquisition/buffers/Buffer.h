@@ -30,7 +30,7 @@ public:
     void setTimestamp(uint64_t timestamp) { m_timestamp = timestamp; }
     void setNumber(int64_t number) { m_number = number; }
     void setUnblockCallback(Callback callback) { m_unblockCallback = std::move(callback); }
-    /// Kept for the design's sake: nothing calls it.
+    /// Nothing calls it.
     void setReservedCallback(Callback callback) { m_reservedCallback = std::move(callback); }
 
     /// Gives the block back to the board. Throws std::bad_function_call if no callback was set.

@@ -2,16 +2,18 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
 
-#include "brdlib/binding/InstallationDirectory.h"
+#include "AIKException.h"
+#include "brdlib/binding/SharedLibrary.h"
 
 namespace orvo::cognex {
 
 namespace {
 
-// In the order of binding. "Brd_findApplet" has two places, and the name with the tab is what the library is
-// asked for: no library has it, and nothing calls it.
+// In the order of binding. "Brd_findApplet" is listed twice, and one name ends in a tab: both are deliberate, the
+// board library is asked for exactly these. No library has the name with the tab, and nothing calls it.
 constexpr std::array kNames = {
     "Brd_InitLibraries",
     "Brd_InitLibrariesEx",
@@ -174,5 +176,10 @@ int32_t loadBoardLibrary(const char* directory)
         ORVO_CHECK_##how(ifMissing) return function arguments;                                               \
     }
 ORVO_BRD_FUNCTIONS(ORVO_FORWARD)
+
+void throwBrdError(int64_t number)
+{
+    throw AIKException("brd error code: " + std::to_string(number));
+}
 
 }   // namespace orvo::cognex

@@ -4,10 +4,15 @@
 #include <cstdint>
 #include <set>
 
-#include "templates/platform/RecursiveMutex.h"
-#include "tools/logging/Level.h"
+#include "templates/platform/Locks.h"
 
 namespace orvo::tools::logging {
+
+// The levels of the logging dispatcher: a higher number is more severe. These are in use.
+inline constexpr int32_t kTrace = 1;       // the steps of a call
+inline constexpr int32_t kTolerated = 4;   // a failure that the code goes on from
+inline constexpr int32_t kCaught = 5;      // a caught failure
+inline constexpr int32_t kOff = 7;         // the threshold that no record in use reaches
 
 /// One named source of records: its number at the dispatcher and the lowest level that is on. Owned by
 /// Logging. Any thread.
@@ -30,7 +35,7 @@ public:
 private:
     int64_t m_id;
     templates::platform::RecursiveMutex m_mutex;
-    std::set<uint32_t> m_mutedThreads;   // guarded by m_mutex
+    std::set<uint32_t> m_mutedThreads ORVO_GUARDED_BY(m_mutex);
     std::atomic<int32_t> m_threshold;
 };
 

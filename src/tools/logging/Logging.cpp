@@ -1,12 +1,12 @@
 #include "tools/logging/Logging.h"
 
-#include "brdlib/binding/InstallationDirectory.h"
-#include "templates/platform/ReadWriteLockGuard.h"
+#include "brdlib/binding/SharedLibrary.h"
+#include "templates/platform/Locks.h"
 
 namespace orvo::tools::logging {
 
-using templates::platform::LockMode;
-using templates::platform::ReadWriteLockGuard;
+using templates::platform::ReadGuard;
+using templates::platform::WriteGuard;
 
 Logging::Logging() = default;
 
@@ -14,7 +14,7 @@ Logging::~Logging()
 {
     {
         // Emptied under the lock: until it is detached, the dispatcher may still change a level.
-        const ReadWriteLockGuard guard(m_lock, LockMode::Write);
+        const WriteGuard guard(m_lock);
         m_loggers.clear();
     }
     if (DispatcherDescriptor* const descriptor = m_descriptor)
@@ -43,11 +43,11 @@ Logger* Logging::getLogger(const char* name)
     int64_t id = 0;
     int32_t level = kOff;
     m_query(name, &id, &level);
-    const ReadWriteLockGuard guard(m_lock, LockMode::Write);
-    std::unique_ptr<Logger>& logger = m_loggers[id];
-    if (!logger)
-        logger = std::make_unique<Logger>(id, level);
-    return logger.get();
+    const WriteGuard guard(m_lock);
+    auto entry = m_loggers.find(id);
+    if (entry == m_loggers.end())   // the logger first: there must be no entry without one
+        entry = m_loggers.emplace(id, std::make_unique<Logger>(id, level)).first;
+    return entry->second.get();
 }
 
 void Logging::write(int64_t id, int32_t level, const char* text, uint32_t word, uint64_t longWord)
@@ -64,7 +64,7 @@ void Logging::dispatcherGone()
 void Logging::levelChanged(int64_t id, int32_t level)
 {
     Logging& logging = instance();
-    const ReadWriteLockGuard guard(logging.m_lock, LockMode::Read);
+    const ReadGuard guard(logging.m_lock);
     const auto logger = logging.m_loggers.find(id);
     if (logger != logging.m_loggers.end())
         logger->second->setThreshold(level);

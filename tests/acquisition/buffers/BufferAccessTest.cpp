@@ -1,4 +1,4 @@
-#include "acquisition/buffers/BufferAccess.h"
+#include "acquisition/buffers/BufferCoordinator.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ protected:
     void publish(const test::Numbers& numbers)
     {
         for (const int64_t number : numbers)
-            coordinator->lock()->publish(ring[static_cast<size_t>(number)]);
+            coordinator->lock().publish(ring[static_cast<size_t>(number)]);
     }
 };
 
@@ -25,11 +25,11 @@ TEST_F(Moves, TellTheBoardBeforeTheQueueOfReadyBuffersOnly)
 {
     ringOf(1);
     publish({0});
-    coordinator->lock()->recycleOldestReady();
+    coordinator->lock().recycleOldestReady();
     EXPECT_TRUE(wasToldBeforeTheQueue);
     publish({0});
-    coordinator->lock()->takeOldestReady();
-    coordinator->lock()->releaseCurrent();
+    coordinator->lock().takeOldestReady();
+    coordinator->lock().releaseCurrent();
     EXPECT_FALSE(wasToldBeforeTheQueue);
 }
 
@@ -38,17 +38,17 @@ TEST_F(Moves, DropEntriesOfBuffersThatHaveGone)
     ringOf(5);
     publish({0, 1, 2, 3, 4});
     ring[0].reset();
-    coordinator->lock()->recycleOldestReady();
+    coordinator->lock().recycleOldestReady();
     EXPECT_THAT(givenBack, ElementsAre(1));
     ring[2].reset();
-    coordinator->lock()->takeOldestReady();
+    coordinator->lock().takeOldestReady();
     EXPECT_EQ(current(), 3);
     ring[3].reset();
     EXPECT_EQ(current(), -1);
-    coordinator->lock()->releaseCurrent();
+    coordinator->lock().releaseCurrent();
     ring[4].reset();
-    coordinator->lock()->takeOldestReady();
-    coordinator->lock()->recycleAllReady();
+    coordinator->lock().takeOldestReady();
+    coordinator->lock().recycleAllReady();
     EXPECT_THAT(givenBack, ElementsAre(1));
     EXPECT_THAT(free(), ElementsAre(1));
     EXPECT_THAT(ready(), IsEmpty());
@@ -57,8 +57,8 @@ TEST_F(Moves, DropEntriesOfBuffersThatHaveGone)
 TEST_F(Moves, AreNotForWhoComesTooLateForTheLock)
 {
     const test::LockHolder holder(*coordinator);
-    EXPECT_FALSE(coordinator->tryLockUntil(now() + Ticks(1))->holdsLock());
-    EXPECT_FALSE(coordinator->tryLockUntil(Ticks::min())->holdsLock());   // the first one took nothing away
+    EXPECT_FALSE(coordinator->tryLockUntil(now() + Ticks(1)).holdsLock());
+    EXPECT_FALSE(coordinator->tryLockUntil(Ticks::min()).holdsLock());   // the first one took nothing away
 }
 
 TEST(Ticks, StayWithinWhatTheyCanHold)

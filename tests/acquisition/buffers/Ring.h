@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "acquisition/buffers/Buffer.h"
-#include "acquisition/buffers/BufferAccess.h"
+#include "acquisition/buffers/BufferCoordinator.h"
 
 namespace orvo::test {
 
@@ -22,22 +22,23 @@ protected:
 
     void ringOf(int64_t count)
     {
-        const auto queue = coordinator->lock()->freeQueue();
+        cognex::BufferAccess access = coordinator->lock();
+        cognex::BufferQueue& queue = access.freeQueue();
         for (int64_t number = 0; number < count; ++number) {
             ring.push_back(std::make_shared<Buffer>(4));
             ring.back()->setNumber(number);
-            ring.back()->setUnblockCallback([this, queue](Buffer* buffer) {
+            ring.back()->setUnblockCallback([this, &queue](Buffer* buffer) {
                 givenBack.push_back(buffer->number());
-                wasToldBeforeTheQueue = queue->isEmpty();
+                wasToldBeforeTheQueue = queue.isEmpty();
             });
-            queue->push(ring.back());
+            queue.push(ring.back());
         }
     }
 
     // Where the buffers are: their numbers, oldest first, -1 for one that has gone, or for none.
-    Numbers free() { return numbersIn(*coordinator->lock()->freeQueue()); }
-    Numbers ready() { return numbersIn(*coordinator->lock()->readyQueue()); }
-    int64_t current() { return numberOf(coordinator->lock()->currentBuffer()); }
+    Numbers free() { return numbersIn(coordinator->lock().freeQueue()); }
+    Numbers ready() { return numbersIn(coordinator->lock().readyQueue()); }
+    int64_t current() { return numberOf(coordinator->lock().currentBuffer()); }
 
     static constexpr cognex::Ticks kGenerous = boost::chrono::seconds(60);
 

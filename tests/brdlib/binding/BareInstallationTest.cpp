@@ -4,8 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "brdlib/binding/BrdFunctions.h"
-#include "brdlib/binding/InstallationDirectory.h"
+#include "brdlib/binding/SharedLibrary.h"
 #include "os/InstallationDirectory.h"
+#include "os/Program.h"
 #include "tests/support/LibraryUse.h"
 #include "tests/support/Places.h"
 #include "tests/support/ScopedVariable.h"

@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "templates/platform/GuardedSingleton.h"
+#include "templates/platform/Singletons.h"
 
 using namespace orvo::templates::platform;
 using testing::ElementsAre;

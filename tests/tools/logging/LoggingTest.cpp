@@ -6,7 +6,7 @@
 #include "os/Os.h"
 #include "sim/orvo_sim_dispatcher.h"
 #include "tests/support/LibraryUse.h"
-#include "tools/logging/CachedLogger.h"
+#include "tools/logging/Logging.h"
 #include "tools/logging/Record.h"
 
 using namespace orvo;

@@ -1,26 +1,26 @@
-#include "templates/platform/LibraryInitController.h"
+#include "templates/platform/Singletons.h"
 
 #include <cstdint>
 #include <cstdio>
 
-#include "templates/platform/SpinLockVariableGuard.h"
+#include "templates/platform/Locks.h"
 
 namespace orvo::templates::platform {
 
 namespace {
 
-LibraryInitController* g_instance = nullptr;
-uint32_t g_useCount = 0;
 SpinLockVariable g_lock{0};
 SpinLockVariable g_owner{0};
+LibraryInitController* g_instance ORVO_GUARDED_BY(g_lock) = nullptr;
+uint32_t g_useCount ORVO_GUARDED_BY(g_lock) = 0;
 
-void traceInstance(const char* step)
+void traceInstance(const char* step) ORVO_REQUIRES(g_lock)
 {
     if (LibraryInitController::s_consoleTrace)
         std::printf("%s%p\n", step, static_cast<void*>(g_instance));
 }
 
-void traceUse(const char* step, uint32_t count)
+void traceUse(const char* step, uint32_t count) ORVO_REQUIRES(g_lock)
 {
     if (LibraryInitController::s_consoleTrace)
         std::printf("%s%p - Use Count: %u\n", step, static_cast<void*>(g_instance), count);
@@ -33,10 +33,11 @@ bool LibraryInitController::s_consoleTrace = false;
 void LibraryInitController::init()
 {
     const SpinLockVariableGuard guard(g_lock, &g_owner);
-    if (++g_useCount == 1) {
+    if (g_useCount == 0) {
         g_instance = new LibraryInitController;
         traceInstance("LibraryInitController [Create ] - Instance: ");
     }
+    ++g_useCount;
     traceUse("LibraryInitController [Init   ] - Instance: ", g_useCount);
 }
 
