@@ -9,7 +9,7 @@
 #include "acquisition/OldestFirstStrategy.h"
 #include "acquisition/RGBPackedToPlanar.h"
 #include "brdlib/DmaPort.h"
-#include "features/addFeature.h"
+#include "features/FeatureContainer.h"
 
 namespace orvo::cognex {
 

@@ -10,12 +10,11 @@
 #include "brdlib/DmaPort.h"
 #include "brdlib/binding/BrdFunctions.h"
 #include "camera/CameraConnector.h"
-#include "channels/AikVideoChannel.h"
 #include "channels/CameraFamilies.h"
-#include "channels/FailedVideoChannel.h"
+#include "channels/VideoChannel.h"
+#include "features/BasicFeatures.h"
+#include "features/FeatureContainer.h"
 #include "features/NumberText.h"
-#include "features/StringFeature.h"
-#include "features/addFeature.h"
 #include "tools/logging/Record.h"
 
 namespace orvo::cognex {

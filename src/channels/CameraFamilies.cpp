@@ -2,9 +2,9 @@
 
 #include "AIKException.h"
 #include "brdlib/BoardWrapper.h"
-#include "camera/eth/EthCameraConfigurator.h"
+#include "camera/eth/EthCamera.h"
 #include "camera/eth/EthCameraConnector.h"
-#include "camera/ogc/OgcCameraConfigurator.h"
+#include "camera/ogc/OgcCamera.h"
 #include "camera/ogc/OgcCameraConnector.h"
 
 namespace orvo::cognex {

@@ -5,9 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "camera/CamPort.h"
-#include "camera/ConnectedConnection.h"
-#include "camera/DetectedConnection.h"
-#include "camera/eth/EthCameraConfigurator.h"
+#include "camera/ConnectionStrategy.h"
+#include "camera/eth/EthCamera.h"
 #include "tests/camera/LoadedCameras.h"
 #include "tests/support/Failures.h"
 

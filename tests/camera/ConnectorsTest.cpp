@@ -2,9 +2,9 @@
 // not available before a connector sees it.
 #include <set>
 
-#include "camera/eth/EthCameraConfigurator.h"
+#include "camera/eth/EthCamera.h"
 #include "camera/eth/EthCameraConnector.h"
-#include "camera/ogc/OgcCameraConfigurator.h"
+#include "camera/ogc/OgcCamera.h"
 #include "camera/ogc/OgcCameraConnector.h"
 #include "channels/CameraFamilies.h"
 #include "tests/camera/LoadedCameras.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "channels/BoardContainer.h"
-#include "channels/FailedVideoChannel.h"
+#include "channels/VideoChannel.h"
 #include "features/FeatureContainer.h"
 #include "tests/features/FeatureAccess.h"
 #include "tests/support/Failures.h"

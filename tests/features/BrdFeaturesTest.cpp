@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "features/BrdEnumFeature.h"
-#include "features/BrdProperty.h"
+#include "features/BrdFeature.h"
 #include "features/BrdStringFeature.h"
-#include "features/addFeature.h"
+#include "features/FeatureContainer.h"
 #include "tests/brdlib/LoadedApplet.h"
 #include "tests/features/FeatureAccess.h"
 #include "tests/support/Failures.h"

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "features/StringFeature.h"
-#include "features/addFeature.h"
+#include "features/BasicFeatures.h"
+#include "features/FeatureContainer.h"
 #include "tests/features/FeatureAccess.h"
 
 using namespace orvo::cognex;

@@ -5,14 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "features/BooleanFeature.h"
-#include "features/CommandFeature.h"
+#include "features/AdapterFeature.h"
+#include "features/BasicFeatures.h"
 #include "features/EnumerationFeature.h"
-#include "features/FeatureObserver.h"
-#include "features/NumberFeature.h"
 #include "features/NumberText.h"
-#include "features/ProxyFeature.h"
-#include "features/StringFeature.h"
 #include "tests/features/FeatureAccess.h"
 #include "tests/support/Failures.h"
 #include "tests/support/LibraryUse.h"

@@ -2,8 +2,7 @@
 
 #include "AIKException.h"
 #include "brdlib/AppletWrapper.h"
-#include "camera/ogc/OgcCamPort.h"
-#include "camera/ogc/OgcCameraConfigurator.h"
+#include "camera/ogc/OgcCamera.h"
 #include "camera/ogc/OgcLibrary.h"
 #include "tools/logging/Record.h"
 
@@ -14,7 +13,7 @@ namespace {
 using tools::logging::kTolerated;
 using tools::logging::recordFailure;
 
-// What the scan is given, in the library's own terms: the ports, and a bound.
+// The scan's arguments, in the library's own terms: the ports, and a bound.
 constexpr uint32_t kAllPorts = 255;
 constexpr uint32_t kScanBound = 5000;
 

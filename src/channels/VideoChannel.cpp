@@ -1,4 +1,6 @@
-#include "channels/AikVideoChannel.h"
+#include "channels/VideoChannel.h"
+
+#include <stdexcept>
 
 #include "acquisition/AcquisitionEngine.h"
 #include "brdlib/BrdConfigurator.h"
@@ -10,5 +12,10 @@ namespace orvo::cognex {
 AikVideoChannel::AikVideoChannel() : m_features(std::make_shared<FeatureContainer>()) {}
 
 AikVideoChannel::~AikVideoChannel() = default;
+
+void FailedVideoChannel::fail() const
+{
+    throw std::runtime_error(m_failureText);
+}
 
 }   // namespace orvo::cognex
