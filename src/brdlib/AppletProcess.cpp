@@ -127,7 +127,7 @@ uint32_t AppletProcess::camPortCount() const
     uint32_t count = 0;
     if (Brd_getParameterWithType(m_handle, kParameterCamPortCount, &count, m_index, kTypeOfCounts) != 0)
         throw std::runtime_error("Cannot get the number of cam ports");
-    return count;
+    return plausibleCount(count);
 }
 
 std::weak_ptr<DmaPort> AppletProcess::dmaPortAt(int32_t position) const

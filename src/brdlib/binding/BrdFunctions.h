@@ -23,6 +23,12 @@ inline constexpr int32_t kFunctionNotReached = -2130;   // the board library's o
 inline constexpr int32_t kParameterNotInApplet = -2070;
 inline constexpr int32_t kTypeOfCounts = 1;   // the type code by which counts are read
 
+/// A count as a library gives it, or none where it can't be true, so that no loop runs to billions.
+constexpr uint32_t plausibleCount(uint32_t count)
+{
+    return count <= 65'535 ? count : 0;
+}
+
 // The functions of the board library that the adapter calls. Each row makes a forwarder of the same name that
 // loads and binds the library at the first call of any.
 //    Guarded  answers `if missing` where the library lacks the function

@@ -34,6 +34,12 @@ EthActionCommands::EthActionCommands() : m_features(std::make_shared<FeatureCont
     m_groupMaskRemote->addObserver(m_remoteKeyObserver.get());
 }
 
+void EthActionCommands::forgetCameraOf(uint32_t portIndex)
+{
+    if (portIndex == m_portIndex)
+        m_camera = 0;
+}
+
 void EthActionCommands::send()
 {
     kEthLibrary.check(Eth_sendActionCommand(m_library, m_portIndex, kAllCameras, m_deviceKeyLocal->value(),

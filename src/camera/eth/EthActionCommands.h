@@ -24,6 +24,9 @@ public:
     void setBoardHandle(uint64_t library) { m_library = library; }
     void setCameraHandle(uint64_t camera) { m_camera = camera; }
     void setPortIndex(uint32_t portIndex) { m_portIndex = portIndex; }
+    /// The camera of that port is about to be destroyed. Until the next setCameraHandle(), register writes go
+    /// to camera 0, which the library refuses. Another port changes nothing.
+    void forgetCameraOf(uint32_t portIndex);
 
     /// Makes all nine features available; deactivate() makes them unavailable.
     void activate() { m_features->setAvailable(true); }

@@ -59,6 +59,8 @@ void EthCameraConnector::detect()
         if (port == ports().end())
             throw std::out_of_range(
                 "invalid unordered_map<K, T> key");   // deliberate: hosts compare this text
+        // First of all: update() ends the handle, and when it fails, no state is entered that would set it.
+        m_actionCommands.forgetCameraOf(static_cast<uint32_t>(number));
         port->second->update();
     }
     refreshState();
