@@ -4,6 +4,7 @@
 
 #include "acquisition/AcquisitionEngine.h"
 #include "brdlib/BrdConfigurator.h"
+#include "brdlib/DmaPort.h"
 #include "camera/CameraConnector.h"
 #include "features/FeatureContainer.h"
 
@@ -11,7 +12,11 @@ namespace orvo::cognex {
 
 AikVideoChannel::AikVideoChannel() : m_features(std::make_shared<FeatureContainer>()) {}
 
-AikVideoChannel::~AikVideoChannel() = default;
+AikVideoChannel::~AikVideoChannel()
+{
+    if (const auto port = m_dmaPort.lock())   // which may outlive the engine, its observer
+        port->setObserver(nullptr);
+}
 
 void FailedVideoChannel::fail() const
 {

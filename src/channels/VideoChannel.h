@@ -37,6 +37,7 @@ public:
 class AikVideoChannel : public VideoChannel {
 public:
     AikVideoChannel();
+    /// Detaches the engine from the port, which must have stopped.
     ~AikVideoChannel() override;
 
     std::weak_ptr<DmaPort> dmaPort() const override { return m_dmaPort; }
