@@ -7,13 +7,35 @@
 
 #include "AIKException.h"
 #include "aik/aik.h"
-#include "channels/LogWrap.h"
-#include "features/HostText.h"
+#include "features/AdapterFeature.h"
+#include "tools/logging/Logging.h"
 #include "tools/logging/Record.h"
 
 namespace orvo::cognex {
 
-/// What all exports have in common of their arguments.
+/// The logger of the exports, and the process's use of the support library: while it exists, there is logging.
+/// Threads: created and destroyed by calls that the host serialises; logger() on any thread in between.
+class LogWrap {
+public:
+    LogWrap();
+    LogWrap(const LogWrap&) = delete;
+    LogWrap& operator=(const LogWrap&) = delete;
+    virtual ~LogWrap();
+
+    virtual tools::logging::Logger* logger() { return m_logger.get(); }
+
+    /// The one instance, or null.
+    static LogWrap* instance();
+    /// Creates the instance if there is none and there is memory for it.
+    static void createInstance() noexcept;
+    /// Destroys the instance, and all loggers with it.
+    static void destroyInstance();
+
+private:
+    tools::logging::CachedLogger m_logger{"orvo.Cognex.Interface"};
+};
+
+/// The arguments that all exports have in common.
 struct Call {
     const char* name;
     char* errstr;
@@ -57,7 +79,7 @@ int32_t callFrame(const Call& call, Body&& body,
     } catch (const Pending& pending) {   // first, because to wait is no failure
         storeAcqResult(call, AIK_ACQ_PENDING);
         traceCaught(" panding: ", pending);
-    } catch (const std::exception& failure) {   // and nothing wider: the rest is not ours to hide
+    } catch (const std::exception& failure) {   // and nothing wider: any other is not ours to hide
         storeAcqResult(call, AIK_ACQ_FAILED);
         if (call.errstr)
             copyBounded(call.errstr, failure.what());

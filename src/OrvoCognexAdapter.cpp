@@ -11,7 +11,6 @@
 #include "brdlib/BoardWrapper.h"
 #include "brdlib/DmaPort.h"
 #include "channels/ChannelTable.h"
-#include "channels/FailedVideoChannel.h"
 #include "channels/VideoChannel.h"
 #include "features/FeatureContainer.h"
 

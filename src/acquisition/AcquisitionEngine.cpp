@@ -6,7 +6,7 @@
 #include "acquisition/AcquisitionStrategy.h"
 #include "acquisition/PixelTransformation.h"
 #include "brdlib/DmaPort.h"
-#include "features/addFeature.h"
+#include "features/FeatureContainer.h"
 
 namespace orvo::cognex {
 

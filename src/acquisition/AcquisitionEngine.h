@@ -5,9 +5,9 @@
 
 #include "acquisition/buffers/BufferCoordinator.h"
 #include "brdlib/DmaObserver.h"
+#include "features/AdapterFeature.h"
 #include "features/EnumerationFeature.h"
 #include "features/FeatureContainer.h"
-#include "features/FeatureObserver.h"
 
 namespace orvo::cognex {
 

@@ -6,12 +6,11 @@
 #include "AIKException.h"
 #include "brdlib/DmaPort.h"
 #include "brdlib/binding/BrdFunctions.h"
-#include "features/BrdProperty.h"
-#include "features/HostText.h"
+#include "features/AdapterFeature.h"
+#include "features/BasicFeatures.h"
+#include "features/BrdFeature.h"
+#include "features/FeatureContainer.h"
 #include "features/NumberText.h"
-#include "features/ProxyFeature.h"
-#include "features/StringFeature.h"
-#include "features/addFeature.h"
 
 namespace orvo::cognex {
 

@@ -8,8 +8,8 @@
 #include "brdlib/BoardFormats.h"
 #include "brdlib/DmaObserver.h"
 #include "brdlib/binding/BrdFunctions.h"
+#include "features/FeatureContainer.h"
 #include "features/NumberText.h"
-#include "features/addFeature.h"
 #include "tools/logging/Record.h"
 
 namespace orvo::cognex {

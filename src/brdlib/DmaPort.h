@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "brdlib/DmaObserver.h"
+#include "features/AdapterFeature.h"
+#include "features/BasicFeatures.h"
 #include "features/FeatureContainer.h"
-#include "features/FeatureObserver.h"
-#include "features/NumberFeature.h"
 #include "tools/logging/Logging.h"
 
 namespace orvo::cognex {

@@ -4,8 +4,6 @@
 
 #include "AIKException.h"
 #include "camera/Camera.h"
-#include "camera/ConnectedConnection.h"
-#include "camera/NoConnection.h"
 
 namespace orvo::cognex {
 
@@ -13,7 +11,7 @@ CamPort::CamPort(int32_t portIndex) : m_portIndex(portIndex), m_connection(std::
 {}
 
 template <typename Action, typename... Arguments>
-void CamPort::drive(Action action, Arguments... arguments)
+void CamPort::forward(Action action, Arguments... arguments)
 {
     const auto connection = m_connection;   // kept for the call, whatever becomes of the port's own
     ((*locked(connectedCamera(connection))).*action)(arguments...);
@@ -21,32 +19,32 @@ void CamPort::drive(Action action, Arguments... arguments)
 
 void CamPort::startAcquisition()
 {
-    drive(&Camera::startAcquisition);
+    forward(&Camera::startAcquisition);
 }
 
 void CamPort::stopAcquisition()
 {
-    drive(&Camera::stopAcquisition);
+    forward(&Camera::stopAcquisition);
 }
 
 void CamPort::setWidth(uint32_t width)
 {
-    drive(&Camera::setWidth, static_cast<int32_t>(width));
+    forward(&Camera::setWidth, static_cast<int32_t>(width));
 }
 
 void CamPort::setHeight(uint32_t height)
 {
-    drive(&Camera::setHeight, static_cast<int32_t>(height));
+    forward(&Camera::setHeight, static_cast<int32_t>(height));
 }
 
 void CamPort::setReservedA(uint32_t value)
 {
-    drive(&Camera::setReservedA, value);
+    forward(&Camera::setReservedA, value);
 }
 
 void CamPort::setReservedB(uint32_t value)
 {
-    drive(&Camera::setReservedB, value);
+    forward(&Camera::setReservedB, value);
 }
 
 void CamPort::update()

@@ -10,10 +10,10 @@ namespace orvo::cognex {
 
 class Camera;
 
-/// A camera input of a board. What it can do with a camera is for its connection to say.
+/// A camera input of a board. What can be done with its cameras depends on its connection.
 /// Threads: host, no lock.
 /// Owns:    the connection, and through it the camera.
-/// Throws:  AIKException "No camera is connected" where there is none to drive, and what the camera throws.
+/// Throws:  AIKException "No camera is connected" where an operation needs one, and what the camera throws.
 class CamPort {
 public:
     /// `portIndex` is what the camera library is asked for and what the host selects.
@@ -25,7 +25,7 @@ public:
     /// Called once by the maker, before any other call.
     virtual void onCreated() {}
 
-    // Handed on to the connected camera.
+    // Passed on to the connected camera.
     virtual void startAcquisition();
     virtual void stopAcquisition();
     virtual void setWidth(uint32_t width);
@@ -34,14 +34,14 @@ public:
     virtual void setReservedB(uint32_t value);
 
     int32_t portIndex() const { return m_portIndex; }
-    /// The family, as createCameraConfigurator() takes it. Idle: connectors make their configurators.
+    /// The family, as createCameraConfigurator() takes it. Unused: connectors make their own configurators.
     int32_t portType() const { return m_portType; }
     void setPortType(int32_t type) { m_portType = type; }
 
-    /// Takes leave of the camera, then searches anew and keeps the first camera found. A camera that refuses
-    /// to disconnect is lost, and nothing is searched then. After any failure there is no connection.
+    /// Disconnects the camera, then searches again and keeps the first camera found. If the camera refuses to
+    /// disconnect, it is lost, and no search is made. After any failure there is no connection.
     void update();
-    /// Takes leave of the camera and keeps none. Throws what a camera that refuses throws, and loses it.
+    /// Disconnects the camera and keeps none. Throws what the camera throws if it refuses, and loses it.
     void disconnect();
 
     std::shared_ptr<const ConnectionStrategy> connection() const { return m_connection; }
@@ -54,14 +54,14 @@ protected:
 
 private:
     template <typename Action, typename... Arguments>
-    void drive(Action action, Arguments... arguments);
+    void forward(Action action, Arguments... arguments);
 
     int32_t m_portIndex;
     int32_t m_portType = 0;
     std::shared_ptr<ConnectionStrategy> m_connection;   // never null
 };
 
-/// The camera that can be driven. Throws AIKException if the connection is none of an opened camera.
+/// The opened camera. Throws AIKException if the connection has none.
 std::weak_ptr<Camera> connectedCamera(const std::shared_ptr<const ConnectionStrategy>& connection);
 
 }   // namespace orvo::cognex

@@ -1,5 +1,7 @@
 #include "camera/Camera.h"
 
+#include <array>
+
 #include "AIKException.h"
 
 namespace orvo::cognex {
@@ -10,6 +12,27 @@ std::shared_ptr<Camera> locked(const std::weak_ptr<Camera>& camera)
     if (!owned)
         throw AIKException("No camera is connected");
     return owned;
+}
+
+void LibraryCamera::getBooleanValue(const std::string& name, bool* value)
+{
+    *value = parameters().boolean(name);
+}
+
+void LibraryCamera::getIntegerValue(const std::string& name, int64_t* value)
+{
+    *value = parameters().integer(name);
+}
+
+void LibraryCamera::getFloatValue(const std::string& name, double* value)
+{
+    *value = parameters().floatingPoint(name);
+}
+
+void LibraryCamera::getStringValue(const std::string& name, std::string* value)
+{
+    std::array<char, 128> buffer{};
+    *value = parameters().string(name, buffer.data());
 }
 
 }   // namespace orvo::cognex

@@ -3,12 +3,8 @@
 #include <string_view>
 
 #include "AIKException.h"
-#include "camera/LibraryCamera.h"
-#include "features/HostText.h"
+#include "features/BasicFeatures.h"
 #include "features/NumberText.h"
-#include "features/ProxyFeature.h"
-#include "features/StringFeature.h"
-#include "features/addFeature.h"
 
 namespace orvo::cognex {
 
@@ -56,7 +52,7 @@ CameraConfigurator::CameraConfigurator() : m_features(std::make_shared<FeatureCo
              &CameraConfigurator::getFloat, &CameraConfigurator::setFloat);
     addValue("CameraBooleanValue", "This feature is for bool parameter access.", FeatureType::Boolean,
              &CameraConfigurator::getBoolean, &CameraConfigurator::setBoolean);
-    // A string to the host: the entries of a camera's enumeration are the camera's business.
+    // To the host a string: the list of the entries stays with the camera.
     addValue("CameraEnumerationValue", "This feature is for enum parameter access.", FeatureType::String,
              &CameraConfigurator::getEnumeration, &CameraConfigurator::setEnumeration);
     const auto command = addFeature<ProxyFeature>(*m_features, "CameraCommand",

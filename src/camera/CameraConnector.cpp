@@ -7,7 +7,6 @@
 #include "AIKException.h"
 #include "camera/Camera.h"
 #include "features/NumberText.h"
-#include "features/addFeature.h"
 #include "tools/logging/Record.h"
 
 namespace orvo::cognex {
@@ -16,7 +15,7 @@ namespace {
 
 using enum ConnectorState;
 
-// Who may do what with a feature of the connector while it is available; the state says when that is.
+// What a host may do with a feature while the state makes it available.
 constexpr Access kCommand{};
 constexpr Access kShown{.readable = true, .writeable = false, .available = false};
 constexpr Access kChosen{.readable = true, .writeable = true, .available = false};
@@ -24,7 +23,7 @@ constexpr Access kChosen{.readable = true, .writeable = true, .available = false
 }   // namespace
 
 const CameraConnector::StateRow CameraConnector::kStates[] = {
-    // state, which it enters first, what it then does
+    // state, what it enters first, what it then does
     {Uninitialized, std::nullopt, &CameraConnector::offerInitializeOnly},
     {NoPorts, Uninitialized, &CameraConnector::offerDetect},
     {PortIndexInvalid, NoPorts, &CameraConnector::offerPortIndex},
@@ -77,7 +76,7 @@ CameraConnector::CameraConnector(const CameraLibrary& library,
 
 CameraConnector::~CameraConnector()
 {
-    takeDownPorts();   // here for the order, which the map alone doesn't promise
+    takeDownPorts();   // in rising order, which the map's own destructor doesn't promise
 }
 
 void CameraConnector::refreshState()
@@ -94,7 +93,8 @@ ConnectorState CameraConnector::takeStock()
     storePortCount();
     if (ports == 0)
         return NoPorts;
-    if (static_cast<uint64_t>(int64_t{portIndex()}) >= ports)   // where a negative index is a high one
+    if (static_cast<uint64_t>(int64_t{portIndex()}) >=
+        ports)   // unsigned, so that a negative index is too large
         return PortIndexInvalid;
 
     const auto port = selectedPort();
@@ -198,7 +198,7 @@ std::exception_ptr CameraConnector::takeDownPorts()
         const auto entry = m_ports.extract(m_ports.begin());
         try {
             entry.mapped()->disconnect();
-        } catch (...) {   // the others go all the same, and the caller is told when all have gone
+        } catch (...) {   // the others are taken down all the same, and the caller is told at the end
             if (!firstRefusal)
                 firstRefusal = std::current_exception();
         }
@@ -225,7 +225,7 @@ std::weak_ptr<Camera> CameraConnector::selectedCamera() const
     return selectedPort()->connection()->camera(m_cameraIndex->value());
 }
 
-// The words of the two refusals are crosswise, and meant so: hosts know them.
+// That each of the two refusals names the other command is deliberate: hosts compare these texts.
 void CameraConnector::startAcquisition()
 {
     const auto port = findSelectedPort();

@@ -10,13 +10,10 @@
 
 #include "camera/CamPort.h"
 #include "camera/CameraConfigurator.h"
+#include "camera/CameraConnector.h"
 #include "camera/CameraLibrary.h"
-#include "camera/ConnectorState.h"
-#include "camera/LibraryHandle.h"
-#include "features/CommandFeature.h"
-#include "features/FeatureObserver.h"
-#include "features/NumberFeature.h"
-#include "features/StringFeature.h"
+#include "features/AdapterFeature.h"
+#include "features/BasicFeatures.h"
 #include "tools/logging/Logging.h"
 
 namespace orvo::cognex {
@@ -24,9 +21,22 @@ namespace orvo::cognex {
 class AppletWrapper;
 class BoardWrapper;
 
-/// The host's handle on the cameras of a board: opens the camera library, owns the ports, selects a camera
-/// and gives the configurator to it. All through features: which of them are available at a moment leads the
-/// host through the order of the calls. The channels of a board share it.
+/// How far the host has come with a connector. The numbers appear in the log and are no scale: the order is
+/// that of the chain in which the states build on each other.
+enum class ConnectorState : int32_t {
+    NoPorts = 0,              // the library is open, and there is no port
+    Uninitialized = 1,        // the library is closed
+    NoCameras = 2,            // the selected port has no camera
+    PortIndexInvalid = 3,     // "PortIndex" is not below the number of ports
+    CameraSelected = 4,       // only passed through, on the way to the last two
+    CameraIndexInvalid = 5,   // "CameraIndex" is not below the number of the port's cameras
+    CameraDetected = 6,       // the selected camera is not connected
+    CameraConnected = 7,
+};
+
+/// The cameras of a board, for the host: opens the camera library, owns the ports, and gives the selected
+/// camera to the configurator. The host does all this through features; which of them are available at a
+/// moment prescribes the order of its calls. The channels of a board share one connector.
 /// Threads: host, no lock.
 /// Owns:    the open library, the ports and the configurator.
 /// Throws:  AIKException with the library's prefix and number, and what ports and cameras throw.
@@ -34,16 +44,16 @@ class CameraConnector {
 public:
     CameraConnector(const CameraConnector&) = delete;
     CameraConnector& operator=(const CameraConnector&) = delete;
-    /// Takes the ports down, in rising order, then closes the library. Drops what cameras say to it.
+    /// Takes the ports down, in rising order, then closes the library. Drops refusals of the cameras.
     virtual ~CameraConnector();
 
     virtual tools::logging::Logger* logger() { return m_logger.get(); }
 
-    // Set once, by the maker.
+    // Set once, after construction.
     void setApplet(std::weak_ptr<AppletWrapper> applet) { m_applet = std::move(applet); }
     void setBoard(std::weak_ptr<BoardWrapper> board) { m_board = std::move(board); }
     std::weak_ptr<FeatureContainer> features() const { return m_features; }
-    /// The last state that was entered whole.
+    /// The last state that was entered completely.
     ConnectorState state() const { return m_state; }
 
     /// Searches for cameras, by the rules of the family.
@@ -53,8 +63,8 @@ public:
     /// Takes down the ports and closes the library, then throws the first refusal of a camera to disconnect.
     virtual void close() = 0;
 
-    /// Enters the state that ports, cameras and the two indices make. Throws AIKException, and stays in the
-    /// old state, if "PortIndex" names none of the ports although it is below their number.
+    /// Enters the state that follows from the ports, the cameras and the two indices. Throws AIKException, and
+    /// keeps the old state, if "PortIndex" names none of the ports although it is below their number.
     void refreshState();
 
 protected:
@@ -62,8 +72,8 @@ protected:
 
     CameraConnector(const CameraLibrary& library, std::unique_ptr<CameraConfigurator> configurator);
 
-    /// Enters `state` and, first, the states that it builds on: the flags are always set afresh from the
-    /// bottom, and never added to those of the state before.
+    /// Enters `state` and, first, the states that it builds on: the flags are always set from the bottom up,
+    /// and never added to those of the previous state.
     virtual void updateState(ConnectorState state);
 
     std::weak_ptr<AppletWrapper> applet() const { return m_applet; }
@@ -73,14 +83,14 @@ protected:
 
     /// 0 while the library is closed.
     uint64_t library() const { return m_library.get(); }
-    /// Takes over the handle of a library just opened, with which a host starts anew.
+    /// Takes over the handle of a library just opened, and sets the two indices back to 0.
     void enterLibrary(uint64_t handle);
-    /// What close() does after its own check.
+    /// The common part of close().
     void leaveLibrary();
 
     Ports& ports() { return m_ports; }
     void storePortCount();
-    /// Disconnects and destroys the ports, in rising order. Answers the first refusal, null for none.
+    /// Disconnects and destroys the ports, in rising order. Returns the first refusal, null for none.
     std::exception_ptr takeDownPorts();
     int32_t portIndex() const { return m_portIndex->value(); }
     /// The port that "PortIndex" names. Throws AIKException if there is none.
@@ -94,7 +104,7 @@ private:
     };
     static const StateRow kStates[];
 
-    /// Stores the counts of ports and cameras, and answers the state that they and the two indices make.
+    /// Stores the counts of ports and cameras, and returns the state that follows from them and the indices.
     ConnectorState takeStock();
 
     // What the states do.
@@ -119,7 +129,7 @@ private:
     std::weak_ptr<AppletWrapper> m_applet;
     std::weak_ptr<BoardWrapper> m_board;
     LibraryHandle m_library;
-    bool m_initialized = false;   // what the host was told, whatever handle the library gave
+    bool m_initialized = false;   // not the same as an open handle: the library may hand out 0
     Ports m_ports;
     ConnectorState m_state = ConnectorState::Uninitialized;
 

@@ -10,12 +10,11 @@
 #include "brdlib/DmaPort.h"
 #include "brdlib/binding/BrdFunctions.h"
 #include "camera/CameraConnector.h"
-#include "channels/AikVideoChannel.h"
 #include "channels/CameraFamilies.h"
-#include "channels/FailedVideoChannel.h"
+#include "channels/VideoChannel.h"
+#include "features/BasicFeatures.h"
+#include "features/FeatureContainer.h"
 #include "features/NumberText.h"
-#include "features/StringFeature.h"
-#include "features/addFeature.h"
 #include "tools/logging/Record.h"
 
 namespace orvo::cognex {
@@ -29,7 +28,7 @@ constexpr int32_t kBoardLimit = 8;
 constexpr uint64_t kInterfaceNumber = 1'049'384;
 constexpr const char* kAdapterVersion = ORVO_ADAPTER_VERSION;   // set by CMake
 
-// Never made available: hosts find the two in the list and read their attributes, not their values.
+// Never made available: a host finds the two in the list and reads their attributes, but not their values.
 constexpr Access kListed{.readable = true, .writeable = false, .available = false};
 
 std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& board,
@@ -39,7 +38,6 @@ std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& b
 {
     auto engine = std::make_shared<AcquisitionEngine>();
     engine->setDmaPort(dma);
-    dma->setObserver(engine.get());
     auto configurator = std::make_shared<BrdConfigurator>();
     configurator->setDmaPort(dma);
 
@@ -51,8 +49,9 @@ std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& b
     channel->setCameraConnector(connector);
     channel->setConfigurator(configurator);
     channel->setAcquisitionEngine(engine);
+    dma->setObserver(engine.get());   // now that the channel detaches it, also when the rest fails
 
-    // The order settles equal names, the later one wins, and the numbers that the host counts.
+    // The order decides between equal names, of which the later wins, and the numbers that the host sees.
     const auto features = channel->features().lock();
     features->merge(process->features());
     features->merge(configurator->features());
@@ -60,16 +59,6 @@ std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& b
     features->merge(engine->getFeatures());
     features->merge(connector->features());
     return channel;
-}
-
-/// The engines of a board's unfinished list go, its ports stay.
-void forgetObservers(const BoardWrapper& board)
-{
-    if (!board.applet())
-        return;
-    for (const auto& process : board.applet()->processes())
-        for (int32_t position = 0; const auto dma = process->dmaPortAt(position).lock(); ++position)
-            dma->setObserver(nullptr);
 }
 
 }   // namespace
@@ -82,12 +71,13 @@ BoardContainer::BoardContainer()
 BoardContainer::~BoardContainer()
 {
     for (auto& board : m_boards)
-        board.reset();   // in their order, and all of them before the library
+        board.reset();   // in order, and all of them before the library
     Brd_FreeLibraries();
 }
 
 BoardContainer::Channels BoardContainer::channels()
 {
+    m_boards.reserve(kBoardLimit);   // so that a board whose channels are made is kept, whatever fails
     Channels channels;
     for (int32_t index = 0; index < kBoardLimit; ++index) {
         const int32_t type = Brd_getBoardType(index);
@@ -119,7 +109,6 @@ void BoardContainer::openBoard(const std::shared_ptr<BoardWrapper>& board, Chann
             throw AIKException("No dma channes were found");
         channels.insert(channels.end(), ofBoard.begin(), ofBoard.end());
     } catch (const std::exception& failure) {
-        forgetObservers(*board);
         channels.push_back(failedChannel(board->boardName() + ": Invalid Applet ", failure, board));
     }
 }

@@ -13,7 +13,7 @@ class BoardWrapper;
 class VideoChannel;
 
 /// Turns the hardware into the flat list of channels. A board that fails contributes one failed channel and
-/// never stops the others.
+/// does not affect the others.
 /// Threads: the host thread of the first GetVideoChannel, no lock.
 /// Owns:    the boards, and a use of the board library.
 class BoardContainer {

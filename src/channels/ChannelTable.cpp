@@ -13,7 +13,7 @@ namespace orvo::cognex {
 
 namespace {
 
-ChannelTable* g_instance = nullptr;   // plain: nothing of ours may run at the end of the process
+ChannelTable* g_instance = nullptr;   // plain: no destructor of ours may run at the end of the process
 
 template <typename Map>
 auto entryAt(const Map& channels, int64_t position)
@@ -33,8 +33,10 @@ bool ChannelTable::exists()
 ChannelTable& ChannelTable::instance()
 {
     if (!g_instance) {
-        Brd_InitLibraries(nullptr);
-        g_instance = new ChannelTable;
+        const auto destroy = [](ChannelTable* table) { delete table; };
+        std::unique_ptr<ChannelTable, decltype(destroy)> table(new ChannelTable);
+        Brd_InitLibraries(nullptr);   // counts a use, so nothing after it may fail
+        g_instance = table.release();
     }
     return *g_instance;
 }
@@ -51,7 +53,8 @@ void ChannelTable::destroyInstance()
 ChannelTable::~ChannelTable()
 {
     stopAll();
-    while (!m_allChannels.empty())   // in the order of the list; a board's last channel takes more with it
+    while (
+        !m_allChannels.empty())   // in the order of the list; a board's last channel destroys its connector
         m_allChannels.erase(m_allChannels.begin());
     m_boards.reset();
 }
@@ -65,8 +68,8 @@ void ChannelTable::populate()
 
 int64_t ChannelTable::addChannel(std::shared_ptr<VideoChannel> channel)
 {
-    m_allChannels.emplace(++m_lastId, std::move(channel));
-    return m_lastId;
+    m_allChannels.emplace(m_lastId + 1, std::move(channel));
+    return ++m_lastId;
 }
 
 std::weak_ptr<VideoChannel> ChannelTable::channelAt(int64_t position) const

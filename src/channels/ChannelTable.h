@@ -16,17 +16,17 @@ class VideoChannel;
 class ChannelTable {
 public:
     static bool exists();
-    /// Makes the table at the first call, which begins the use of the board library.
+    /// Makes the table at the first call, which starts the use of the board library.
     static ChannelTable& instance();
-    /// Stops every port that runs, lets the channels go, then the boards, and ends the use of the library.
+    /// Stops every running port, destroys the channels, then the boards, and ends the use of the library.
     static void destroyInstance();
 
     ChannelTable(const ChannelTable&) = delete;
     ChannelTable& operator=(const ChannelTable&) = delete;
 
-    /// Brings up the boards and enters their channels. Once in a table's life.
+    /// Opens the boards and adds their channels. At most once for a table.
     void populate();
-    /// Answers the channel's id: counted from 1, in the order of adding.
+    /// Returns the channel's id: counted from 1, in the order of adding.
     int64_t addChannel(std::shared_ptr<VideoChannel> channel);
 
     /// By position, from 0, in the order of adding. Throws runtime_error for any other.

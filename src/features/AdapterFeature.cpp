@@ -1,7 +1,10 @@
 #include "features/AdapterFeature.h"
 
+#include <cstring>
+#include <ostream>
+
 #include "AIKException.h"
-#include "features/FeatureObserver.h"
+#include "tools/logging/Record.h"
 
 namespace orvo::cognex {
 
@@ -56,6 +59,22 @@ void AdapterFeature::notifyObservers()
     // By index: an observer may add another one. NOLINTNEXTLINE(modernize-loop-convert)
     for (size_t i = 0; i < m_observers.size(); ++i)
         m_observers[i]->featureChanged(this);
+}
+
+void AdapterFeature::traceStep(const char* sourcePath, const char* step, const std::source_location& place)
+{
+    tools::logging::recordTrace(logger(), {sourcePath, place.line()},
+                                [&](std::ostream& text) { text << step; });
+}
+
+void copyWhole(char* destination, const std::string& text)
+{
+    std::memcpy(destination, text.c_str(), text.size() + 1);
+}
+
+void copyBounded(char* destination, std::string_view text)
+{
+    destination[text.copy(destination, kHostTextSize - 1)] = '\0';
 }
 
 }   // namespace orvo::cognex

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <source_location>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -9,7 +12,7 @@
 
 namespace orvo::cognex {
 
-class FeatureObserver;
+class AdapterFeature;
 
 /// The kinds of features, by the number that the host gets.
 enum class FeatureType : int32_t {
@@ -22,8 +25,30 @@ enum class FeatureType : int32_t {
     String = 6,
 };
 
+/// Is called when a feature has been written, on the thread that wrote it.
+class FeatureObserver {
+public:
+    virtual ~FeatureObserver() = default;
+
+    virtual void featureChanged(AdapterFeature* feature) = 0;
+};
+
+/// An observer that calls a function.
+class FeatureObserverCallback : public FeatureObserver {
+public:
+    using Callback = std::function<void(AdapterFeature*)>;
+
+    void setCallback(Callback callback) { m_callback = std::move(callback); }
+    /// Throws std::bad_function_call if no function was set.
+    void featureChanged(AdapterFeature* feature) override { m_callback(feature); }
+
+private:
+    Callback m_callback;
+};
+
 /// A named, typed thing that speaks text: all that a host configures or triggers is one. This base owns the
-/// identity, the three permissions and the observers, and the order of the checks before the type's own work.
+/// identity, the three permissions and the observers, and fixes the order of the checks before the type's
+/// own work.
 /// Threads: host. No lock: the host serialises its calls.
 /// Throws:  AIKException where a check refuses, and what the type's own work throws.
 class AdapterFeature {
@@ -33,13 +58,13 @@ public:
     virtual ~AdapterFeature() = default;
 
     virtual tools::logging::Logger* logger() { return m_logger.get(); }
-    /// Reloads what the feature knows of the thing behind it.
+    /// Reloads what the feature caches from the board.
     virtual void refresh() {}
-    /// Writes the value as text into `val`, a host buffer of 256 bytes.
+    /// Writes the value as text into `val`, a host buffer of kHostTextSize bytes.
     virtual void read(char* val);
-    /// Takes the value from text, then tells the observers. A failed write tells nobody.
+    /// Takes the value from text, then calls the observers. A failed write calls none.
     virtual void write(const char* val);
-    /// Asks for `available` alone, and tells no observer.
+    /// Checks `available` alone, and calls no observer.
     virtual void execute();
     /// The name of an enumeration's entry; what `index` counts depends on the kind.
     virtual std::string validEnum(int32_t index);
@@ -63,7 +88,7 @@ public:
 
     /// Not owned: it must live as long as the feature can be written.
     void addObserver(FeatureObserver* observer) { m_observers.push_back(observer); }
-    /// In the order of adding, those included that an observer adds meanwhile.
+    /// In the order of adding, including those that an observer adds meanwhile.
     void notifyObservers();
 
     /// "True" or "False".
@@ -76,6 +101,11 @@ protected:
     virtual void doWrite(const char* val) = 0;
     virtual void doExecute() = 0;
 
+    /// Records, on the trace level, that a step of an access begins or ends. `sourcePath` is the path of the
+    /// source below src/, without its suffix.
+    void traceStep(const char* sourcePath, const char* step,
+                   const std::source_location& place = std::source_location::current());
+
 private:
     tools::logging::CachedLogger m_logger{"orvo.Cognex.Feature"};
     std::string m_name;
@@ -86,5 +116,13 @@ private:
     FeatureType m_type;
     std::vector<FeatureObserver*> m_observers;
 };
+
+inline constexpr size_t kHostTextSize = 256;   // of the host's buffers for values and failures, with the NUL
+
+/// Copies the whole text and its NUL: for texts that are short by nature.
+void copyWhole(char* destination, const std::string& text);
+
+/// Copies at most kHostTextSize - 1 characters, and adds a NUL.
+void copyBounded(char* destination, std::string_view text);
 
 }   // namespace orvo::cognex

@@ -6,10 +6,7 @@
 #include <stdexcept>
 
 #include "brdlib/binding/BrdFunctions.h"
-#include "features/BrdProperty.h"
-#include "features/HostText.h"
 #include "features/NumberText.h"
-#include "features/traceStep.h"
 
 namespace orvo::cognex {
 
@@ -18,7 +15,7 @@ namespace {
 constexpr const char* kSource = "features/BrdEnumFeature";
 constexpr size_t kSizeTextSize = 255;
 constexpr size_t kValueTextSize = 20;
-constexpr int32_t kEndMark = -1;   // stands where the next entry's value would
+constexpr int32_t kEndMark = -1;   // in the place of the next entry's value
 
 struct Entry {
     int32_t value;
@@ -52,8 +49,8 @@ std::string takeKey(std::span<const char>& bytes)
     return key;
 }
 
-/// The entries of a packed table: each is a value of four bytes and a text with its NUL, without padding. The
-/// first one counts whatever its value is.
+/// The entries of a packed table: each is a value of four bytes and a text with its NUL, without padding.
+/// There is a first entry even if its value is that of the end mark.
 std::vector<Entry> entriesOf(std::span<const char> table)
 {
     std::vector<Entry> entries;
@@ -109,7 +106,7 @@ bool BrdEnumFeature::hasPosition(int32_t position) const
 
 void BrdEnumFeature::doRead(char* val)
 {
-    traceStep(*this, kSource, "ReadEnum start");
+    traceStep(kSource, "ReadEnum start");
     const auto [status, value] =
         brdProperty(boardHandle(), parameterId(), BrdProperty::Value, kValueTextSize);
     check(status);
@@ -117,17 +114,17 @@ void BrdEnumFeature::doRead(char* val)
     if (entry == m_valueToKey.end())
         throw std::runtime_error("The parameter has a value that can not be mapped on a enum entry.");
     copyWhole(val, entry->second);
-    traceStep(*this, kSource, "ReadEnum End");
+    traceStep(kSource, "ReadEnum End");
 }
 
 void BrdEnumFeature::doWrite(const char* val)
 {
-    traceStep(*this, kSource, "WriteEnum start");
+    traceStep(kSource, "WriteEnum start");
     const auto entry = m_keyToValue.find(val);
     if (entry == m_keyToValue.end())
         throw std::runtime_error("Invalid enum key!");
     setParameter(&entry->second);
-    traceStep(*this, kSource, "WriteEnum End");
+    traceStep(kSource, "WriteEnum End");
 }
 
 void BrdEnumFeature::doExecute()

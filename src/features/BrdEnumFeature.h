@@ -9,16 +9,16 @@
 
 namespace orvo::cognex {
 
-/// A parameter of an applet that is a choice: the host speaks names, the library numbers, and the library's
-/// own table joins them. Empty until the first refresh().
+/// A parameter of an applet that is a choice: the host uses names, the library numbers, and the library's own
+/// table maps them to each other. Empty until the first refresh().
 class BrdEnumFeature : public BrdFeature {
 public:
     BrdEnumFeature() : BrdFeature(FeatureType::Enumeration) {}
 
-    /// Reads the table anew. Throws runtime_error, and keeps what it had, where the library refuses or its
-    /// table is broken.
+    /// Reads the table again. Throws runtime_error, and keeps the old entries, if the library refuses or its
+    /// table is malformed.
     void refresh() override;
-    /// `index` is a position in the table, from 0: the library's numbers may have gaps, a host's list not.
+    /// `index` is a position in the table, from 0: the library's numbers may have gaps, the host's list must not.
     std::string validEnum(int32_t index) override;
     bool hasPosition(int32_t position) const;
 

@@ -5,8 +5,6 @@
 #include <string>
 
 #include "brdlib/binding/BrdFunctions.h"
-#include "features/BrdProperty.h"
-#include "features/traceStep.h"
 
 namespace orvo::cognex {
 
@@ -22,7 +20,7 @@ void BrdStringFeature::doRead(char* val)
         const int32_t status = Brd_getParameterProperty(
             boardHandle(), parameterId(), static_cast<int32_t>(BrdProperty::Value), buffer, length);
         if (status != 0)
-            Brd_getLastErrorDescription(boardHandle());   // asked for, and told to nobody
+            Brd_getLastErrorDescription(boardHandle());   // dropped: a refused read does not fail
     };
     int32_t length = 0;
     read(nullptr, &length);
@@ -34,9 +32,9 @@ void BrdStringFeature::doRead(char* val)
 
 void BrdStringFeature::doWrite(const char* val)
 {
-    traceStep(*this, kSource, "Write string start");
+    traceStep(kSource, "Write string start");
     setParameter(val);
-    traceStep(*this, kSource, "Write string end");
+    traceStep(kSource, "Write string end");
 }
 
 void BrdStringFeature::doExecute()

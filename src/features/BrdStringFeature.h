@@ -4,9 +4,9 @@
 
 namespace orvo::cognex {
 
-/// A text parameter of an applet. A read copies as many bytes as the library counts and adds no NUL: the
-/// library counts its own. A read that the library refuses is silent: it copies what the length has come to, in
-/// zeros, which is nothing if the first question was refused.
+/// A text parameter of an applet. A read copies as many bytes as the library counts and adds no NUL, since the
+/// library counts its own. A read that the library refuses doesn't fail: it copies as many zeros as the
+/// library has counted, none if it refused the question for the length.
 class BrdStringFeature : public BrdFeature {
 public:
     BrdStringFeature() : BrdFeature(FeatureType::String) {}

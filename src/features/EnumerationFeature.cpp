@@ -2,9 +2,6 @@
 
 #include <stdexcept>
 
-#include "features/HostText.h"
-#include "features/traceStep.h"
-
 namespace orvo::cognex {
 
 namespace {
@@ -34,23 +31,23 @@ std::string EnumerationFeature::validEnum(int32_t index)
 
 void EnumerationFeature::doRead(char* val)
 {
-    traceStep(*this, kSource, "ReadEnum start");
+    traceStep(kSource, "ReadEnum start");
     const auto entry = m_valueToKey.find(m_value);
     if (entry == m_valueToKey.end())
         throw std::runtime_error("The parameter has a value that can not be mapped on a enum entry.");
     copyWhole(val, entry->second);
-    traceStep(*this, kSource, "ReadEnum End");
+    traceStep(kSource, "ReadEnum End");
 }
 
 void EnumerationFeature::doWrite(const char* val)
 {
-    traceStep(*this, kSource, "WriteEnum start");
+    traceStep(kSource, "WriteEnum start");
     const auto entry = m_keyToValue.find(val);
     if (entry == m_keyToValue.end())
         throw std::runtime_error("Invalid enum key!");
     m_value = entry->second;
     notifyObservers();
-    traceStep(*this, kSource, "WriteEnum End");
+    traceStep(kSource, "WriteEnum End");
 }
 
 void EnumerationFeature::doExecute()

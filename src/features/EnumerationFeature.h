@@ -8,8 +8,8 @@
 
 namespace orvo::cognex {
 
-/// A choice from a closed list of names, each with a number: the host speaks names, the owner numbers. Its
-/// own failures are no AIKException.
+/// A choice from a closed list of names, each with a number: the host uses the names, the owner the numbers.
+/// Throws: runtime_error, to which the container adds nothing.
 class EnumerationFeature : public AdapterFeature {
 public:
     EnumerationFeature() : AdapterFeature(FeatureType::Enumeration) {}
@@ -20,7 +20,7 @@ public:
     void addEntry(const std::string& key);
 
     int32_t value() const { return m_value; }
-    /// Checks nothing and tells no observer.
+    /// Checks nothing and calls no observer.
     void setValue(int32_t value) { m_value = value; }
 
     /// `index` is an entry's value here, not its position.
@@ -28,7 +28,7 @@ public:
 
 protected:
     void doRead(char* val) override;
-    /// Tells the observers, and write() tells them again: they hear of one write twice.
+    /// Calls the observers, and then write() calls them again.
     void doWrite(const char* val) override;
     void doExecute() override;
 

@@ -23,7 +23,7 @@ void wrapFailure(const char* whatFailed, Access&& access)
 
 void FeatureContainer::add(std::shared_ptr<AdapterFeature> feature)
 {
-    // Counted by names and not by numbers: a repeated name does not move the next number on.
+    // The number of names, not of features: a repeated name does not advance the next number.
     const auto index = static_cast<uint32_t>(m_byName.size());
     m_byIndex[index] = feature;
     const std::string name = feature->name();

@@ -2,8 +2,6 @@
 
 #include "camera/eth/EthLibrary.h"
 #include "features/NumberText.h"
-#include "features/ProxyFeature.h"
-#include "features/addFeature.h"
 
 namespace orvo::cognex {
 
@@ -11,7 +9,7 @@ namespace {
 
 constexpr Access kConnectedReadWrite{.readable = true, .writeable = true, .available = false};
 
-// How the library wants to be told: for all cameras, and: one register.
+// In the library's own terms: to all cameras, and one register.
 constexpr uint32_t kAllCameras = 0xFFFFFFFF;
 constexpr uint32_t kOneRegister = 1;
 
@@ -34,6 +32,12 @@ EthActionCommands::EthActionCommands() : m_features(std::make_shared<FeatureCont
     m_remoteKeyObserver = observe(*m_deviceKeyRemote, [this] { applyRemoteDeviceKey(); });
     m_groupKeyRemote->addObserver(m_remoteKeyObserver.get());
     m_groupMaskRemote->addObserver(m_remoteKeyObserver.get());
+}
+
+void EthActionCommands::forgetCameraOf(uint32_t portIndex)
+{
+    if (portIndex == m_portIndex)
+        m_camera = 0;
 }
 
 void EthActionCommands::send()

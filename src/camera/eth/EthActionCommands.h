@@ -4,15 +4,14 @@
 #include <memory>
 #include <string>
 
+#include "features/BasicFeatures.h"
 #include "features/FeatureContainer.h"
-#include "features/FeatureObserver.h"
-#include "features/NumberFeature.h"
 
 namespace orvo::cognex {
 
-/// GigE Vision action commands: one message at which all cameras act whose device key is equal, whose group
-/// key is equal and whose group mask has a bit in common. The "Local" features make and send such a message,
-/// the "Remote" ones write the keys that it must meet into the connected camera.
+/// GigE Vision action commands: one message, on which every camera acts that has the same device key and group
+/// key and a group mask with a bit in common. The "Local" features make up and send such a message; the
+/// "Remote" features write the keys that it must match into the connected camera.
 /// Threads: host, no lock.
 /// Throws:  AIKException "eth error code: N".
 class EthActionCommands {
@@ -21,20 +20,23 @@ public:
     EthActionCommands(const EthActionCommands&) = delete;
     EthActionCommands& operator=(const EthActionCommands&) = delete;
 
-    // Whom the calls are for: the open library, the connected camera, and the port that a message leaves by.
+    // Where the calls go: the open library, the connected camera, and the port that sends a message.
     void setBoardHandle(uint64_t library) { m_library = library; }
     void setCameraHandle(uint64_t camera) { m_camera = camera; }
     void setPortIndex(uint32_t portIndex) { m_portIndex = portIndex; }
+    /// The camera of that port is about to be destroyed. Until the next setCameraHandle(), register writes go
+    /// to camera 0, which the library refuses. Another port changes nothing.
+    void forgetCameraOf(uint32_t portIndex);
 
-    /// Makes all nine features available, and deactivate() none.
+    /// Makes all nine features available; deactivate() makes them unavailable.
     void activate() { m_features->setAvailable(true); }
     void deactivate() { m_features->setAvailable(false); }
     std::weak_ptr<FeatureContainer> features() const { return m_features; }
 
     void send();
-    /// Writes the device key, whichever of the three remote keys the host has written.
+    /// Writes the device key: a written remote group key or mask leads here too.
     void applyRemoteDeviceKey();
-    /// Writes key and mask of the group; no mask after a key that the camera refuses.
+    /// Writes the key and the mask of the group; if the camera refuses the key, the mask is not written.
     void applyGroupRemote();
 
 private:

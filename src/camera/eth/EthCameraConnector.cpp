@@ -6,9 +6,7 @@
 #include "brdlib/AppletProcess.h"
 #include "brdlib/AppletWrapper.h"
 #include "brdlib/BoardWrapper.h"
-#include "camera/eth/EthCamPort.h"
 #include "camera/eth/EthCamera.h"
-#include "camera/eth/EthCameraConfigurator.h"
 #include "camera/eth/EthLibrary.h"
 
 namespace orvo::cognex {
@@ -59,7 +57,10 @@ void EthCameraConnector::detect()
     for (int32_t number = 0; number < count; ++number) {
         const auto port = ports().find(number);
         if (port == ports().end())
-            throw std::out_of_range("invalid unordered_map<K, T> key");   // the words that hosts know
+            throw std::out_of_range(
+                "invalid unordered_map<K, T> key");   // deliberate: hosts compare this text
+        // First of all: update() ends the handle, and when it fails, no state is entered that would set it.
+        m_actionCommands.forgetCameraOf(static_cast<uint32_t>(number));
         port->second->update();
     }
     refreshState();

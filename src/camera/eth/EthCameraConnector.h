@@ -12,15 +12,15 @@ class EthCameraConnector final : public CameraConnector {
 public:
     EthCameraConnector();
 
-    /// Ends at the first port that fails, or at the first gap in the numbers of the ports with the
-    /// out_of_range of that gap. Does nothing to a closed connector.
+    /// Stops at the first port that fails, or with out_of_range at the first gap in the numbers of the ports.
+    /// Does nothing to a closed connector.
     void detect() override;
     void initialize() override;
     void close() override;
 
 protected:
     void updateState(ConnectorState state) override;
-    /// Makes the ports anew, by the numbers that the applet tells: a position without one has no port.
+    /// Makes the ports again, by the numbers that the applet gives: a position without one has no port.
     void createPorts(uint64_t library);
 
 private:

@@ -8,8 +8,8 @@
 namespace orvo::cognex {
 
 // The GigE Vision camera library: the functions that the adapter calls, bound by ordinal when the adapter is
-// loaded. Handles of the library and of its cameras are numbers, 0 for none; results are 0 for success unless
-// told otherwise. A camera's handle ends with a successful disconnect, with its release, or with the library.
+// loaded. Handles of the library and of its cameras are numbers, 0 for none; a result is 0 for success unless
+// it says otherwise. A camera's handle ends with a successful disconnect, with its release, or with the library.
 extern "C" {
 
 int32_t Eth_openBoard(int32_t boardIndex, int32_t zero, uint64_t* library);
@@ -17,7 +17,7 @@ int32_t Eth_closeBoard(uint64_t library);
 int32_t Eth_scanPorts(uint64_t library, uint32_t mask, uint32_t bound);
 /// A count, or a negative error.
 int32_t Eth_getCameraCount(uint64_t library, uint32_t port);
-/// A record of the library's, good until the next call with that camera, or null.
+/// A record of the library, valid until the next call with that camera, or null.
 const void* Eth_getCameraInfo(uint64_t camera);
 int32_t Eth_releaseCamera(uint64_t camera);
 int32_t Eth_connectCamera(uint64_t camera);
@@ -38,7 +38,7 @@ int32_t Eth_stopAcquisition(uint64_t camera);
 /// Null for a code without words.
 const char* Eth_getErrorDescription(int32_t code);
 int32_t Eth_setCameraRegister(uint64_t camera, const char* name, const uint32_t* value, uint32_t one);
-/// Answers a new handle at each call.
+/// Hands out a new handle at each call.
 int32_t Eth_getCameraByIndex(uint64_t library, uint32_t port, uint32_t index, uint64_t* camera);
 int32_t Eth_sendActionCommand(uint64_t library, uint32_t port, uint32_t all, uint32_t deviceKey,
                               uint32_t groupKey, uint32_t groupMask);

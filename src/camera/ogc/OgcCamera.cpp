@@ -1,5 +1,7 @@
 #include "camera/ogc/OgcCamera.h"
 
+#include "AIKException.h"
+#include "camera/ConnectionStrategy.h"
 #include "camera/ogc/OgcLibrary.h"
 
 namespace orvo::cognex {
@@ -30,6 +32,20 @@ void OgcCamera::setFloatValue(const std::string& name, double value)
 void OgcCamera::setStringValue(const std::string& name, const std::string& value)
 {
     parameters().setString(name, value.c_str());
+}
+
+std::vector<std::shared_ptr<Camera>> OgcCamPort::detect()
+{
+    uint64_t handle = 0;
+    kOgcLibrary.check(Ogc_getCameraOnPort(m_library, static_cast<uint32_t>(portIndex()), &handle));
+    const auto* const record = static_cast<const OgcCameraInfo*>(Ogc_getCameraInfo(handle));
+    if (!record || !record->first || !record->name)
+        throw AIKException("Cam info is not defined");
+    kOgcLibrary.check(Ogc_connectCamera(handle));
+    const auto camera = std::make_shared<OgcCamera>(handle);
+    // The camera is open from here on, and the port shows it; update() replaces this with an equal connection.
+    setConnection(std::make_shared<ConnectedConnection>(camera));
+    return {camera};
 }
 
 }   // namespace orvo::cognex

@@ -2,8 +2,8 @@
 
 #include "AIKException.h"
 #include "brdlib/AppletWrapper.h"
-#include "camera/ogc/OgcCamPort.h"
-#include "camera/ogc/OgcCameraConfigurator.h"
+#include "brdlib/binding/BrdFunctions.h"
+#include "camera/ogc/OgcCamera.h"
 #include "camera/ogc/OgcLibrary.h"
 #include "tools/logging/Record.h"
 
@@ -14,7 +14,7 @@ namespace {
 using tools::logging::kTolerated;
 using tools::logging::recordFailure;
 
-// What the scan is given, in the library's own terms: the ports, and a bound.
+// The scan's arguments, in the library's own terms: the ports, and a bound.
 constexpr uint32_t kAllPorts = 255;
 constexpr uint32_t kScanBound = 5000;
 
@@ -53,7 +53,8 @@ void OgcCameraConnector::detect()
 void OgcCameraConnector::scan()
 {
     kOgcLibrary.check(Ogc_scanPorts(library(), kAllPorts, kScanBound, 0));
-    const int32_t count = Ogc_getFoundCount(library());
+    const auto count =
+        static_cast<int32_t>(plausibleCount(static_cast<uint32_t>(Ogc_getFoundCount(library()))));
     for (int32_t position = 0; position < count; ++position) {
         try {
             const auto port = std::make_shared<OgcCamPort>(position, library());

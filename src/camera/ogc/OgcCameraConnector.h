@@ -10,7 +10,7 @@ class OgcCameraConnector final : public CameraConnector {
 public:
     OgcCameraConnector();
 
-    /// Makes the ports anew. A failure of the scan or of a port is recorded and fails nothing.
+    /// Makes the ports again. A failure of the scan or of a port is logged, and the call succeeds.
     void detect() override;
     void initialize() override;
     void close() override;

@@ -7,7 +7,7 @@
 
 namespace orvo::cognex {
 
-/// What the library tells of a camera, as far as it is read here.
+/// The library's record of a camera, as far as it is read here.
 struct OgcCameraInfo {
     const void* first;   // null in a record that means nothing
     const char* name;
@@ -15,20 +15,20 @@ struct OgcCameraInfo {
 static_assert(offsetof(OgcCameraInfo, name) == 8);
 
 // The GenICam access library: the functions that the adapter calls, bound by ordinal when the adapter is
-// loaded. Handles of the library and of its cameras are numbers, 0 for none; results are 0 for success unless
-// told otherwise. A camera's handle ends with the library.
+// loaded. Handles of the library and of its cameras are numbers, 0 for none; a result is 0 for success unless
+// it says otherwise. A camera's handle ends with the library.
 extern "C" {
 
 /// `applet` is the board library's handle of a loaded applet.
 int32_t Ogc_openBoard(uint64_t applet, int32_t zero, uint64_t* library);
 int32_t Ogc_closeBoard(uint64_t library);
 int32_t Ogc_scanPorts(uint64_t library, uint32_t mask, uint32_t bound, uint32_t zero);
-/// A record of the library's (OgcCameraInfo), good until the next call with that camera, or null.
+/// A record of the library (OgcCameraInfo), valid until the next call with that camera, or null.
 const void* Ogc_getCameraInfo(uint64_t camera);
 int32_t Ogc_connectCamera(uint64_t camera);
 /// A count, and never an error.
 int32_t Ogc_getFoundCount(uint64_t library);
-/// Answers a new handle at each call.
+/// Hands out a new handle at each call.
 int32_t Ogc_getCameraOnPort(uint64_t library, uint32_t port, uint64_t* camera);
 int32_t Ogc_setIntegerValue(uint64_t camera, const char* name, int64_t value);
 int32_t Ogc_getIntegerValue(uint64_t camera, const char* name, int64_t* value);

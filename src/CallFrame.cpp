@@ -1,4 +1,4 @@
-#include "channels/LogWrap.h"
+#include "CallFrame.h"
 
 #include <exception>
 
