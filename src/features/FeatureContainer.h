@@ -27,7 +27,7 @@ public:
     /// the new feature replaces the old one by name; the old one keeps its number, and the next feature with a
     /// new name takes over the number of this one.
     void add(std::shared_ptr<AdapterFeature> feature);
-    /// Adds the features that `other` has now, by their numbers. Does nothing if it has gone.
+    /// Adds the present features of `other`, in the order of their numbers. Does nothing if `other` has expired.
     void merge(const std::weak_ptr<FeatureContainer>& other);
 
     /// Makes all present features available, or none.

@@ -73,10 +73,9 @@ std::string formatFloat(double number)
     if (std::isnan(number))
         return "nan";   // whatever its sign
     std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general,
-                                   kSignificantDigits)
-                         .ptr;
-    return {text.data(), end};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), number,
+                                       std::chars_format::general, kSignificantDigits);
+    return {text.data(), written.ptr};
 }
 
 }   // namespace

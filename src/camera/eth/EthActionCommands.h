@@ -34,7 +34,7 @@ public:
     std::weak_ptr<FeatureContainer> features() const { return m_features; }
 
     void send();
-    /// Writes the device key: a written remote group key or mask leads here too.
+    /// Writes the device key: also when the host has written the remote group key or mask.
     void applyRemoteDeviceKey();
     /// Writes the key and the mask of the group; if the camera refuses the key, the mask is not written.
     void applyGroupRemote();
