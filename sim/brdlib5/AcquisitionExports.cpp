@@ -1,7 +1,7 @@
 #include <string>
 
 #include "sim/brdlib5/Call.h"
-#include "sim/brdlib5/ImageNumber.h"
+#include "sim/brdlib5/MemoryHead.h"
 #include "sim/brdlib5/Outcomes.h"
 #include "sim/brdlib5/brdlib5.h"
 
@@ -42,7 +42,7 @@ void* Brd_AllocMemHead(void* board, uint64_t totalSize, int64_t bufferCount)
 {
     return exported<void*>(
         "Brd_AllocMemHead", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("totalSize", totalSize)
                 .number("bufferCount", bufferCount);
@@ -55,7 +55,7 @@ int32_t Brd_AddMem(void* board, void* buffer, uint64_t size, int64_t index, void
 {
     return exported<int32_t>(
         "Brd_AddMem", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .word("buffer", buffer ? "b" + std::to_string(index) : "null");
             words.number("size", size).number("index", index).word("head", headSymbol(board, memoryHead));
@@ -70,7 +70,7 @@ int32_t Brd_DelMem(void* board, void* memoryHead, int64_t index)
 {
     return exported<int32_t>(
         "Brd_DelMem", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .word("head", headSymbol(board, memoryHead))
                 .number("index", index);
@@ -85,7 +85,7 @@ int32_t Brd_FreeMemHead(void* board, void* memoryHead)
 {
     return exported<int32_t>(
         "Brd_FreeMemHead", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).word("head", headSymbol(board, memoryHead));
         },
         [&] {
@@ -98,7 +98,7 @@ int32_t Brd_registerApcHandler(void* board, uint32_t dma, BrdApcControl* control
 {
     return exported<int32_t>(
         "Brd_registerApcHandler", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("dma", dma)
                 .pointer("control", control)
@@ -114,7 +114,7 @@ int32_t Brd_AcquireEx(void* board, uint32_t dma, int64_t pictureCount, int32_t m
 {
     return exported<int32_t>(
         "Brd_AcquireEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("dma", dma)
                 .number("pictureCount", pictureCount)
@@ -136,7 +136,7 @@ int32_t Brd_stopAcquireEx(void* board, uint32_t dma, void* memoryHead, int32_t z
 {
     return exported<int32_t>(
         "Brd_stopAcquireEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("dma", dma)
                 .word("head", headSymbol(board, memoryHead))
@@ -155,7 +155,7 @@ int64_t Brd_getImageEx(void* board, int32_t selector, int64_t pictureNumber, uin
 {
     return exported<int64_t>(
         "Brd_getImageEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("selector", selector)
                 .number("pictureNumber", pictureNumber);
@@ -176,7 +176,7 @@ void* Brd_getImagePtrEx(void* board, int64_t pictureNumber, uint32_t dma, void* 
 {
     return exported<void*>(
         "Brd_getImagePtrEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("pictureNumber", pictureNumber).number("dma", dma);
             words.word("head", headSymbol(board, memoryHead));
         },
@@ -195,7 +195,7 @@ int64_t Brd_getStatusEx(void* board, int32_t code, int64_t imageNumber, uint32_t
 {
     return exported<int64_t>(
         "Brd_getStatusEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("code", code)
                 .number("imageNumber", imageNumber)
@@ -220,7 +220,7 @@ int32_t Brd_setStatusEx(void* board, int32_t code, int64_t imageNumber, uint32_t
 {
     return exported<int32_t>(
         "Brd_setStatusEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("code", code)
                 .number("imageNumber", imageNumber)

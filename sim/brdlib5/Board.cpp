@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "sim/brdlib5/BrdError.h"
-#include "sim/brdlib5/BuiltInParameters.h"
-#include "sim/brdlib5/StoredParameter.h"
+#include "sim/brdlib5/ParameterDescription.h"
+#include "sim/brdlib5/ParameterTable.h"
 
 namespace orvo::sim {
 

@@ -10,7 +10,7 @@
 #include "sim/brdlib5/DmaChannel.h"
 #include "sim/brdlib5/MemoryHead.h"
 #include "sim/brdlib5/ParameterTable.h"
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 

@@ -9,8 +9,8 @@
 
 #include "sim/brdlib5/BrdError.h"
 #include "sim/brdlib5/Library.h"
-#include "sim/core/Core.h"
-#include "sim/words/Words.h"
+#include "sim/call/CallText.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 
@@ -42,17 +42,17 @@ struct PlainOutcome {
                                   "The script wants this call to fail");
     }
 
-    void show(Words& words, Result result) const
+    void show(CallText& words, Result result) const
     {
         if constexpr (std::is_pointer_v<Result>)
-            words.result(Words::quoted(result));
+            words.result(CallText::quoted(result));
         else
             words.result(std::to_string(result));
     }
 };
 
 /// The frame of every exported function: journal, script, and failures as the library reports them.
-/// `describe(Words&)` writes the arguments, `body()` does the work and may throw BrdError, `outcome` is
+/// `describe(CallText&)` writes the arguments, `body()` does the work and may throw BrdError, `outcome` is
 /// PlainOutcome or has its two operations.
 template <typename Result, typename Describe, typename Body, typename Outcome>
 Result exported(const char* function, const void* board, Describe describe, Body body, Outcome outcome)
@@ -69,11 +69,11 @@ Result exported(const char* function, const void* board, Describe describe, Body
     CallRecorder& calls = orvo_sim_core()->calls();
     if (!calls.isWatching())
         return guarded();
-    Words arguments;
+    CallText arguments;
     describe(arguments);
     const CallPass pass = calls.enter(function, arguments.str());
     const Result result = pass.answered ? outcome.scripted(pass) : guarded();
-    Words rest;
+    CallText rest;
     outcome.show(rest, result);
     calls.leave(pass, rest.str());
     return result;

@@ -4,8 +4,8 @@
 #include <system_error>
 #include <utility>
 
-#include "sim/brdlib5/BoardClock.h"
 #include "sim/brdlib5/BrdError.h"
+#include "sim/brdlib5/Pacer.h"
 #include "sim/orvo_sim.h"
 #include "sim/pictures/CameraPainter.h"
 

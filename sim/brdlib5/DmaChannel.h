@@ -11,7 +11,7 @@
 #include "sim/brdlib5/MemoryHead.h"
 #include "sim/brdlib5/Pacer.h"
 #include "sim/brdlib5/brdlib5.h"
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 

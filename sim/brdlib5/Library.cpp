@@ -1,13 +1,14 @@
 #include "sim/brdlib5/Library.h"
 
+#include <algorithm>
 #include <bit>
 #include <string_view>
 #include <utility>
 
-#include "sim/boardtypes/BoardTypes.h"
 #include "sim/brdlib5/BrdError.h"
-#include "sim/json/JsonValue.h"
+#include "sim/json/Json.h"
 #include "sim/orvo_sim.h"
+#include "sim/seam/BoardTypes.h"
 
 namespace orvo::sim {
 
@@ -225,6 +226,32 @@ int32_t Library::callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumb
     } catch (const BrdError&) {   // no such DMA
         return ORVO_SIM_NOT_RUNNING;
     }
+}
+
+void LastErrors::clear()
+{
+    const std::lock_guard lock(m_mutex);
+    m_entries = {};
+}
+
+void LastErrors::set(size_t slot, int32_t number, std::string_view text)
+{
+    const std::lock_guard lock(m_mutex);
+    m_entries[slot] = {number, std::string(text)};
+}
+
+int32_t LastErrors::number(size_t slot) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_entries[slot].number;
+}
+
+void LastErrors::copyText(size_t slot, std::span<char> buffer) const
+{
+    const std::lock_guard lock(m_mutex);
+    const size_t length = std::min(m_entries[slot].text.size(), buffer.size() - 1);
+    std::copy_n(m_entries[slot].text.data(), length, buffer.data());
+    buffer[length] = '\0';
 }
 
 }   // namespace orvo::sim

@@ -4,11 +4,11 @@
 #include <string_view>
 #include <vector>
 
-#include "sim/boardtypes/BoardTypes.h"
-#include "sim/brdlib5/BoardClock.h"
 #include "sim/brdlib5/Call.h"
 #include "sim/brdlib5/Outcomes.h"
+#include "sim/brdlib5/Pacer.h"
 #include "sim/brdlib5/brdlib5.h"
+#include "sim/seam/BoardTypes.h"
 
 using namespace orvo::sim;
 
@@ -51,7 +51,7 @@ void* openBoard(const char* function, const char* path, uint32_t boardIndex, int
 {
     return exported<void*>(
         function, nullptr,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.text("path", path).number("boardIndex", boardIndex).number("flags", flags);
         },
         [&] {
@@ -69,7 +69,7 @@ struct FreeOutcome {
         Library::instance().free();
         return 0;
     }
-    void show(Words&, int32_t) const {}
+    void show(CallText&, int32_t) const {}
 };
 
 }   // namespace
@@ -77,7 +77,7 @@ struct FreeOutcome {
 int32_t Brd_InitLibraries(const char* directory)
 {
     return exported<int32_t>(
-        "Brd_InitLibraries", nullptr, [&](Words& words) { words.text("directory", directory); },
+        "Brd_InitLibraries", nullptr, [&](CallText& words) { words.text("directory", directory); },
         [] {
             Library::instance().init();
             return 0;
@@ -87,7 +87,7 @@ int32_t Brd_InitLibraries(const char* directory)
 void Brd_FreeLibraries()
 {
     exported<int32_t>(
-        "Brd_FreeLibraries", nullptr, [](Words&) {},
+        "Brd_FreeLibraries", nullptr, [](CallText&) {},
         [] {
             Library::instance().free();
             return 0;
@@ -98,7 +98,7 @@ void Brd_FreeLibraries()
 int32_t Brd_getBoardType(int32_t boardIndex)
 {
     return exported<int32_t>(
-        "Brd_getBoardType", nullptr, [&](Words& words) { words.number("boardIndex", boardIndex); },
+        "Brd_getBoardType", nullptr, [&](CallText& words) { words.number("boardIndex", boardIndex); },
         [&] { return Library::instance().boardType(boardIndex); });
 }
 
@@ -106,7 +106,7 @@ const char* Brd_getBoardNameByType(int32_t type, int32_t one)
 {
     return exported<const char*>(
         "Brd_getBoardNameByType", nullptr,
-        [&](Words& words) { words.number("type", type).number("one", one); },
+        [&](CallText& words) { words.number("type", type).number("one", one); },
         [&] { return keptText(boardNameOf(type)); });
 }
 
@@ -115,7 +115,7 @@ int32_t Brd_getSystemInformation(void* board, int32_t code, int32_t property, in
 {
     return exported<int32_t>(
         "Brd_getSystemInformation", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("code", code).number("property", property);
             words.number("boardIndex", boardIndex).pointer("buffer", buffer);
             if (buffer && length)
@@ -142,7 +142,7 @@ void* Brd_InitConfigEx(const char* path, uint32_t boardIndex, int32_t flags)
 int32_t Brd_FreeGrabber(void* board)
 {
     return exported<int32_t>(
-        "Brd_FreeGrabber", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
+        "Brd_FreeGrabber", board, [&](CallText& words) { words.word("board", boardSymbol(board)); },
         [&] {
             Library::instance().close(board);
             return 0;
@@ -152,14 +152,15 @@ int32_t Brd_FreeGrabber(void* board)
 int32_t Brd_getLastErrorNumber(void* board)
 {
     return exported<int32_t>(
-        "Brd_getLastErrorNumber", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
+        "Brd_getLastErrorNumber", board, [&](CallText& words) { words.word("board", boardSymbol(board)); },
         [&] { return Library::instance().lastErrorNumber(board); });
 }
 
 const char* Brd_getLastErrorDescription(void* board)
 {
     return exported<const char*>(
-        "Brd_getLastErrorDescription", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
+        "Brd_getLastErrorDescription", board,
+        [&](CallText& words) { words.word("board", boardSymbol(board)); },
         [&]() -> const char* {
             Library::instance().copyLastErrorText(board, g_text);
             return g_text.data();

@@ -10,6 +10,20 @@
 
 namespace orvo::sim {
 
+/// Image numbers name what picture numbers name, but are other numbers: a caller that takes the one for the
+/// other finds nothing.
+inline constexpr int64_t kFirstImageNumber = 1'000'000'000;
+
+constexpr int64_t imageOfPicture(int64_t pictureNumber)
+{
+    return kFirstImageNumber + pictureNumber;
+}
+
+constexpr int64_t pictureOfImage(int64_t imageNumber)
+{
+    return imageNumber < kFirstImageNumber ? 0 : imageNumber - kFirstImageNumber;   // 0: no picture
+}
+
 /// A ring of blocks that the caller owns. A block is free until the board takes it, blocked from then until
 /// the caller gives it back, whatever starts and stops meanwhile. Nothing here touches a block's memory.
 /// Threads: any.

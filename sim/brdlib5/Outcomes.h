@@ -16,7 +16,7 @@ namespace orvo::sim {
 template <typename SymbolOf>
 struct PointerOutcome : PlainOutcome<void*> {
     PointerOutcome(const void* handle, SymbolOf symbol) : PlainOutcome<void*>{handle}, symbolOf(symbol) {}
-    void show(Words& words, void* result) const { words.result(symbolOf(result)); }
+    void show(CallText& words, void* result) const { words.result(symbolOf(result)); }
 
     SymbolOf symbolOf;
 };
@@ -34,7 +34,7 @@ struct ValueOutcome : PlainOutcome<int32_t> {
         return PlainOutcome::scripted(pass);
     }
 
-    void show(Words& words, int32_t result) const
+    void show(CallText& words, int32_t result) const
     {
         PlainOutcome::show(words, result);
         if (result == 0 && value && type && *type != ValueType::Text)
@@ -78,7 +78,7 @@ struct BufferOutcome : PlainOutcome<int32_t> {
         return PlainOutcome::scripted(pass);
     }
 
-    void show(Words& words, int32_t result) const
+    void show(CallText& words, int32_t result) const
     {
         PlainOutcome::show(words, result);
         if (result != 0 || !length)

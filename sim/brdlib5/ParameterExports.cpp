@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "sim/brdlib5/BuiltInParameters.h"
 #include "sim/brdlib5/Call.h"
-#include "sim/brdlib5/ImageNumber.h"
+#include "sim/brdlib5/MemoryHead.h"
 #include "sim/brdlib5/Outcomes.h"
+#include "sim/brdlib5/ParameterDescription.h"
 #include "sim/brdlib5/brdlib5.h"
 
 using namespace orvo::sim;
@@ -41,7 +41,7 @@ bool takesWord(const void* board, int32_t id)
     }
 }
 
-void describeValue(Words& words, std::optional<ValueType> type, const void* value)
+void describeValue(CallText& words, std::optional<ValueType> type, const void* value)
 {
     if (!value)
         words.word("value", "null");
@@ -105,7 +105,7 @@ int32_t Brd_getParameterIdByName(void* board, const char* name)
 {
     return exported<int32_t>(
         "Brd_getParameterIdByName", board,
-        [&](Words& words) { words.word("board", boardSymbol(board)).text("name", name); },
+        [&](CallText& words) { words.word("board", boardSymbol(board)).text("name", name); },
         [&] {
             requireValue(name);
             return Library::instance().board(board)->parameters().idOf(name);
@@ -117,7 +117,7 @@ int32_t Brd_getParameter(void* board, int32_t id, void* value, uint32_t dma)
     const auto type = [&] { return typeOf(board, id); };
     return exported<int32_t>(
         "Brd_getParameter", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("id", id);
             if (takesWord(board, id))
                 describeValue(words, type(), value);
@@ -131,7 +131,7 @@ int32_t Brd_setParameter(void* board, int32_t id, const void* value, uint32_t dm
 {
     return exported<int32_t>(
         "Brd_setParameter", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("id", id);
             describeValue(words, typeOf(board, id), value);
             words.number("dma", dma);
@@ -143,7 +143,7 @@ int32_t Brd_getParameterWithType(void* board, int32_t id, void* value, uint32_t 
 {
     return exported<int32_t>(
         "Brd_getParameterWithType", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("id", id).number("dma", dma).number("type", type);
         },
         [&] { return readParameter(board, id, value, dma, type); },
@@ -154,7 +154,7 @@ int32_t Brd_setParameterWithType(void* board, int32_t id, const void* value, uin
 {
     return exported<int32_t>(
         "Brd_setParameterWithType", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("id", id);
             describeValue(words, knownType(type), value);
             words.number("dma", dma).number("type", type);
@@ -167,7 +167,7 @@ int32_t Brd_getParameterEx(void* board, int32_t id, void* value, uint32_t dma, v
 {
     return exported<int32_t>(
         "Brd_getParameterEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board)).number("id", id).number("dma", dma);
             words.word("head", headSymbol(board, memoryHead)).number("imageNumber", imageNumber);
         },
@@ -182,7 +182,7 @@ int32_t Brd_getParameterProperty(void* board, int32_t id, int32_t property, void
 {
     return exported<int32_t>(
         "Brd_getParameterProperty", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("id", id)
                 .number("property", property)
@@ -199,7 +199,7 @@ int32_t Brd_getParameterPropertyEx(void* board, int32_t id, int32_t property, ui
 {
     return exported<int32_t>(
         "Brd_getParameterPropertyEx", board,
-        [&](Words& words) {
+        [&](CallText& words) {
             words.word("board", boardSymbol(board))
                 .number("id", id)
                 .number("property", property)

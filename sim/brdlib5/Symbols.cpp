@@ -4,7 +4,7 @@
 
 #include "sim/brdlib5/BrdError.h"
 #include "sim/brdlib5/Library.h"
-#include "sim/words/Words.h"
+#include "sim/call/CallText.h"
 
 namespace orvo::sim {
 
@@ -15,11 +15,11 @@ template <typename Find>
 std::string symbol(const void* address, Find find)
 {
     if (!address)
-        return Words::kNull;
+        return CallText::kNull;
     try {
         return find();
     } catch (const BrdError&) {
-        return Words::kUnknown;
+        return CallText::kUnknown;
     }
 }
 
@@ -40,14 +40,14 @@ std::string blockSymbol(const void* board, const void* head, const void* block)
 {
     return symbol(block, [&] {
         const auto index = Library::instance().board(board)->head(head)->indexOf(block);
-        return index ? "b" + std::to_string(*index) : Words::kUnknown;
+        return index ? "b" + std::to_string(*index) : CallText::kUnknown;
     });
 }
 
 std::string valueSymbol(const Value& value)
 {
     const std::string text = textOf(value);
-    return std::holds_alternative<std::string>(value) ? Words::quoted(text.c_str()) : text;
+    return std::holds_alternative<std::string>(value) ? CallText::quoted(text.c_str()) : text;
 }
 
 }   // namespace orvo::sim

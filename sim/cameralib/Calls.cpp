@@ -6,7 +6,7 @@ namespace orvo::sim::calls {
 
 namespace {
 
-Words& describeParameter(Words& words, uint64_t camera, const char* name)
+CallText& describeParameter(CallText& words, uint64_t camera, const char* name)
 {
     return describeCamera(words, camera).text("name", name);
 }
@@ -31,7 +31,7 @@ ParameterValue read(uint64_t camera, const char* name, ParameterType type, const
 int32_t closeLibrary(const char* function, uint64_t library)
 {
     return cameraCall(
-        function, [&](Words& words) { describeLibrary(words, library); },
+        function, [&](CallText& words) { describeLibrary(words, library); },
         [&] {
             Handles::instance().closeLibrary(library);
             return 0;
@@ -47,11 +47,11 @@ Address addressCall(const char* function, Describe describe, Find find, Show sho
     CallRecorder& recorder = orvo_sim_core()->calls();
     if (!recorder.isWatching())
         return find();
-    Words arguments;
+    CallText arguments;
     describe(arguments);
     const CallPass pass = recorder.enter(function, arguments.str());
     const Address result = pass.answered ? reinterpret_cast<Address>(pass.bytes) : find();
-    Words rest;
+    CallText rest;
     show(rest, result);
     recorder.leave(pass, rest.str());
     return result;
@@ -62,15 +62,15 @@ Address addressCall(const char* function, Describe describe, Find find, Show sho
 const char* errorText(const char* function, int32_t code)
 {
     return addressCall<const char*>(
-        function, [&](Words& words) { words.number("code", code); },
-        [&] { return orvo_sim_core()->cameraErrorText(code); },
-        [](Words& words, const char* text) { words.result(Words::quoted(text)); });
+        function, [&](CallText& words) { words.number("code", code); },
+        [&] { return cameraErrorTextOf(code); },
+        [](CallText& words, const char* text) { words.result(CallText::quoted(text)); });
 }
 
 const void* cameraInfo(const char* function, uint64_t camera, const void* (*record)(CameraHandle& handle))
 {
     return addressCall<const void*>(
-        function, [&](Words& words) { describeCamera(words, camera); },
+        function, [&](CallText& words) { describeCamera(words, camera); },
         [&]() -> const void* {
             try {
                 const auto handle = Handles::instance().camera(camera);
@@ -81,20 +81,20 @@ const void* cameraInfo(const char* function, uint64_t camera, const void* (*reco
                 return nullptr;
             }
         },
-        [](Words& words, const void* info) { words.result(info ? "set" : Words::kNull); });
+        [](CallText& words, const void* info) { words.result(info ? "set" : CallText::kNull); });
 }
 
 int32_t toCamera(const char* function, uint64_t camera, CameraStatus (*action)(Camera& camera, uint64_t by))
 {
     return cameraCall(
-        function, [&](Words& words) { describeCamera(words, camera); },
+        function, [&](CallText& words) { describeCamera(words, camera); },
         [&] { return static_cast<int32_t>(action(*Handles::instance().camera(camera)->camera, camera)); });
 }
 
 int32_t setInteger(const char* function, uint64_t camera, const char* name, int64_t value)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name).number("value", value); },
+        function, [&](CallText& words) { describeParameter(words, camera, name).number("value", value); },
         [&] {
             ParameterValue wanted;
             wanted.integer = value;
@@ -106,18 +106,18 @@ int32_t setInteger(const char* function, uint64_t camera, const char* name, int6
 int32_t getInteger(const char* function, uint64_t camera, const char* name, int64_t* value)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name); },
+        function, [&](CallText& words) { describeParameter(words, camera, name); },
         [&] {
             *value = read(camera, name, ParameterType::Integer, value).integer;
             return 0;
         },
-        ValueOut(value, [&](Words& words) { words.number("value", *value); }));
+        ValueOut(value, [&](CallText& words) { words.number("value", *value); }));
 }
 
 int32_t setBoolean(const char* function, uint64_t camera, const char* name, int32_t value)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name).number("value", value); },
+        function, [&](CallText& words) { describeParameter(words, camera, name).number("value", value); },
         [&] {
             ParameterValue wanted;
             wanted.integer = value;
@@ -129,18 +129,18 @@ int32_t setBoolean(const char* function, uint64_t camera, const char* name, int3
 int32_t getBoolean(const char* function, uint64_t camera, const char* name, int32_t* value)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name); },
+        function, [&](CallText& words) { describeParameter(words, camera, name); },
         [&] {
             *value = static_cast<int32_t>(read(camera, name, ParameterType::Boolean, value).integer);
             return 0;
         },
-        ValueOut(value, [&](Words& words) { words.number("value", *value); }));
+        ValueOut(value, [&](CallText& words) { words.number("value", *value); }));
 }
 
 int32_t setFloat(const char* function, uint64_t camera, const char* name, double value)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name).real("value", value); },
+        function, [&](CallText& words) { describeParameter(words, camera, name).real("value", value); },
         [&] {
             ParameterValue wanted;
             wanted.real = value;
@@ -152,18 +152,18 @@ int32_t setFloat(const char* function, uint64_t camera, const char* name, double
 int32_t getFloat(const char* function, uint64_t camera, const char* name, double* value)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name); },
+        function, [&](CallText& words) { describeParameter(words, camera, name); },
         [&] {
             *value = read(camera, name, ParameterType::Float, value).real;
             return 0;
         },
-        ValueOut(value, [&](Words& words) { words.real("value", *value); }));
+        ValueOut(value, [&](CallText& words) { words.real("value", *value); }));
 }
 
 int32_t setText(const char* function, ParameterType type, uint64_t camera, const char* name, const char* text)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name).text("text", text); },
+        function, [&](CallText& words) { describeParameter(words, camera, name).text("text", text); },
         [&] {
             require(text);
             ParameterValue wanted;
@@ -179,7 +179,7 @@ int32_t setText(const char* function, ParameterType type, uint64_t camera, const
 int32_t getText(const char* function, ParameterType type, uint64_t camera, const char* name, char** text)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name); },
+        function, [&](CallText& words) { describeParameter(words, camera, name); },
         [&] {
             const ParameterValue value = read(camera, name, type, text);
             const auto handle = Handles::instance().camera(camera);
@@ -194,7 +194,7 @@ int32_t getText(const char* function, ParameterType type, uint64_t camera, const
 int32_t executeCommand(const char* function, uint64_t camera, const char* name)
 {
     return cameraCall(
-        function, [&](Words& words) { describeParameter(words, camera, name); },
+        function, [&](CallText& words) { describeParameter(words, camera, name); },
         [&] {
             require(name);
             return static_cast<int32_t>(Handles::instance().camera(camera)->camera->execute(camera, name));

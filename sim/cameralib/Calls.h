@@ -18,7 +18,7 @@ int32_t openLibrary(const char* function, uint64_t* library, Describe describe, 
             *library = Handles::instance().openLibrary(boardIndex());
             return 0;
         },
-        ValueOut(library, [&](Words& words) { describeLibrary(words, *library); }));
+        ValueOut(library, [&](CallText& words) { describeLibrary(words, *library); }));
 }
 
 int32_t closeLibrary(const char* function, uint64_t library);
@@ -34,7 +34,7 @@ int32_t addCamera(const char* function, uint64_t library, uint64_t* camera, Desc
             *camera = Handles::instance().addCamera(library, port());
             return 0;
         },
-        ValueOut(camera, [&](Words& words) { describeCamera(words, *camera); }));
+        ValueOut(camera, [&](CallText& words) { describeCamera(words, *camera); }));
 }
 
 /// `record(handle)` makes the record of a handle whose identity has just been read, under its mutex. Null

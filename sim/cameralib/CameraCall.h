@@ -7,17 +7,16 @@
 #include <exception>
 #include <string>
 
-#include "sim/cameralib/CameraError.h"
+#include "sim/call/CallText.h"
 #include "sim/cameralib/Handles.h"
-#include "sim/core/Core.h"
-#include "sim/words/Words.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 
 /// A call that hands out nothing but its result.
 struct NothingOut {
     void take(const CallPass&) const {}
-    void show(Words&) const {}
+    void show(CallText&) const {}
 };
 
 /// A call that writes a value behind a pointer. `show(words)` says in the journal what was written.
@@ -30,7 +29,7 @@ struct ValueOut {
         if (pass.bytes && value)
             std::memcpy(value, pass.bytes, std::min(pass.size, sizeof *value));
     }
-    void show(Words& words) const
+    void show(CallText& words) const
     {
         if (value)
             showValue(words);
@@ -47,7 +46,7 @@ struct TextOut {
         if (pass.bytes && text)
             *text = reinterpret_cast<char*>(const_cast<std::byte*>(pass.bytes));   // a copy for good
     }
-    void show(Words& words) const
+    void show(CallText& words) const
     {
         if (text)
             words.text("text", *text);
@@ -57,7 +56,7 @@ struct TextOut {
 };
 
 /// The frame of every exported function: journal, script, and failures as the libraries report them.
-/// `describe(Words&)` writes the arguments, `body()` does the work, answers the result and may throw
+/// `describe(CallText&)` writes the arguments, `body()` does the work, answers the result and may throw
 /// CameraError; `out` is one of those above.
 template <typename Describe, typename Body, typename Out = NothingOut>
 int32_t cameraCall(const char* function, Describe describe, Body body, Out out = {})
@@ -74,13 +73,13 @@ int32_t cameraCall(const char* function, Describe describe, Body body, Out out =
     CallRecorder& calls = orvo_sim_core()->calls();
     if (!calls.isWatching())
         return guarded();
-    Words arguments;
+    CallText arguments;
     describe(arguments);
     const CallPass pass = calls.enter(function, arguments.str());
     if (pass.answered)
         out.take(pass);
     const auto result = pass.answered ? static_cast<int32_t>(pass.result) : guarded();
-    Words rest;
+    CallText rest;
     rest.result(std::to_string(result));
     if (result == 0 && (!pass.answered || pass.bytes))
         out.show(rest);
@@ -88,12 +87,12 @@ int32_t cameraCall(const char* function, Describe describe, Body body, Out out =
     return result;
 }
 
-inline Words& describeLibrary(Words& words, uint64_t library)
+inline CallText& describeLibrary(CallText& words, uint64_t library)
 {
     return words.word("library", Handles::instance().librarySymbol(library));
 }
 
-inline Words& describeCamera(Words& words, uint64_t camera)
+inline CallText& describeCamera(CallText& words, uint64_t camera)
 {
     return words.word("camera", Handles::instance().cameraSymbol(camera));
 }

@@ -1,8 +1,7 @@
 #include "sim/cameralib/Handles.h"
 
-#include "sim/cameralib/CameraError.h"
-#include "sim/core/Core.h"
-#include "sim/words/Words.h"
+#include "sim/call/CallText.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 
@@ -133,22 +132,22 @@ void Handles::endCamera(uint64_t handle)
 std::string Handles::librarySymbol(uint64_t library)
 {
     if (library == 0)
-        return Words::kNull;
+        return CallText::kNull;
     try {
         return std::to_string(boardOf(library));
     } catch (const CameraError&) {
-        return Words::kUnknown;
+        return CallText::kUnknown;
     }
 }
 
 std::string Handles::cameraSymbol(uint64_t handle)
 {
     if (handle == 0)
-        return Words::kNull;
+        return CallText::kNull;
     try {
         return "c" + std::to_string(camera(handle)->symbol);
     } catch (const CameraError&) {
-        return Words::kUnknown;
+        return CallText::kUnknown;
     }
 }
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstring>
 
-#include "sim/boardtypes/BoardTypes.h"
 #include "sim/cameralib/Calls.h"
+#include "sim/seam/BoardTypes.h"
 
 using namespace orvo::sim;
 
@@ -47,7 +47,7 @@ int32_t Eth_openBoard(int32_t boardIndex, int32_t zero, uint64_t* library)
 {
     return calls::openLibrary(
         "Eth_openBoard", library,
-        [&](Words& words) { words.number("boardIndex", boardIndex).number("zero", zero); },
+        [&](CallText& words) { words.number("boardIndex", boardIndex).number("zero", zero); },
         [&] { return gigEVisionBoard(boardIndex); });
 }
 
@@ -60,7 +60,7 @@ int32_t Eth_scanPorts(uint64_t library, uint32_t mask, uint32_t bound)
 {
     return cameraCall(
         "Eth_scanPorts",
-        [&](Words& words) { describeLibrary(words, library).number("mask", mask).number("bound", bound); },
+        [&](CallText& words) { describeLibrary(words, library).number("mask", mask).number("bound", bound); },
         [&] {
             Handles::instance().scan(library, mask, kMaskedPorts);
             return 0;
@@ -70,7 +70,7 @@ int32_t Eth_scanPorts(uint64_t library, uint32_t mask, uint32_t bound)
 int32_t Eth_getCameraCount(uint64_t library, uint32_t port)
 {
     return cameraCall(
-        "Eth_getCameraCount", [&](Words& words) { describeLibrary(words, library).number("port", port); },
+        "Eth_getCameraCount", [&](CallText& words) { describeLibrary(words, library).number("port", port); },
         [&] { return isFound(library, port) ? 1 : 0; });
 }
 
@@ -78,7 +78,7 @@ int32_t Eth_getCameraByIndex(uint64_t library, uint32_t port, uint32_t index, ui
 {
     return calls::addCamera(
         "Eth_getCameraByIndex", library, camera,
-        [&](Words& words) { describeLibrary(words, library).number("port", port).number("index", index); },
+        [&](CallText& words) { describeLibrary(words, library).number("port", port).number("index", index); },
         [&] {
             if (index > 0 || !isFound(library, port))
                 throw CameraError(CameraStatus::NoCamera);
@@ -94,7 +94,7 @@ const void* Eth_getCameraInfo(uint64_t camera)
 int32_t Eth_releaseCamera(uint64_t camera)
 {
     return cameraCall(
-        "Eth_releaseCamera", [&](Words& words) { describeCamera(words, camera); },
+        "Eth_releaseCamera", [&](CallText& words) { describeCamera(words, camera); },
         [&] {
             Handles::instance().endCamera(camera);
             return 0;
@@ -193,9 +193,9 @@ int32_t Eth_setCameraRegister(uint64_t camera, const char* name, const uint32_t*
 {
     return cameraCall(
         "Eth_setCameraRegister",
-        [&](Words& words) {
+        [&](CallText& words) {
             describeCamera(words, camera).text("name", name);
-            words.word("value", value ? std::to_string(*value) : Words::kNull).number("one", one);
+            words.word("value", value ? std::to_string(*value) : CallText::kNull).number("one", one);
         },
         [&] {
             require(name);
@@ -212,7 +212,7 @@ int32_t Eth_sendActionCommand(uint64_t library, uint32_t port, uint32_t all, uin
 {
     return cameraCall(
         "Eth_sendActionCommand",
-        [&](Words& words) {
+        [&](CallText& words) {
             describeLibrary(words, library).number("port", port).number("all", all);
             words.number("deviceKey", deviceKey).number("groupKey", groupKey).number("groupMask", groupMask);
         },

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "sim/boardtypes/BoardTypes.h"
 #include "sim/cameralib/Calls.h"
+#include "sim/seam/BoardTypes.h"
 
 using namespace orvo::sim;
 
@@ -35,8 +35,8 @@ std::string appletSymbol(uint64_t applet)
 {
     uint32_t index = 0;
     if (applet == 0)
-        return Words::kNull;
-    return orvo_sim_core()->findOpenBoard(applet, index) ? std::to_string(index) : Words::kUnknown;
+        return CallText::kNull;
+    return orvo_sim_core()->findOpenBoard(applet, index) ? std::to_string(index) : CallText::kUnknown;
 }
 
 }   // namespace
@@ -45,7 +45,7 @@ int32_t Ogc_openBoard(uint64_t applet, int32_t zero, uint64_t* library)
 {
     return calls::openLibrary(
         "Ogc_openBoard", library,
-        [&](Words& words) { words.word("applet", appletSymbol(applet)).number("zero", zero); },
+        [&](CallText& words) { words.word("applet", appletSymbol(applet)).number("zero", zero); },
         [&] { return genICamBoard(applet); });
 }
 
@@ -58,7 +58,7 @@ int32_t Ogc_scanPorts(uint64_t library, uint32_t mask, uint32_t bound, uint32_t 
 {
     return cameraCall(
         "Ogc_scanPorts",
-        [&](Words& words) {
+        [&](CallText& words) {
             describeLibrary(words, library).number("mask", mask).number("bound", bound).number("zero", zero);
         },
         [&] {
@@ -70,7 +70,7 @@ int32_t Ogc_scanPorts(uint64_t library, uint32_t mask, uint32_t bound, uint32_t 
 int32_t Ogc_getFoundCount(uint64_t library)
 {
     return cameraCall(
-        "Ogc_getFoundCount", [&](Words& words) { describeLibrary(words, library); },
+        "Ogc_getFoundCount", [&](CallText& words) { describeLibrary(words, library); },
         [&]() -> int32_t {
             try {
                 return static_cast<int32_t>(Handles::instance().found(library).size());
@@ -84,7 +84,7 @@ int32_t Ogc_getCameraOnPort(uint64_t library, uint32_t port, uint64_t* camera)
 {
     return calls::addCamera(
         "Ogc_getCameraOnPort", library, camera,
-        [&](Words& words) { describeLibrary(words, library).number("port", port); },
+        [&](CallText& words) { describeLibrary(words, library).number("port", port); },
         [&] {
             const auto ports = Handles::instance().found(library);
             if (port >= ports.size())

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "sim/pictures/GeneratedPattern.h"
+#include "sim/pictures/Patterns.h"
 
 namespace orvo::sim {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <span>
 
-#include "sim/pictures/Geometry.h"
+#include "sim/pictures/BoardFormat.h"
 
 namespace orvo::sim {
 
