@@ -5,36 +5,29 @@
 
 namespace orvo::sim {
 
-CallText& CallText::real(std::string_view name, double value)
+void CallText::add(std::string_view name, double value)
 {
     std::array<char, 32> digits{};
     const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    return word(name, std::string_view(digits.data(), static_cast<size_t>(end - digits.data())));
+    addWord(name, std::string_view(digits.data(), static_cast<size_t>(end - digits.data())));
 }
 
-CallText& CallText::text(std::string_view name, const char* value)
+void CallText::add(std::string_view name, const char* text)
 {
-    return word(name, quoted(value));
+    addWord(name, quoted(text));
 }
 
-CallText& CallText::pointer(std::string_view name, const void* value)
-{
-    return word(name, value ? "set" : kNull);
-}
-
-CallText& CallText::word(std::string_view name, std::string_view value)
+void CallText::addWord(std::string_view name, std::string_view word)
 {
     if (!m_text.empty())
         m_text += ' ';
     (m_text += name) += '=';
-    m_text += value;
-    return *this;
+    m_text += word;
 }
 
-CallText& CallText::result(std::string_view value)
+void CallText::addResult(std::string_view result)
 {
-    (m_text += " -> ") += value;
-    return *this;
+    (m_text += " -> ") += result;
 }
 
 std::string CallText::quoted(const char* text)
