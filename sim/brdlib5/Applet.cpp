@@ -64,7 +64,7 @@ private:
     struct Draft {
         DmaDescription dma;
         std::optional<uint32_t> width, height;
-        std::optional<PixelFormat> format;
+        const BoardFormat* format = nullptr;
     };
 
     void readDma(JsonObject& object, Draft& draft);
@@ -81,7 +81,7 @@ private:
 
     const std::string m_path;
     const int32_t m_boardType;
-    std::map<std::string, std::shared_ptr<const PictureFolder>> m_folders;   // each is read once
+    std::map<std::string, std::shared_ptr<const PlayedFolder>> m_folders;   // each is read once
     std::set<uint32_t> m_dmaIds;
     int32_t m_nextCameraPort = 0;
 };
@@ -122,7 +122,8 @@ void AppletReader::readDma(JsonObject& object, Draft& draft)
     readExtent(object, "heightStep", dma.heightStep, 1);
     readExtent(object, "offsetStep", dma.offsetStep, 1);
     if (const auto format = object.find("format"))
-        draft.format = pixelFormatOf(format->integer(1, 6));
+        draft.format =
+            findBoardFormat(format->integer(boardFormats().front().number, boardFormats().back().number));
     if (const auto rate = object.find("picturesPerSecond"))
         dma.picturesPerSecond = rate->number(0, kHighestRate);
     if (const auto source = object.find("source"))
@@ -152,7 +153,7 @@ void AppletReader::readPictures(const JsonValue& source, PictureChoice& pictures
     try {
         auto& loaded = m_folders[path];
         if (!loaded)
-            loaded = std::make_shared<PictureFolder>(path);
+            loaded = std::make_shared<PlayedFolder>(path);
         pictures.folder = loaded;
     } catch (const std::runtime_error& error) {
         throw JsonError(folder.place() + ": " + error.what());
@@ -237,7 +238,7 @@ void AppletReader::addPortForEachDma(ProcessDescription& process)
 void AppletReader::addDefaultProcess(const Draft& common, Applet& applet)
 {
     ProcessDescription process;
-    for (size_t left = cameraFamilyOf(m_boardType) == CameraFamily::GigEVision ? 2 : 1; left > 0; --left)
+    for (uint32_t left = cameraFamilyOf(m_boardType).ports; left > 0; --left)
         addDma("the default", nullptr, common, process);
     addPortForEachDma(process);
     applet.processes.push_back(std::move(process));
@@ -251,8 +252,8 @@ DmaDescription AppletReader::finished(Draft draft, const std::string& place) con
                                  dma.maxWidth, dma.widthStep);
     dma.geometry.height = settled(place + ".height", draft.height, first ? first->height() : kDefaultHeight,
                                   dma.maxHeight, dma.heightStep);
-    const bool grey = first ? first->isGrey() : cameraFamilyOf(m_boardType) == CameraFamily::GigEVision;
-    dma.geometry.format = draft.format.value_or(grey ? PixelFormat::Grey8 : PixelFormat::Colour24);
+    const bool grey = first ? first->isGrey() : cameraFamilyOf(m_boardType).isGrey;
+    dma.geometry.format = draft.format ? draft.format : findBoardFormat(grey ? kGrey8 : kColour24);
     return dma;
 }
 

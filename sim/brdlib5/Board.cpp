@@ -90,10 +90,10 @@ void Board::addGeometryParameters()
                      .text = {},
                      .get = {},
                      .set = {}};
-    format.entries = {{1, "Grey16"},   {2, "Colour24"}, {3, "Grey8"},
-                      {4, "Colour32"}, {5, "Grey8x5"},  {6, "Colour48"}};
+    for (const BoardFormat& row : boardFormats())
+        format.entries.push_back({row.number, row.name});
     format.get = [this](uint32_t dmaId, int64_t) {
-        return Value(static_cast<uint64_t>(dma(dmaId).geometry().format));
+        return Value(static_cast<uint64_t>(dma(dmaId).geometry().format->number));
     };
     format.set = [this](uint32_t dmaId, const Value& value) {
         dma(dmaId).setFormat(static_cast<uint32_t>(std::get<uint64_t>(value)));

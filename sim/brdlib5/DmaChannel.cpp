@@ -93,11 +93,11 @@ void DmaChannel::setExtent(Extent extent, Limit most, Limit step, uint32_t value
 
 void DmaChannel::setFormat(uint32_t number)
 {
-    const auto format = pixelFormatOf(number);
+    const BoardFormat* const format = findBoardFormat(number);
     if (!format)
         throw BrdError(kOutOfRange, "There is no format " + std::to_string(number));
     const std::lock_guard lock(m_mutex);
-    m_geometry.format = *format;
+    m_geometry.format = format;
 }
 
 void DmaChannel::setCallback(const BrdApcControl* control)

@@ -102,7 +102,8 @@ int32_t Brd_getParameter(void* board, int32_t id, void* value, uint32_t dma)
             valueArgument(value, typeOf(board, id))(text);
     };
     return boardCall(__func__, board, named("id", id), wordArgument, named("dma", dma))
-        .run([&] { readParameter(board, id, value, dma, std::nullopt); }, ParameterOut(value, typeOf(board, id)));
+        .run([&] { readParameter(board, id, value, dma, std::nullopt); },
+             ParameterOut(value, typeOf(board, id)));
 }
 
 int32_t Brd_setParameter(void* board, int32_t id, const void* value, uint32_t dma)

@@ -29,10 +29,10 @@ void TextOut::show(CallText& out, const CallPass& pass) const
         out.add("text", *text);
 }
 
-void requireFamily(uint32_t boardIndex, CameraFamily family)
+void requireFamily(uint32_t boardIndex, const CameraFamily& family)
 {
     BoardDescription board;
-    if (!orvo_sim_core()->findBoard(boardIndex, board) || cameraFamilyOf(board.type) != family)
+    if (!orvo_sim_core()->findBoard(boardIndex, board) || &cameraFamilyOf(board.type) != &family)
         throw CameraError(CameraStatus::NoBoard);
 }
 

@@ -66,7 +66,7 @@ struct TextOut {
 };
 
 /// Throws CameraError unless there is a board of that index whose cameras are of that family.
-void requireFamily(uint32_t boardIndex, CameraFamily family);
+void requireFamily(uint32_t boardIndex, const CameraFamily& family);
 
 /// The camera behind a handle. Throws CameraError for a handle that has ended.
 Camera& cameraOf(uint64_t handle);

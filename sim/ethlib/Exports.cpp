@@ -38,7 +38,7 @@ int32_t Eth_openBoard(int32_t boardIndex, int32_t zero, uint64_t* library)
 {
     const auto body = [&] {
         require(library);
-        requireFamily(static_cast<uint32_t>(boardIndex), CameraFamily::GigEVision);
+        requireFamily(static_cast<uint32_t>(boardIndex), kGigEVision);
         *library = Handles::instance().openLibrary(static_cast<uint32_t>(boardIndex));
     };
     return cameraCall(__func__, named("boardIndex", boardIndex), named("zero", zero))

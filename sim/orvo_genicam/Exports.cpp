@@ -38,7 +38,7 @@ int32_t Ogc_openBoard(uint64_t applet, int32_t zero, uint64_t* library)
         uint32_t index = 0;
         if (!orvo_sim_core()->findOpenBoard(applet, index))
             throw CameraError(CameraStatus::NoBoard);
-        requireFamily(index, CameraFamily::GenICam);
+        requireFamily(index, kGenICam);
         *library = Handles::instance().openLibrary(index);
     };
     return cameraCall(__func__, symbol("applet", [=] { return appletSymbol(applet); }), named("zero", zero))

@@ -6,22 +6,6 @@ namespace orvo::sim {
 
 namespace {
 
-struct FormatRow {
-    PixelFormat format;
-    size_t bytes;
-    bool grey;
-};
-
-constexpr FormatRow kFormats[] = {
-    {PixelFormat::Grey16, 2, true},    {PixelFormat::Colour24, 3, false}, {PixelFormat::Grey8, 1, true},
-    {PixelFormat::Colour32, 4, false}, {PixelFormat::Grey8x5, 5, true},   {PixelFormat::Colour48, 6, false},
-};
-
-const FormatRow& rowOf(PixelFormat format)
-{
-    return kFormats[static_cast<size_t>(format) - 1];   // the numbers run from 1 without a gap
-}
-
 /// The usual weights of the eye for red, green and blue, in 256ths: equal colours give exactly their level.
 uint16_t greyOf(Pixel pixel)
 {
@@ -35,6 +19,7 @@ std::byte* put8(std::byte* at, std::initializer_list<uint16_t> levels)
     return at;
 }
 
+/// Little-endian.
 std::byte* put16(std::byte* at, std::initializer_list<uint16_t> levels)
 {
     for (const uint16_t level : levels) {
@@ -44,44 +29,57 @@ std::byte* put16(std::byte* at, std::initializer_list<uint16_t> levels)
     return at;
 }
 
-}   // namespace
-
-std::optional<PixelFormat> pixelFormatOf(int64_t number)
+std::byte* grey16(Pixel pixel, std::byte* at)
 {
-    for (const FormatRow& row : kFormats)
-        if (static_cast<int64_t>(row.format) == number)
-            return row.format;
-    return std::nullopt;
+    return put16(at, {greyOf(pixel)});
 }
 
-size_t bytesPerPixel(PixelFormat format)
+std::byte* colour24(Pixel pixel, std::byte* at)
 {
-    return rowOf(format).bytes;
+    return put8(at, {pixel.blue, pixel.green, pixel.red});
 }
 
-bool isGrey(PixelFormat format)
+std::byte* grey8(Pixel pixel, std::byte* at)
 {
-    return rowOf(format).grey;
+    return put8(at, {greyOf(pixel)});
 }
 
-std::byte* layOut(PixelFormat format, Pixel pixel, std::byte* at)
+std::byte* colour32(Pixel pixel, std::byte* at)
+{
+    return put8(at, {pixel.blue, pixel.green, pixel.red, 0xFFFF});
+}
+
+std::byte* grey8x5(Pixel pixel, std::byte* at)
 {
     const uint16_t grey = greyOf(pixel);
-    switch (format) {
-    case PixelFormat::Grey16:
-        return put16(at, {grey});
-    case PixelFormat::Colour24:
-        return put8(at, {pixel.blue, pixel.green, pixel.red});
-    case PixelFormat::Grey8:
-        return put8(at, {grey});
-    case PixelFormat::Colour32:
-        return put8(at, {pixel.blue, pixel.green, pixel.red, 0xFFFF});
-    case PixelFormat::Grey8x5:
-        return put8(at, {grey, grey, grey, grey, grey});
-    case PixelFormat::Colour48:
-        return put16(at, {pixel.blue, pixel.green, pixel.red});
-    }
-    return at;
+    return put8(at, {grey, grey, grey, grey, grey});
+}
+
+std::byte* colour48(Pixel pixel, std::byte* at)
+{
+    return put16(at, {pixel.blue, pixel.green, pixel.red});
+}
+
+// A new format is a row here, with the function that lays out its pixels.
+constexpr BoardFormat kFormats[] = {
+    {kGrey16, "Grey16", 2, true, grey16}, {kColour24, "Colour24", 3, false, colour24},
+    {kGrey8, "Grey8", 1, true, grey8},    {4, "Colour32", 4, false, colour32},
+    {5, "Grey8x5", 5, true, grey8x5},     {kColour48, "Colour48", 6, false, colour48},
+};
+
+}   // namespace
+
+std::span<const BoardFormat> boardFormats()
+{
+    return kFormats;
+}
+
+const BoardFormat* findBoardFormat(int64_t number)
+{
+    for (const BoardFormat& format : kFormats)
+        if (format.number == number)
+            return &format;
+    return nullptr;
 }
 
 }   // namespace orvo::sim

@@ -3,24 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 
 namespace orvo::sim {
-
-/// The layouts of a pixel in a block, by the board's numbers for them. Rows run from the top without padding.
-enum class PixelFormat : int32_t {
-    Grey16 = 1,     // 16 bits, little-endian
-    Colour24 = 2,   // blue, green, red
-    Grey8 = 3,
-    Colour32 = 4,   // blue, green, red, 255
-    Grey8x5 = 5,    // five bytes, each the 8-bit grey
-    Colour48 = 6,   // blue, green, red, 16 bits each, little-endian
-};
-
-std::optional<PixelFormat> pixelFormatOf(int64_t number);
-size_t bytesPerPixel(PixelFormat format);
-bool isGrey(PixelFormat format);
 
 /// A pixel before it is laid out: 16 bits a colour, 0 to 65535.
 struct Pixel {
@@ -35,18 +20,34 @@ struct Pixel {
     }
 };
 
-/// Writes the pixel's bytes to `at`, which has room for them, and returns the position behind.
-std::byte* layOut(PixelFormat format, Pixel pixel, std::byte* at);
+/// How a board lays out a pixel in a block.
+struct BoardFormat {
+    int32_t number;     // the board's number for it
+    const char* name;   // of the entry of the board's format parameter
+    size_t pixelBytes;
+    bool isGrey;
+    /// Writes the pixel's bytes to `at`, which has room for them, and returns the position after them.
+    std::byte* (*layOut)(Pixel pixel, std::byte* at);
+};
 
-/// The part of the sensor that a picture shows, in pixels, and how a pixel is laid out.
+/// All formats by rising number.
+std::span<const BoardFormat> boardFormats();
+/// Null for a number that isn't one.
+const BoardFormat* findBoardFormat(int64_t number);
+
+// The numbers of formats that the simulator itself chooses.
+inline constexpr int32_t kGrey16 = 1, kColour24 = 2, kGrey8 = 3, kColour48 = 6;
+
+/// The part of the sensor that a picture shows, in pixels, and how a pixel is laid out. Rows run from the top
+/// without padding.
 struct Geometry {
     uint32_t width = 0;
     uint32_t height = 0;
     uint32_t xOffset = 0;
     uint32_t yOffset = 0;
-    PixelFormat format = PixelFormat::Grey8;
+    const BoardFormat* format = findBoardFormat(kGrey8);
 
-    size_t bytesPerRow() const { return width * bytesPerPixel(format); }
+    size_t bytesPerRow() const { return width * format->pixelBytes; }
     size_t bytes() const { return bytesPerRow() * height; }
 
     /// The part of `block` that row `y` takes; shorter, or empty, where the block ends before the picture.

@@ -30,10 +30,10 @@ bool isLit(size_t digit, size_t gridRow, size_t gridColumn)
 
 constexpr size_t kPeriod = 256;
 
-Pixel stripe(PixelFormat format, size_t phase)
+Pixel stripe(const BoardFormat& format, size_t phase)
 {
     const auto level = static_cast<uint8_t>(phase % kPeriod);
-    if (isGrey(format))
+    if (format.isGrey)
         return Pixel::of8Bit(level, level, level);
     return Pixel::of8Bit(level ^ 128, static_cast<uint8_t>(255 - level), level);
 }
@@ -80,14 +80,14 @@ void put(uint64_t number, std::span<std::byte> at)
 BurntNumber::BurntNumber(const Geometry& geometry)
     : m_geometry(geometry),
       m_dot(std::max(1u, std::min(geometry.width / 100, geometry.height / 30))),
-      m_tileBytes(kGridWidth * m_dot * bytesPerPixel(geometry.format))
+      m_tileBytes(kGridWidth * m_dot * geometry.format->pixelBytes)
 {
     m_tiles.resize(kDigits * kGridHeight * m_tileBytes);
     std::byte* at = m_tiles.data();
     for (size_t digit = 0; digit < kDigits; ++digit)
         for (size_t row = 0; row < kGridHeight; ++row)
             for (size_t x = 0; x < kGridWidth * m_dot; ++x)
-                at = layOut(geometry.format, Pixel::grey(isLit(digit, row, x / m_dot) ? 0xFFFF : 0), at);
+                at = geometry.format->layOut(Pixel::grey(isLit(digit, row, x / m_dot) ? 0xFFFF : 0), at);
 }
 
 void BurntNumber::burn(uint64_t number, std::span<std::byte> block) const
@@ -113,15 +113,15 @@ std::span<const std::byte> BurntNumber::tileRow(size_t digit, size_t gridRow) co
 TestPattern::TestPattern(const Geometry& geometry) : m_geometry(geometry), m_number(geometry)
 {
     const size_t columns = geometry.width + kPeriod;
-    m_stripes.resize(columns * bytesPerPixel(geometry.format));
+    m_stripes.resize(columns * geometry.format->pixelBytes);
     std::byte* at = m_stripes.data();
     for (size_t column = 0; column < columns; ++column)
-        at = layOut(geometry.format, stripe(geometry.format, column + geometry.xOffset), at);
+        at = geometry.format->layOut(stripe(*geometry.format, column + geometry.xOffset), at);
 }
 
 void TestPattern::paint(uint64_t number, std::span<std::byte> block)
 {
-    const size_t pixelBytes = bytesPerPixel(m_geometry.format);
+    const size_t pixelBytes = m_geometry.format->pixelBytes;
     for (uint32_t y = 0; y < m_geometry.height; ++y) {
         const std::span<std::byte> row = m_geometry.row(block, y);
         const auto phase = static_cast<size_t>((number + y + m_geometry.yOffset) % kPeriod);
@@ -136,12 +136,12 @@ GeneratedPattern::GeneratedPattern(CameraPattern pattern, uint32_t sensorWidth, 
 
 void GeneratedPattern::paint(uint64_t number, std::span<std::byte> block)
 {
-    const size_t pixelBytes = bytesPerPixel(m_geometry.format);
+    const size_t pixelBytes = m_geometry.format->pixelBytes;
     for (uint32_t y = 0; y < m_geometry.height; ++y) {
         const std::span<std::byte> row = m_geometry.row(block, y);
         std::byte* out = row.data();
         for (size_t x = 0; x < row.size() / pixelBytes; ++x)
-            out = layOut(m_geometry.format, at(x + m_geometry.xOffset, y + m_geometry.yOffset, number), out);
+            out = m_geometry.format->layOut(at(x + m_geometry.xOffset, y + m_geometry.yOffset, number), out);
     }
 }
 

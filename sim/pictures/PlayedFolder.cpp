@@ -113,14 +113,13 @@ Photo Photo::scaledTo(uint32_t width, uint32_t height) const
     return scaled;
 }
 
-PictureFolder::PictureFolder(const std::string& path)
+PlayedFolder::PlayedFolder(const std::string& path)
 {
     for (const std::string& file : picturesIn(path))
         m_photos.push_back(Photo::read(file));
 }
 
-FolderPlayer::FolderPlayer(std::shared_ptr<const PictureFolder> folder, const Geometry& geometry,
-                           bool cropped)
+FolderPlayer::FolderPlayer(std::shared_ptr<const PlayedFolder> folder, const Geometry& geometry, bool cropped)
     : m_folder(std::move(folder)),
       m_geometry(geometry),
       m_cropped(cropped),
@@ -149,7 +148,7 @@ std::vector<std::byte> FolderPlayer::laidOut(const Photo& photo) const
     for (uint32_t y = 0; y < rows; ++y) {
         std::byte* at = m_geometry.row(bytes, y).data();
         for (uint32_t x = 0; x < columns; ++x)
-            at = layOut(m_geometry.format, shown.at(left + x, top + y), at);
+            at = m_geometry.format->layOut(shown.at(left + x, top + y), at);
     }
     return bytes;
 }

@@ -9,19 +9,15 @@ namespace {
 struct TypeRow {
     int32_t first, last;     // type codes
     std::string_view name;   // followed by the place in the row, from 1
-    CameraFamily family;
+    const CameraFamily& family;
 };
 
 constexpr TypeRow kTypes[] = {
-    {2897, 2899, "Orvo Gigabit", CameraFamily::GigEVision},
-    {3650, 3650, "Orvo Gigabit Plus", CameraFamily::GigEVision},
-    {3652, 3652, "Orvo Gigabit Pro", CameraFamily::GigEVision},
-    {1872, 1881, "Orvo Link", CameraFamily::GenICam},
-    {2624, 2629, "Orvo Express", CameraFamily::GenICam},
-    {2641, 2650, "Orvo Fibre", CameraFamily::GenICam},
-    {29968, 29969, "Orvo Link Pro", CameraFamily::GenICam},
-    {30016, 30017, "Orvo Express Pro", CameraFamily::GenICam},
-    {30097, 30097, "Orvo Fibre Pro", CameraFamily::GenICam},
+    {2897, 2899, "Orvo Gigabit", kGigEVision},     {3650, 3650, "Orvo Gigabit Plus", kGigEVision},
+    {3652, 3652, "Orvo Gigabit Pro", kGigEVision}, {1872, 1881, "Orvo Link", kGenICam},
+    {2624, 2629, "Orvo Express", kGenICam},        {2641, 2650, "Orvo Fibre", kGenICam},
+    {29968, 29969, "Orvo Link Pro", kGenICam},     {30016, 30017, "Orvo Express Pro", kGenICam},
+    {30097, 30097, "Orvo Fibre Pro", kGenICam},
 };
 
 const TypeRow* rowOf(int32_t type)
@@ -34,10 +30,10 @@ const TypeRow* rowOf(int32_t type)
 
 }   // namespace
 
-CameraFamily cameraFamilyOf(int32_t type)
+const CameraFamily& cameraFamilyOf(int32_t type)
 {
     const TypeRow* const row = rowOf(type);
-    return row ? row->family : CameraFamily::GenICam;
+    return row ? row->family : kGenICam;
 }
 
 std::string boardNameOf(int32_t type)

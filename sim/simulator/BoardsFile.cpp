@@ -1,6 +1,7 @@
 #include "sim/simulator/BoardsFile.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <string>
 
@@ -13,7 +14,6 @@ namespace {
 
 constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
 constexpr double kLongestDelayMs = 3'600'000;
-constexpr int32_t kGigEVisionBoard = 2'897, kGenICamBoard = 1'872;   // type codes
 constexpr int64_t kAnyError =
     -2'120;   // in the place of a picture number: the picture did not arrive in time
 constexpr double kLargestReal = std::numeric_limits<double>::max();
@@ -115,8 +115,8 @@ CameraDescription standardCamera(int32_t boardType, size_t boardIndex, uint32_t 
     const std::string place = std::to_string(boardIndex) + "-" + std::to_string(port);
     CameraDescription camera;
     camera.port = port;
-    camera.family = cameraFamilyOf(boardType);
-    camera.parameters = ParameterSheet::standard(camera.family);
+    camera.family = &cameraFamilyOf(boardType);
+    camera.parameters = ParameterSheet::standard(*camera.family);
     setText(camera.identity.vendor, camera.parameters.text("DeviceVendorName"));
     setText(camera.identity.model, camera.parameters.text("DeviceModelName"));
     setText(camera.identity.serial, "SIM-" + place);
@@ -234,10 +234,12 @@ std::string pathOr(const std::optional<JsonValue>& value, const std::string& fil
 BoardsFile BoardsFile::builtIn()
 {
     BoardsFile file;
-    addBoard(file, 0, kGigEVisionBoard);
-    addBoard(file, 1, kGenICamBoard);
-    file.cameras[0] = {standardCamera(kGigEVisionBoard, 0, 0), standardCamera(kGigEVisionBoard, 0, 1)};
-    file.cameras[1] = {standardCamera(kGenICamBoard, 1, 0)};
+    for (size_t index = 0; index < std::size(kCameraFamilies); ++index) {
+        const CameraFamily& family = kCameraFamilies[index];
+        addBoard(file, index, family.builtInBoard);
+        for (uint32_t port = 0; port < family.ports; ++port)
+            file.cameras.at(index).push_back(standardCamera(family.builtInBoard, index, port));
+    }
     return file;
 }
 

@@ -32,7 +32,7 @@ class ParameterSheet {
 public:
     /// What a camera of that family has at first: the names, types and units of the GenICam Standard
     /// Features Naming Convention.
-    static ParameterSheet standard(CameraFamily family);
+    static ParameterSheet standard(const CameraFamily& family);
 
     /// Null for a name that it doesn't have.
     const CameraParameter* find(std::string_view name) const;

@@ -308,8 +308,8 @@ CameraStatus SimulatedCamera::connect(uint64_t handle, bool alone)
     return called([&] {
         if (alone && !m_connected.empty() && !m_connected.contains(handle))
             return CameraStatus::InUse;
-        if (m_connected.empty())   // cameras behind a frame grabber's own link send from then on
-            m_isStarted = m_description.family == CameraFamily::GenICam;
+        if (m_connected.empty())
+            m_isStarted = m_description.family->sendsOnceConnected;
         m_connected.insert(handle);
         return CameraStatus::Ok;
     });
@@ -423,7 +423,7 @@ CameraStatus SimulatedCamera::saveUserSet()
 
 CameraStatus SimulatedCamera::reset()
 {
-    const bool wasStarted = m_isStarted && m_description.family == CameraFamily::GenICam;
+    const bool wasStarted = m_isStarted && m_description.family->sendsOnceConnected;
     const std::set<uint64_t> connected = m_connected;
     switchOn();
     m_connected = connected;

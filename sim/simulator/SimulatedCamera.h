@@ -18,7 +18,7 @@ namespace orvo::sim {
 /// A camera of the boards file.
 struct CameraDescription {
     uint32_t port = 0;
-    CameraFamily family = CameraFamily::GenICam;
+    const CameraFamily* family = &kGenICam;
     CameraIdentity identity;
     ParameterSheet parameters;
     uint64_t vanishAfterCalls = 0;   // 0: it stays

@@ -30,7 +30,7 @@ constexpr IntegerRow kIntegers[] = {
     {"OffsetY", kWrite, 0, 0, 0, 2},
 };
 
-constexpr IntegerRow kGigEVisionIntegers[] = {
+constexpr IntegerRow kNetworkIntegers[] = {
     {"GevSCPSPacketSize", kWrite, 1'500, 576, 9'000, 4},   // bytes
     {"GevSCPD", kWrite, 0, 0, 1'000'000, 1},               // ticks between packets
 };
@@ -86,15 +86,14 @@ struct EnumerationRow {
     std::vector<std::string> entries;
 };
 
-std::vector<EnumerationRow> enumerations(CameraFamily family)
+std::vector<EnumerationRow> enumerations(const CameraFamily& family)
 {
-    const bool isGigE = family == CameraFamily::GigEVision;
     return {
         {"DeviceScanType", kRead, {"Areascan"}},
         {"DeviceTemperatureSelector", kWrite, {"Mainboard", "Sensor"}},
         {"PixelFormat", kWrite,
-         isGigE ? std::vector<std::string>{"Mono8", "Mono16", "RGB8"}
-                : std::vector<std::string>{"RGB8", "Mono8", "Mono16"}},
+         family.isGrey ? std::vector<std::string>{"Mono8", "Mono16", "RGB8"}
+                       : std::vector<std::string>{"RGB8", "Mono8", "Mono16"}},
         {"TestPattern",
          kWrite,
          {"Off", "Black", "White", "GreyHorizontalRamp", "GreyVerticalRamp", "GreyHorizontalRampMoving",
@@ -105,8 +104,8 @@ std::vector<EnumerationRow> enumerations(CameraFamily family)
         {"TriggerSelector", kWrite, {"FrameStart"}},
         {"TriggerMode", kWrite, {"Off", "On"}},
         {"TriggerSource", kWrite,
-         isGigE ? std::vector<std::string>{"Software", "Action0", "Line0"}
-                : std::vector<std::string>{"Software", "Line0"}},
+         family.isOnNetwork ? std::vector<std::string>{"Software", "Action0", "Line0"}
+                            : std::vector<std::string>{"Software", "Line0"}},
         {"TriggerActivation", kWrite, {"RisingEdge", "FallingEdge"}},
         {"UserSetSelector", kWrite, {"Default", "UserSet0"}},
     };
@@ -129,13 +128,13 @@ CameraParameter parameterOf(const IntegerRow& row)
 
 }   // namespace
 
-ParameterSheet ParameterSheet::standard(CameraFamily family)
+ParameterSheet ParameterSheet::standard(const CameraFamily& family)
 {
     ParameterSheet sheet;
     for (const IntegerRow& row : kIntegers)
         sheet.add(row.name, parameterOf(row));
-    if (family == CameraFamily::GigEVision)
-        for (const IntegerRow& row : kGigEVisionIntegers)
+    if (family.isOnNetwork)
+        for (const IntegerRow& row : kNetworkIntegers)
             sheet.add(row.name, parameterOf(row));
     for (const FloatRow& row : kFloats) {
         CameraParameter parameter{
