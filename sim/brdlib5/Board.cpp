@@ -171,13 +171,13 @@ void Board::stopAll()
 
 void Board::addHead(void* handle, std::shared_ptr<MemoryHead> head)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_heads.emplace(handle, std::move(head));
 }
 
 std::shared_ptr<MemoryHead> Board::head(const void* handle) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto found = m_heads.find(handle);
     if (found == m_heads.end())
         throw BrdError(kUnknownHead,
@@ -188,7 +188,7 @@ std::shared_ptr<MemoryHead> Board::head(const void* handle) const
 void Board::removeHead(void* handle)
 {
     head(handle)->requireIdle();
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_heads.erase(handle);
 }
 

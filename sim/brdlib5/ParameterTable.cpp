@@ -113,7 +113,7 @@ std::vector<std::byte> ParameterTable::property(int32_t id, int32_t code, uint32
 
 Value StoredParameter::get(uint32_t dma) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto found = m_written.find(dma);
     return found == m_written.end() ? m_description.value : found->second;
 }
@@ -122,7 +122,7 @@ void StoredParameter::set(uint32_t dma, const Value& value)
 {
     if (!m_description.takes(value))
         throw BrdError(kOutOfRange, m_description.name + " can't be " + textOf(value));
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_written[dma] = value;
 }
 

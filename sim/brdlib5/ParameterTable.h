@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "os/ThreadSafety.h"
 #include "sim/brdlib5/ParameterDescription.h"
 #include "sim/brdlib5/Value.h"
 
@@ -26,8 +26,8 @@ public:
 
 private:
     const ParameterDescription& m_description;
-    mutable std::mutex m_mutex;
-    std::map<uint32_t, Value> m_written;   // by DMA id
+    mutable os::Mutex m_mutex;
+    std::map<uint32_t, Value> m_written ORVO_GUARDED_BY(m_mutex);   // by DMA id
 };
 
 /// A parameter of an open board's applet.

@@ -45,7 +45,7 @@ const void* describeCamera(const char* function, uint64_t camera, const void* (*
 {
     const auto body = [&] {
         const auto handle = Handles::instance().camera(camera);
-        const std::lock_guard lock(handle->mutex);
+        const os::MutexLock lock(handle->mutex);
         require(handle->camera->identify(handle->identity));
         return record(*handle);
     };
@@ -90,7 +90,7 @@ int32_t getParameter(const char* function, ParameterType type, uint64_t camera, 
     const auto body = [&] {
         const ParameterValue value = readParameter(camera, name, type, text);
         const auto handle = Handles::instance().camera(camera);
-        const std::lock_guard lock(handle->mutex);
+        const os::MutexLock lock(handle->mutex);
         handle->text = value.text;
         *text = handle->text.data();
     };

@@ -11,13 +11,12 @@ Handles& Handles::instance()
     return *only;
 }
 
-/// The caller of the private operations holds the mutex.
-void Handles::endOfOldLives()
+void Handles::endOldSessions()
 {
-    const uint64_t life = orvo_sim_core()->life();
-    if (m_life == life)
+    const uint64_t session = orvo_sim_core()->session();
+    if (m_session == session)
         return;
-    m_life = life;
+    m_session = session;
     m_given = 0;
     m_symbols = 0;
     m_libraries.clear();
@@ -26,12 +25,12 @@ void Handles::endOfOldLives()
 
 uint64_t Handles::newNumber()
 {
-    return m_life << 40 | ++m_given << 4 | 8;
+    return m_session << 40 | ++m_given << 4 | 8;
 }
 
 Handles::OpenLibrary& Handles::opened(uint64_t library)
 {
-    endOfOldLives();
+    endOldSessions();
     const auto found = m_libraries.find(library);
     if (found == m_libraries.end())
         throw CameraError(CameraStatus::UnknownLibrary);
@@ -40,8 +39,8 @@ Handles::OpenLibrary& Handles::opened(uint64_t library)
 
 uint64_t Handles::openLibrary(uint32_t boardIndex)
 {
-    const std::lock_guard lock(m_mutex);
-    endOfOldLives();
+    const os::MutexLock lock(m_mutex);
+    endOldSessions();
     const uint64_t handle = newNumber();
     m_libraries[handle] = {boardIndex, {}};
     return handle;
@@ -49,7 +48,7 @@ uint64_t Handles::openLibrary(uint32_t boardIndex)
 
 void Handles::closeLibrary(uint64_t library)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     opened(library);
     m_libraries.erase(library);
     for (auto entry = m_cameras.begin(); entry != m_cameras.end();) {
@@ -64,13 +63,13 @@ void Handles::closeLibrary(uint64_t library)
 
 uint32_t Handles::boardOf(uint64_t library)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return opened(library).boardIndex;
 }
 
 void Handles::scan(uint64_t library, uint32_t mask, uint32_t maskedPorts)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     OpenLibrary& searched = opened(library);
     searched.found.clear();
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
@@ -83,7 +82,7 @@ void Handles::scan(uint64_t library, uint32_t mask, uint32_t maskedPorts)
 
 std::vector<uint32_t> Handles::found(uint64_t library)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const OpenLibrary& searched = opened(library);
     std::vector<uint32_t> ports;
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
@@ -96,7 +95,7 @@ std::vector<uint32_t> Handles::found(uint64_t library)
 
 uint64_t Handles::addCamera(uint64_t library, uint32_t port)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     Camera* const camera = orvo_sim_core()->camera(opened(library).boardIndex, port);
     if (!camera)
         throw CameraError(CameraStatus::NoCamera);
@@ -114,8 +113,8 @@ uint64_t Handles::addCamera(uint64_t library, uint32_t port)
 
 std::shared_ptr<CameraHandle> Handles::camera(uint64_t handle)
 {
-    const std::lock_guard lock(m_mutex);
-    endOfOldLives();
+    const os::MutexLock lock(m_mutex);
+    endOldSessions();
     const auto found = m_cameras.find(handle);
     if (found == m_cameras.end())
         throw CameraError(CameraStatus::UnknownCamera);
@@ -125,7 +124,7 @@ std::shared_ptr<CameraHandle> Handles::camera(uint64_t handle)
 void Handles::endCamera(uint64_t handle)
 {
     camera(handle)->camera->forget(handle);
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_cameras.erase(handle);
 }
 

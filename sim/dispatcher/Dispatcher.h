@@ -5,12 +5,12 @@
 #include <deque>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include <spdlog/logger.h>
 
+#include "os/ThreadSafety.h"
 #include "sim/dispatcher/LevelRules.h"
 #include "sim/orvo_sim_dispatcher.h"
 
@@ -36,9 +36,10 @@ private:
         uint64_t longWord;
     };
 
-    std::mutex m_mutex;
-    bool m_on = false;
-    std::deque<Record> m_records;   // a deque: texts stay where they are while others are added
+    os::Mutex m_mutex;
+    bool m_on ORVO_GUARDED_BY(m_mutex) = false;
+    std::deque<Record>
+        m_records ORVO_GUARDED_BY(m_mutex);   // a deque: texts stay where they are while others are added
 };
 
 /// The simulated logging dispatcher: gives each logger name an id and a level, writes records to a rotating
@@ -84,19 +85,19 @@ private:
     ~Dispatcher() = default;
 
     void openSinks();
-    int64_t idOf(const std::string& name);   // under the lock
+    int64_t idOf(const std::string& name) ORVO_REQUIRES(m_mutex);
     void endCalls();
 
     const LevelRules m_rules;
     std::vector<spdlog::sink_ptr> m_sinks;
     RecordCapture m_capture;
 
-    std::mutex m_mutex;   // guards all below, but not what goes on inside a logger
+    os::Mutex m_mutex;
     std::condition_variable m_callsEnded;
-    int m_callsUnderWay = 0;
-    Clients m_clients;
-    std::map<std::string, int64_t> m_ids;
-    std::vector<std::shared_ptr<spdlog::logger>> m_loggers;   // at id - 1
+    int m_callsUnderWay ORVO_GUARDED_BY(m_mutex) = 0;
+    Clients m_clients ORVO_GUARDED_BY(m_mutex);
+    std::map<std::string, int64_t> m_ids ORVO_GUARDED_BY(m_mutex);
+    std::vector<std::shared_ptr<spdlog::logger>> m_loggers ORVO_GUARDED_BY(m_mutex);   // at id - 1
 };
 
 }   // namespace orvo::sim

@@ -23,7 +23,7 @@ bool isFound(uint64_t library, uint32_t port)
     return std::find(ports.begin(), ports.end(), port) != ports.end();
 }
 
-const void* recordOf(CameraHandle& handle)
+const void* recordOf(CameraHandle& handle) ORVO_REQUIRES(handle.mutex)
 {
     auto& info = handle.place<EthCameraInfo>();
     info.port = handle.port;

@@ -14,7 +14,7 @@ constexpr uint32_t kMaskedPorts = 8;
 // Callers read the name by its place.
 static_assert(offsetof(OgcCameraInfo, name) == 8);
 
-const void* recordOf(CameraHandle& handle)
+const void* recordOf(CameraHandle& handle) ORVO_REQUIRES(handle.mutex)
 {
     auto& info = handle.place<OgcCameraInfo>();
     info = {handle.identity.model, handle.identity.name};

@@ -88,9 +88,9 @@ protected:
 class Core {
 public:
     /// The first Brd_InitLibraries: reads the boards file anew and begins a new ledger.
-    virtual void beginLife() = 0;
+    virtual void beginSession() = 0;
     /// The last Brd_FreeLibraries: writes what the boards file asks for.
-    virtual void endLife() = 0;
+    virtual void endSession() = 0;
 
     /// Copies the description of the board at `index`. False if there is none.
     virtual bool findBoard(uint32_t index, BoardDescription& board) const = 0;
@@ -106,7 +106,7 @@ public:
     virtual void say(std::string_view message) = 0;
 
     /// Counts the lives from 1; 0 before the first.
-    virtual uint64_t life() const = 0;
+    virtual uint64_t session() const = 0;
     /// The handle under which the board at `index` is open, 0 when it closes.
     virtual void setBoardHandle(uint32_t index, uint64_t handle) = 0;
     /// The index of the board that is open under that handle. False if there is none.

@@ -36,7 +36,7 @@ uint64_t copyOut(const std::string& text, char* buffer, uint64_t size)
 
 void order(const char* call, uint32_t nth, Script::Order what)
 {
-    Simulator::instance().script().add(textOf(call), nth, std::move(what), Script::Origin::Wheel);
+    Simulator::instance().script().add(textOf(call), nth, std::move(what), Script::Origin::ControlInterface);
 }
 
 }   // namespace
@@ -125,7 +125,7 @@ void OrvoSim_letGo(const char* call)
 
 void OrvoSim_clearScript(void)
 {
-    Simulator::instance().script().clear(Script::Origin::Wheel);
+    Simulator::instance().script().clear(Script::Origin::ControlInterface);
     Simulator::instance().script().clear(Script::Origin::BoardsFile);
 }
 

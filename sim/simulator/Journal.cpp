@@ -62,7 +62,7 @@ bool FunctionFilter::keeps(std::string_view function) const
 
 Journal::Place Journal::begin(std::string_view function, std::string_view arguments)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     if (m_lines.size() >= m_limit)
         return {};
     m_lines.push_back({std::string(function), std::string(arguments), " ..."});
@@ -72,14 +72,14 @@ Journal::Place Journal::begin(std::string_view function, std::string_view argume
 
 void Journal::end(Place place, std::string_view rest)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     if (place.epoch == m_epoch)
         m_lines[static_cast<size_t>(place.line)].rest = rest;
 }
 
 std::string Journal::text(const FunctionFilter& filter, uint64_t from) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     std::string text;
     for (auto i = static_cast<size_t>(from); i < m_lines.size(); ++i) {
         const Line& line = m_lines[i];
@@ -95,13 +95,13 @@ std::string Journal::text(const FunctionFilter& filter, uint64_t from) const
 
 uint64_t Journal::count() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_lines.size();
 }
 
 void Journal::clear()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_lines.clear();
     ++m_epoch;
     noteRecording();
@@ -109,7 +109,7 @@ void Journal::clear()
 
 void Journal::setLimit(uint64_t lines)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_limit = lines;
     noteRecording();
 }

@@ -2,10 +2,11 @@
 
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "os/ThreadSafety.h"
 
 namespace orvo::sim {
 
@@ -63,12 +64,12 @@ private:
         std::string rest;
     };
 
-    void noteRecording();
+    void noteRecording() ORVO_REQUIRES(m_mutex);
 
-    mutable std::mutex m_mutex;
-    std::vector<Line> m_lines;
-    uint64_t m_limit = kDefaultLimit;
-    uint64_t m_epoch = 1;   // a place of epoch 0 has no line
+    mutable os::Mutex m_mutex;
+    std::vector<Line> m_lines ORVO_GUARDED_BY(m_mutex);
+    uint64_t m_limit ORVO_GUARDED_BY(m_mutex) = kDefaultLimit;
+    uint64_t m_epoch ORVO_GUARDED_BY(m_mutex) = 1;   // a place of epoch 0 has no line
     std::atomic<bool> m_recording{true};
 };
 

@@ -6,29 +6,30 @@ namespace orvo::sim {
 
 DmaAccount& Ledger::account(uint32_t boardIndex, uint32_t dma)
 {
-    const std::lock_guard lock(m_mutex);
-    auto& page = m_pages[{boardIndex, dma}];
-    if (!page)
-        page = std::make_unique<Page>(*this);
-    return *page;
+    const os::MutexLock lock(m_mutex);
+    const Key key{boardIndex, dma};
+    auto& account = m_accounts[key];
+    if (!account)
+        account = std::make_unique<Account>(*this, key);
+    return *account;
 }
 
 bool Ledger::read(uint32_t boardIndex, uint32_t dma, OrvoSim_Ledger& ledger) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto page = m_pages.find({boardIndex, dma});
-    if (page == m_pages.end() || page->second->numbers().runs == 0)
+    if (page == m_pages.end() || page->second.numbers.runs == 0)
         return false;
-    ledger = page->second->numbers();
+    ledger = page->second.withHeldRate();
     return true;
 }
 
 std::string Ledger::json() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     nlohmann::ordered_json dmas = nlohmann::ordered_json::array();
     for (const auto& [key, page] : m_pages) {
-        const OrvoSim_Ledger numbers = page->numbers();
+        const OrvoSim_Ledger numbers = page.withHeldRate();
         if (numbers.runs == 0)
             continue;
         dmas.push_back({{"board", key.first},
@@ -47,54 +48,52 @@ std::string Ledger::json() const
 bool Ledger::waitForDelivered(uint32_t boardIndex, uint32_t dma, uint64_t count,
                               std::chrono::milliseconds timeout)
 {
-    std::unique_lock lock(m_mutex);
-    return m_entered.wait_for(lock, timeout, [&] {
+    os::MutexLock lock(m_mutex);
+    return m_entered.wait_for(lock.native(), timeout, [&]() ORVO_REQUIRES(m_mutex) {
         const auto page = m_pages.find({boardIndex, dma});
-        return page != m_pages.end() && page->second->numbers().delivered >= count;
+        return page != m_pages.end() && page->second.numbers.delivered >= count;
     });
 }
 
 void Ledger::clear()
 {
-    const std::lock_guard lock(m_mutex);
-    for (const auto& [key, page] : m_pages)
-        page->clear();
+    const os::MutexLock lock(m_mutex);
+    for (auto& [key, page] : m_pages) {
+        page.numbers = {};
+        page.producedInRun = 0;
+    }
 }
 
-void Ledger::Page::beginRun(double askedRate)
+void Ledger::beginRun(Key key, double askedRate)
 {
-    const std::lock_guard lock(m_ledger.m_mutex);
-    ++m_numbers.runs;
-    m_numbers.askedRate = askedRate;
-    m_producedInRun = 0;
+    const os::MutexLock lock(m_mutex);
+    Page& page = m_pages[key];
+    ++page.numbers.runs;
+    page.numbers.askedRate = askedRate;
+    page.producedInRun = 0;
 }
 
-void Ledger::Page::enter(Fate fate)
+void Ledger::enter(Key key, Fate fate)
 {
-    const std::lock_guard lock(m_ledger.m_mutex);
-    ++m_numbers.produced;
-    ++(fate == Fate::Delivered ? m_numbers.delivered
-       : fate == Fate::NoBlock ? m_numbers.droppedNoBlock
-                               : m_numbers.droppedByFault);
-    m_latest = Clock::now();
-    if (m_producedInRun++ == 0)
-        m_first = m_latest;
-    m_ledger.m_entered.notify_all();
+    const os::MutexLock lock(m_mutex);
+    Page& page = m_pages[key];
+    ++page.numbers.produced;
+    ++(fate == Fate::Delivered ? page.numbers.delivered
+       : fate == Fate::NoBlock ? page.numbers.droppedNoBlock
+                               : page.numbers.droppedByFault);
+    page.latest = Clock::now();
+    if (page.producedInRun++ == 0)
+        page.first = page.latest;
+    m_entered.notify_all();
 }
 
-OrvoSim_Ledger Ledger::Page::numbers() const
+OrvoSim_Ledger Ledger::Page::withHeldRate() const
 {
-    OrvoSim_Ledger numbers = m_numbers;
-    const std::chrono::duration<double> seconds = m_latest - m_first;
-    if (m_producedInRun > 1 && seconds.count() > 0)
-        numbers.heldRate = static_cast<double>(m_producedInRun - 1) / seconds.count();
-    return numbers;
-}
-
-void Ledger::Page::clear()
-{
-    m_numbers = {};
-    m_producedInRun = 0;
+    OrvoSim_Ledger all = numbers;
+    const std::chrono::duration<double> seconds = latest - first;
+    if (producedInRun > 1 && seconds.count() > 0)
+        all.heldRate = static_cast<double>(producedInRun - 1) / seconds.count();
+    return all;
 }
 
 }   // namespace orvo::sim

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 
+#include "os/ThreadSafety.h"
 #include "sim/orvo_sim.h"
 #include "sim/seam/Core.h"
 
@@ -17,7 +17,7 @@ namespace orvo::sim {
 /// What became of every picture, a page for each board and DMA. Threads: any.
 class Ledger {
 public:
-    /// The page, made if it isn't there yet. It stays for good.
+    /// Of one DMA's page, made if it isn't there yet. It stays for good.
     DmaAccount& account(uint32_t boardIndex, uint32_t dma);
 
     /// False for a DMA that never ran.
@@ -33,27 +33,34 @@ private:
     using Clock = std::chrono::steady_clock;
     using Key = std::pair<uint32_t, uint32_t>;   // board, DMA
 
-    /// Its numbers are guarded by the ledger's mutex.
-    class Page final : public DmaAccount {
+    /// The way of the board library to one page.
+    class Account final : public DmaAccount {
     public:
-        explicit Page(Ledger& ledger) : m_ledger(ledger) {}
+        Account(Ledger& ledger, Key key) : m_ledger(ledger), m_key(key) {}
 
-        void beginRun(double askedRate) override;
-        void enter(Fate fate) override;
-
-        OrvoSim_Ledger numbers() const;
-        void clear();
+        void beginRun(double askedRate) override { m_ledger.beginRun(m_key, askedRate); }
+        void enter(Fate fate) override { m_ledger.enter(m_key, fate); }
 
     private:
         Ledger& m_ledger;
-        OrvoSim_Ledger m_numbers{};
-        uint64_t m_producedInRun = 0;
-        Clock::time_point m_first, m_latest;   // picture of the run
+        const Key m_key;
     };
 
-    mutable std::mutex m_mutex;
+    struct Page {
+        OrvoSim_Ledger numbers{};   // but for the held rate
+        uint64_t producedInRun = 0;
+        Clock::time_point first, latest;   // picture of the run
+
+        OrvoSim_Ledger withHeldRate() const;
+    };
+
+    void beginRun(Key key, double askedRate);
+    void enter(Key key, Fate fate);
+
+    mutable os::Mutex m_mutex;
     std::condition_variable m_entered;
-    std::map<Key, std::unique_ptr<Page>> m_pages;
+    std::map<Key, std::unique_ptr<Account>> m_accounts ORVO_GUARDED_BY(m_mutex);
+    std::map<Key, Page> m_pages ORVO_GUARDED_BY(m_mutex);
 };
 
 }   // namespace orvo::sim

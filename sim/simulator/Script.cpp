@@ -10,7 +10,7 @@ using Kind = Script::Order::Kind;
 
 void Script::add(std::string_view call, uint32_t nth, Order order, Origin origin)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_all.push_back(new Rule{CallPattern(call), nth, std::move(order), origin});
     m_rules.push_back(m_all.back());
     m_empty.store(false, std::memory_order_relaxed);
@@ -32,7 +32,7 @@ void Script::clear(Origin origin)
 template <typename Predicate>
 void Script::endRules(Predicate which)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     std::erase_if(m_rules, [&](Rule* rule) { return which(*rule) && (rule->ended = true); });
     m_empty.store(m_rules.empty(), std::memory_order_relaxed);
     m_changed.notify_all();
@@ -40,8 +40,8 @@ void Script::endRules(Predicate which)
 
 bool Script::waitUntilHeld(std::string_view call, std::chrono::milliseconds timeout)
 {
-    std::unique_lock lock(m_mutex);
-    return m_changed.wait_for(lock, timeout, [&] {
+    os::MutexLock lock(m_mutex);
+    return m_changed.wait_for(lock.native(), timeout, [&]() ORVO_REQUIRES(m_mutex) {
         return std::any_of(m_rules.begin(), m_rules.end(),
                            [&](const Rule* rule) { return rule->held > 0 && rule->pattern.text() == call; });
     });
@@ -49,7 +49,7 @@ bool Script::waitUntilHeld(std::string_view call, std::chrono::milliseconds time
 
 void Script::enter(std::string_view function, std::string_view arguments, CallPass& pass)
 {
-    std::unique_lock lock(m_mutex);
+    os::MutexLock lock(m_mutex);
     std::chrono::milliseconds delay{0};
     std::vector<Rule*> holds;
     for (Rule* rule : m_rules) {
@@ -82,15 +82,16 @@ void Script::leave(const CallPass& pass)
 {
     if (!pass.exitRule)
         return;
-    std::unique_lock lock(m_mutex);
+    os::MutexLock lock(m_mutex);
     hold(*static_cast<Rule*>(pass.exitRule), lock);
 }
 
-void Script::hold(Rule& rule, std::unique_lock<std::mutex>& lock)
+void Script::hold(Rule& rule, os::MutexLock& lock)
 {
     ++rule.held;
     m_changed.notify_all();
-    m_changed.wait(lock, [&] { return rule.ended; });
+    while (!rule.ended)
+        m_changed.wait(lock.native());
     --rule.held;
 }
 

@@ -4,11 +4,11 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
-#include <mutex>
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "os/ThreadSafety.h"
 #include "sim/seam/Core.h"
 #include "sim/simulator/Journal.h"
 
@@ -17,7 +17,7 @@ namespace orvo::sim {
 /// What chosen calls do. Threads: any; no lock is held while a call waits.
 class Script {
 public:
-    enum class Origin { Wheel, BoardsFile };
+    enum class Origin { ControlInterface, BoardsFile };
 
     /// What a call gets that meets a rule; a rule has one of these.
     struct Order {
@@ -57,13 +57,13 @@ private:
 
     template <typename Predicate>
     void endRules(Predicate which);
-    void hold(Rule& rule, std::unique_lock<std::mutex>& lock);
+    void hold(Rule& rule, os::MutexLock& lock) ORVO_REQUIRES(m_mutex);
 
-    std::mutex m_mutex;
+    os::Mutex m_mutex;
     std::condition_variable m_changed;
     // Never freed: whoever is held by a rule, or uses the bytes that it handed out, may outlast it.
-    std::vector<Rule*> m_all;
-    std::vector<Rule*> m_rules;   // those in force
+    std::vector<Rule*> m_all ORVO_GUARDED_BY(m_mutex);
+    std::vector<Rule*> m_rules ORVO_GUARDED_BY(m_mutex);   // those in force
     std::atomic<bool> m_empty{true};
 };
 

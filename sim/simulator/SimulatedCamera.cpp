@@ -50,23 +50,23 @@ constexpr double kDecibelsPerDecade = 20;
 
 }   // namespace
 
-/// Belongs to the camera's mutex, but for await() while it waits.
 class SimulatedCamera::Stream final : public CameraStream {
 public:
     explicit Stream(SimulatedCamera& camera) : m_camera(camera), m_schedule(ExposureSchedule::Clock::now()) {}
 
-    void trigger(ExposureSchedule::Time time) { m_schedule.trigger(time); }
+    /// The caller holds the camera's mutex. Not analysed: there the mutex has another name.
+    void trigger(ExposureSchedule::Time time) ORVO_NO_THREAD_SAFETY_ANALYSIS { m_schedule.trigger(time); }
 
     bool await(Exposure& exposure) override
     {
-        std::unique_lock lock(m_camera.m_mutex);
+        os::MutexLock lock(m_camera.m_mutex);
         while (!m_isCancelled) {
             const auto now = ExposureSchedule::Clock::now();
             const auto due = m_schedule.due(pace(), now);
             if (!due) {
-                m_camera.m_changed.wait(lock);
+                m_camera.m_changed.wait(lock.native());
             } else if (*due > now) {
-                m_camera.m_changed.wait_until(lock, *due);
+                m_camera.m_changed.wait_until(lock.native(), *due);
             } else {
                 const auto time = m_schedule.take().time_since_epoch();
                 exposure.timeNs = std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
@@ -79,7 +79,7 @@ public:
 
     void cancel() override
     {
-        const std::lock_guard lock(m_camera.m_mutex);
+        const os::MutexLock lock(m_camera.m_mutex);
         m_isCancelled = true;
         m_camera.m_changed.notify_all();
     }
@@ -87,14 +87,14 @@ public:
     void close() override
     {
         {
-            const std::lock_guard lock(m_camera.m_mutex);
+            const os::MutexLock lock(m_camera.m_mutex);
             m_camera.m_streams.erase(this);
         }
         delete this;
     }
 
 private:
-    ExposureSchedule::Pace pace() const
+    ExposureSchedule::Pace pace() const ORVO_REQUIRES(m_camera.m_mutex)
     {
         using Seconds = std::chrono::duration<double>;
         if (!m_camera.isSending())
@@ -105,8 +105,8 @@ private:
     }
 
     SimulatedCamera& m_camera;
-    ExposureSchedule m_schedule;
-    bool m_isCancelled = false;
+    ExposureSchedule m_schedule ORVO_GUARDED_BY(m_camera.m_mutex);
+    bool m_isCancelled ORVO_GUARDED_BY(m_camera.m_mutex) = false;
 };
 
 const SimulatedCamera::CommandRow SimulatedCamera::kCommands[] = {
@@ -120,7 +120,7 @@ const SimulatedCamera::CommandRow SimulatedCamera::kCommands[] = {
 
 void SimulatedCamera::plugIn(const CameraDescription& description)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_description = description;
     m_isDescribed = true;
     m_userSet.reset();
@@ -132,7 +132,7 @@ void SimulatedCamera::plugIn(const CameraDescription& description)
 
 void SimulatedCamera::unplug()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_isDescribed = false;
     m_connected.clear();
     m_changed.notify_all();
@@ -150,13 +150,13 @@ void SimulatedCamera::switchOn()
 
 bool SimulatedCamera::isDescribed() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_isDescribed;
 }
 
 void SimulatedCamera::vanishAfter(uint64_t calls)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_callsLeft = calls;
     m_isGone = calls == 0;
     m_changed.notify_all();
@@ -164,7 +164,7 @@ void SimulatedCamera::vanishAfter(uint64_t calls)
 
 void SimulatedCamera::comeBack()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_callsLeft.reset();
     if (m_isGone && m_isDescribed)
         switchOn();
@@ -173,7 +173,7 @@ void SimulatedCamera::comeBack()
 
 void SimulatedCamera::act(const ActionCommand& command, ExposureSchedule::Time time)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     if (isSending() && obeys(command))
         trigger(time);
 }
@@ -209,7 +209,9 @@ double SimulatedCamera::freeRate() const
 
 CameraView SimulatedCamera::currentView() const
 {
-    const auto pixels = [&](const char* name) { return static_cast<uint32_t>(m_parameters.integer(name)); };
+    const auto pixels = [&](const char* name) ORVO_REQUIRES(m_mutex) {
+        return static_cast<uint32_t>(m_parameters.integer(name));
+    };
     CameraView view;
     view.width = pixels("Width");
     view.height = pixels("Height");
@@ -231,20 +233,20 @@ CameraView SimulatedCamera::currentView() const
 CameraStream* SimulatedCamera::openStream()
 {
     auto* const stream = new Stream(*this);
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_streams.insert(stream);
     return stream;
 }
 
 CameraView SimulatedCamera::view() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return currentView();
 }
 
 double SimulatedCamera::pictureRate() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return isTriggered() ? 0 : freeRate();
 }
 
@@ -259,13 +261,13 @@ bool SimulatedCamera::obeys(const ActionCommand& command) const
 
 bool SimulatedCamera::isPresent() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_isDescribed && !m_isGone;
 }
 
 bool SimulatedCamera::isConnected() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return !m_connected.empty();
 }
 
@@ -273,7 +275,7 @@ bool SimulatedCamera::isConnected() const
 template <typename Action>
 CameraStatus SimulatedCamera::called(Action action)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     if (m_callsLeft && *m_callsLeft == 0)
         m_isGone = true;
     m_changed.notify_all();   // whatever becomes of the call: streams look for themselves
@@ -292,12 +294,14 @@ CameraStatus SimulatedCamera::called(Action action)
 template <typename Action>
 CameraStatus SimulatedCamera::calledBy(uint64_t handle, Action action)
 {
-    return called([&] { return m_connected.contains(handle) ? action() : CameraStatus::NotConnected; });
+    return called([&]() ORVO_REQUIRES(m_mutex) {
+        return m_connected.contains(handle) ? action() : CameraStatus::NotConnected;
+    });
 }
 
 CameraStatus SimulatedCamera::identify(CameraIdentity& identity)
 {
-    return called([&] {
+    return called([&]() ORVO_REQUIRES(m_mutex) {
         identity = m_description.identity;
         return CameraStatus::Ok;
     });
@@ -305,7 +309,7 @@ CameraStatus SimulatedCamera::identify(CameraIdentity& identity)
 
 CameraStatus SimulatedCamera::connect(uint64_t handle, bool alone)
 {
-    return called([&] {
+    return called([&]() ORVO_REQUIRES(m_mutex) {
         if (alone && !m_connected.empty() && !m_connected.contains(handle))
             return CameraStatus::InUse;
         if (m_connected.empty())
@@ -317,7 +321,7 @@ CameraStatus SimulatedCamera::connect(uint64_t handle, bool alone)
 
 CameraStatus SimulatedCamera::disconnect(uint64_t handle)
 {
-    return calledBy(handle, [&] {
+    return calledBy(handle, [&]() ORVO_REQUIRES(m_mutex) {
         drop(handle);
         return CameraStatus::Ok;
     });
@@ -325,7 +329,7 @@ CameraStatus SimulatedCamera::disconnect(uint64_t handle)
 
 void SimulatedCamera::forget(uint64_t handle)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     drop(handle);
     m_changed.notify_all();
 }
@@ -339,24 +343,24 @@ void SimulatedCamera::drop(uint64_t handle)
 
 CameraStatus SimulatedCamera::setStarted(uint64_t handle, bool started)
 {
-    return calledBy(handle, [&] { return started ? start() : halt(); });
+    return calledBy(handle, [&]() ORVO_REQUIRES(m_mutex) { return started ? start() : halt(); });
 }
 
 CameraStatus SimulatedCamera::read(uint64_t handle, const char* name, ParameterType type,
                                    ParameterValue& value)
 {
-    return calledBy(handle, [&] { return m_parameters.read(name, type, value); });
+    return calledBy(handle, [&]() ORVO_REQUIRES(m_mutex) { return m_parameters.read(name, type, value); });
 }
 
 CameraStatus SimulatedCamera::write(uint64_t handle, const char* name, ParameterType type,
                                     const ParameterValue& value)
 {
-    return calledBy(handle, [&] { return m_parameters.write(name, type, value); });
+    return calledBy(handle, [&]() ORVO_REQUIRES(m_mutex) { return m_parameters.write(name, type, value); });
 }
 
 CameraStatus SimulatedCamera::execute(uint64_t handle, const char* name)
 {
-    return calledBy(handle, [&] {
+    return calledBy(handle, [&]() ORVO_REQUIRES(m_mutex) {
         const auto* const row = std::find_if(std::begin(kCommands), std::end(kCommands),
                                              [&](const CommandRow& command) { return command.name == name; });
         if (row != std::end(kCommands))
@@ -367,7 +371,7 @@ CameraStatus SimulatedCamera::execute(uint64_t handle, const char* name)
 
 CameraStatus SimulatedCamera::writeRegister(uint64_t handle, const char* name, uint32_t value)
 {
-    return calledBy(handle, [&] {
+    return calledBy(handle, [&]() ORVO_REQUIRES(m_mutex) {
         uint32_t* const cell = registerOf(name);
         if (!cell)
             return CameraStatus::UnknownRegister;

@@ -3,12 +3,12 @@
 #include <condition_variable>
 #include <cstdint>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 
+#include "os/ThreadSafety.h"
 #include "sim/seam/Camera.h"
 #include "sim/simulator/ExposureSchedule.h"
 #include "sim/simulator/ParameterSheet.h"
@@ -76,37 +76,37 @@ private:
     template <typename Action>
     CameraStatus calledBy(uint64_t handle, Action action);
 
-    void switchOn();
-    void drop(uint64_t handle);
-    // The caller of all of these holds the mutex.
-    bool isSending() const;
-    bool isTriggered() const;
-    double freeRate() const;
-    CameraView currentView() const;
-    void trigger(ExposureSchedule::Time time);
-    bool obeys(const ActionCommand& command) const;
-    uint32_t* registerOf(std::string_view name);
+    void switchOn() ORVO_REQUIRES(m_mutex);
+    void drop(uint64_t handle) ORVO_REQUIRES(m_mutex);
+    bool isSending() const ORVO_REQUIRES(m_mutex);
+    bool isTriggered() const ORVO_REQUIRES(m_mutex);
+    double freeRate() const ORVO_REQUIRES(m_mutex);
+    CameraView currentView() const ORVO_REQUIRES(m_mutex);
+    void trigger(ExposureSchedule::Time time) ORVO_REQUIRES(m_mutex);
+    bool obeys(const ActionCommand& command) const ORVO_REQUIRES(m_mutex);
+    uint32_t* registerOf(std::string_view name) ORVO_REQUIRES(m_mutex);
 
-    CameraStatus start();
-    CameraStatus halt();
-    CameraStatus triggerBySoftware();
-    CameraStatus loadUserSet();
-    CameraStatus saveUserSet();
-    CameraStatus reset();
+    CameraStatus start() ORVO_REQUIRES(m_mutex);
+    CameraStatus halt() ORVO_REQUIRES(m_mutex);
+    CameraStatus triggerBySoftware() ORVO_REQUIRES(m_mutex);
+    CameraStatus loadUserSet() ORVO_REQUIRES(m_mutex);
+    CameraStatus saveUserSet() ORVO_REQUIRES(m_mutex);
+    CameraStatus reset() ORVO_REQUIRES(m_mutex);
 
-    mutable std::mutex m_mutex;
-    std::condition_variable m_changed;   // anything that a stream may wait for
-    std::set<Stream*> m_streams;         // that are open
-    bool m_isDescribed = false;
-    CameraDescription m_description;   // the latest one
-    bool m_isGone = false;
-    std::optional<uint64_t> m_callsLeft;   // until it vanishes
-    ParameterSheet m_parameters;
-    std::optional<ParameterSheet> m_userSet;
-    std::set<uint64_t> m_connected;   // handles
-    bool m_isStarted = false;
-    uint32_t m_actionDeviceKey = 0;
-    std::map<uint32_t, ActionGroup> m_actionGroups;   // by number; those that were written
+    mutable os::Mutex m_mutex;
+    std::condition_variable m_changed;                      // anything that a stream may wait for
+    std::set<Stream*> m_streams ORVO_GUARDED_BY(m_mutex);   // that are open
+    bool m_isDescribed ORVO_GUARDED_BY(m_mutex) = false;
+    CameraDescription m_description ORVO_GUARDED_BY(m_mutex);   // the latest one
+    bool m_isGone ORVO_GUARDED_BY(m_mutex) = false;
+    std::optional<uint64_t> m_callsLeft ORVO_GUARDED_BY(m_mutex);   // until it vanishes
+    ParameterSheet m_parameters ORVO_GUARDED_BY(m_mutex);
+    std::optional<ParameterSheet> m_userSet ORVO_GUARDED_BY(m_mutex);
+    std::set<uint64_t> m_connected ORVO_GUARDED_BY(m_mutex);   // handles
+    bool m_isStarted ORVO_GUARDED_BY(m_mutex) = false;
+    uint32_t m_actionDeviceKey ORVO_GUARDED_BY(m_mutex) = 0;
+    std::map<uint32_t, ActionGroup>
+        m_actionGroups ORVO_GUARDED_BY(m_mutex);   // by number; those that were written
 };
 
 }   // namespace orvo::sim

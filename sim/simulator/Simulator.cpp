@@ -14,7 +14,7 @@ Simulator& Simulator::instance()
     return *only;
 }
 
-void Simulator::beginLife()
+void Simulator::beginSession()
 {
     readBoardsFile();
     m_script.clear(Script::Origin::BoardsFile);
@@ -25,7 +25,7 @@ void Simulator::beginLife()
     for (size_t index = 0; index < m_boards.cameras.size(); ++index)
         for (const CameraDescription& camera : m_boards.cameras[index])
             m_cameras.plugIn(static_cast<uint32_t>(index), camera);
-    ++m_life;
+    ++m_session;
 }
 
 void Simulator::readBoardsFile()
@@ -43,7 +43,7 @@ void Simulator::readBoardsFile()
     }
 }
 
-void Simulator::endLife()
+void Simulator::endSession()
 {
     if (!m_boards.ledgerPath.empty())
         write(m_boards.ledgerPath, m_ledger.json());
@@ -147,14 +147,14 @@ void Simulator::leave(const CallPass& pass, std::string_view rest)
 
 void CameraRack::unplugAll()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     for (const auto& [place, camera] : m_cameras)
         camera->unplug();
 }
 
 void CameraRack::plugIn(uint32_t boardIndex, const CameraDescription& description)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     SimulatedCamera*& camera = m_cameras[{boardIndex, description.port}];
     if (!camera)
         camera = new SimulatedCamera;
@@ -163,14 +163,14 @@ void CameraRack::plugIn(uint32_t boardIndex, const CameraDescription& descriptio
 
 SimulatedCamera* CameraRack::find(uint32_t boardIndex, uint32_t port) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto found = m_cameras.find({boardIndex, port});
     return found != m_cameras.end() && found->second->isDescribed() ? found->second : nullptr;
 }
 
 std::vector<SimulatedCamera*> CameraRack::camerasOf(uint32_t boardIndex) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     std::vector<SimulatedCamera*> cameras;
     for (auto entry = m_cameras.lower_bound({boardIndex, 0}); entry != m_cameras.end(); ++entry)
         if (entry->first.first == boardIndex && entry->second->isDescribed())
@@ -180,7 +180,7 @@ std::vector<SimulatedCamera*> CameraRack::camerasOf(uint32_t boardIndex) const
 
 void CameraRack::bringAllBack()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     for (const auto& [place, camera] : m_cameras)
         camera->comeBack();
 }

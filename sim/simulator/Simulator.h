@@ -4,12 +4,12 @@
 #include <atomic>
 #include <cstdint>
 #include <map>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "os/ThreadSafety.h"
 #include "sim/seam/Core.h"
 #include "sim/simulator/BoardsFile.h"
 #include "sim/simulator/Journal.h"
@@ -33,8 +33,8 @@ public:
     void bringAllBack();
 
 private:
-    mutable std::mutex m_mutex;
-    std::map<std::pair<uint32_t, uint32_t>, SimulatedCamera*> m_cameras;
+    mutable os::Mutex m_mutex;
+    std::map<std::pair<uint32_t, uint32_t>, SimulatedCamera*> m_cameras ORVO_GUARDED_BY(m_mutex);
 };
 
 /// The one core of the process: what stand-ins see of it is Core, what the wheel sees are its parts.
@@ -52,8 +52,8 @@ public:
     void setManual(bool manual) { m_manual = manual; }
     void setMessages(bool on) { m_messages = on; }
 
-    void beginLife() override;
-    void endLife() override;
+    void beginSession() override;
+    void endSession() override;
     bool findBoard(uint32_t index, BoardDescription& board) const override;
     std::string_view boardsFileError() const override;
     CallRecorder& calls() override { return *this; }
@@ -61,7 +61,7 @@ public:
     bool isManual() const override { return m_manual; }
     void setDelivery(PictureDelivery& delivery) override { m_delivery = &delivery; }
     void say(std::string_view message) override;
-    uint64_t life() const override { return m_life; }
+    uint64_t session() const override { return m_session; }
     void setBoardHandle(uint32_t index, uint64_t handle) override;
     bool findOpenBoard(uint64_t handle, uint32_t& index) const override;
     Camera* camera(uint32_t boardIndex, uint32_t port) override;
@@ -87,7 +87,7 @@ private:
     std::atomic<bool> m_manual{false};
     std::atomic<bool> m_messages{true};
     std::atomic<int32_t> m_appletInfo{0};
-    std::atomic<uint64_t> m_life{0};
+    std::atomic<uint64_t> m_session{0};
     std::array<std::atomic<uint64_t>, BoardsFile::kMostBoards> m_boardHandles{};   // 0: not open
 
     BoardsFile m_boards;   // changes only where a life begins
