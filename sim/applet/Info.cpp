@@ -1,6 +1,6 @@
 #include <cstdint>
 
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 /// The number of DMA ports, or a negative number. What is asked is always the first argument's question;
 /// which board asks the arguments don't say, so the answer is that of the board whose file was asked for

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "sim/brdlib5/ParameterDescription.h"
-#include "sim/pictures/Geometry.h"
+#include "sim/pictures/BoardFormat.h"
 #include "sim/pictures/PictureSource.h"
 
 namespace orvo::sim {

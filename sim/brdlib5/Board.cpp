@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "sim/brdlib5/BrdError.h"
-#include "sim/brdlib5/BuiltInParameters.h"
-#include "sim/brdlib5/StoredParameter.h"
+#include "sim/brdlib5/ParameterDescription.h"
+#include "sim/brdlib5/ParameterTable.h"
 
 namespace orvo::sim {
 
@@ -90,10 +90,10 @@ void Board::addGeometryParameters()
                      .text = {},
                      .get = {},
                      .set = {}};
-    format.entries = {{1, "Grey16"},   {2, "Colour24"}, {3, "Grey8"},
-                      {4, "Colour32"}, {5, "Grey8x5"},  {6, "Colour48"}};
+    for (const BoardFormat& row : boardFormats())
+        format.entries.push_back({row.number, row.name});
     format.get = [this](uint32_t dmaId, int64_t) {
-        return Value(static_cast<uint64_t>(dma(dmaId).geometry().format));
+        return Value(static_cast<uint64_t>(dma(dmaId).geometry().format->number));
     };
     format.set = [this](uint32_t dmaId, const Value& value) {
         dma(dmaId).setFormat(static_cast<uint32_t>(std::get<uint64_t>(value)));
@@ -171,13 +171,13 @@ void Board::stopAll()
 
 void Board::addHead(void* handle, std::shared_ptr<MemoryHead> head)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_heads.emplace(handle, std::move(head));
 }
 
 std::shared_ptr<MemoryHead> Board::head(const void* handle) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto found = m_heads.find(handle);
     if (found == m_heads.end())
         throw BrdError(kUnknownHead,
@@ -188,7 +188,7 @@ std::shared_ptr<MemoryHead> Board::head(const void* handle) const
 void Board::removeHead(void* handle)
 {
     head(handle)->requireIdle();
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_heads.erase(handle);
 }
 

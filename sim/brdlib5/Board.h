@@ -3,14 +3,14 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 
+#include "os/ThreadSafety.h"
 #include "sim/brdlib5/Applet.h"
 #include "sim/brdlib5/DmaChannel.h"
 #include "sim/brdlib5/MemoryHead.h"
 #include "sim/brdlib5/ParameterTable.h"
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 
@@ -47,8 +47,8 @@ private:
     ParameterTable m_parameters;
     std::map<uint32_t, std::shared_ptr<DmaChannel>> m_dmas;   // by id
 
-    mutable std::mutex m_mutex;
-    std::map<const void*, std::shared_ptr<MemoryHead>> m_heads;
+    mutable os::Mutex m_mutex;
+    std::map<const void*, std::shared_ptr<MemoryHead>> m_heads ORVO_GUARDED_BY(m_mutex);
 };
 
 }   // namespace orvo::sim

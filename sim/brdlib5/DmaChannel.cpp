@@ -4,8 +4,8 @@
 #include <system_error>
 #include <utility>
 
-#include "sim/brdlib5/BoardClock.h"
 #include "sim/brdlib5/BrdError.h"
+#include "sim/brdlib5/Pacer.h"
 #include "sim/orvo_sim.h"
 #include "sim/pictures/CameraPainter.h"
 
@@ -20,6 +20,18 @@ uint64_t ticksPerPicture(double rate)
     return static_cast<uint64_t>(static_cast<double>(kTimestampFrequency) /
                                  (rate > 0 ? rate : kManualRateOfFreeRuns));
 }
+
+/// Releases a mutex for a scope, inside that of the lock that holds it.
+class ORVO_SCOPED_CAPABILITY Unlocked {
+public:
+    explicit Unlocked(os::Mutex& mutex) ORVO_RELEASE(mutex) : m_mutex(mutex) { m_mutex.unlock(); }
+    Unlocked(const Unlocked&) = delete;
+    Unlocked& operator=(const Unlocked&) = delete;
+    ~Unlocked() ORVO_RELEASE() { m_mutex.lock(); }
+
+private:
+    os::Mutex& m_mutex;
+};
 
 }   // namespace
 
@@ -77,7 +89,7 @@ DmaChannel::DmaChannel(uint32_t boardIndex, const DmaDescription& description, c
 
 Geometry DmaChannel::geometry() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_geometry;
 }
 
@@ -87,30 +99,30 @@ void DmaChannel::setExtent(Extent extent, Limit most, Limit step, uint32_t value
         throw BrdError(kOutOfRange, std::to_string(value) + " is above " +
                                         std::to_string(m_description.*most) + " or no multiple of " +
                                         std::to_string(m_description.*step));
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_geometry.*extent = value;
 }
 
 void DmaChannel::setFormat(uint32_t number)
 {
-    const auto format = pixelFormatOf(number);
+    const BoardFormat* const format = findBoardFormat(number);
     if (!format)
         throw BrdError(kOutOfRange, "There is no format " + std::to_string(number));
-    const std::lock_guard lock(m_mutex);
-    m_geometry.format = *format;
+    const os::MutexLock lock(m_mutex);
+    m_geometry.format = format;
 }
 
 void DmaChannel::setCallback(const BrdApcControl* control)
 {
     if (control && !control->func)
         throw BrdError(kNullArgument, "The callback is null");
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_callback = control ? std::optional(*control) : std::nullopt;
 }
 
 void DmaChannel::start(std::shared_ptr<MemoryHead> head, int64_t pictureCount)
 {
-    const Lock lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     if (m_run)
         throw BrdError(kAlreadyRunning, "The DMA is running already");
     const Pacer pacer(m_description.picturesPerSecond, m_faults, Pacer::Clock::now());
@@ -143,21 +155,22 @@ void DmaChannel::stop()
     if (run && run->stream)
         run->stream->cancel();
     m_changed.notify_all();
-    m_changed.wait(lock, [&] { return !m_turn || *m_turn == std::this_thread::get_id(); });
+    while (m_deliverer && *m_deliverer != std::this_thread::get_id())
+        m_changed.wait(lock.native());
     if (run)
         run->head->endUse();
 }
 
 int64_t DmaChannel::lostPictures() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_lost;
 }
 
 void DmaChannel::giveBack(MemoryHead& head, int64_t blockIndex)
 {
     head.giveBack(blockIndex);
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_changed.notify_all();
 }
 
@@ -167,17 +180,17 @@ int32_t DmaChannel::deliver(uint32_t count)
     const std::shared_ptr<Run> run = m_run;
     if (!run)
         return ORVO_SIM_NOT_RUNNING;
-    if (m_turn == std::this_thread::get_id())
+    if (m_deliverer == std::this_thread::get_id())
         return ORVO_SIM_BUSY;
     int32_t delivered = 0;
-    for (; count > 0 && takeTurn(lock, run.get()); --count) {
+    for (; count > 0 && beginDelivery(lock, run.get()); --count) {
         if (m_camera)
             run->view = m_camera->view();
         const uint64_t timestamp =
             run->isManual ? (run->exposures + 1) * ticksPerPicture(m_description.picturesPerSecond)
                           : timestampOf(Pacer::Clock::now());
-        delivered += produce(*run, timestamp, lock) == Fate::Delivered;
-        endTurn();
+        delivered += produce(*run, timestamp) == Fate::Delivered;
+        endDelivery();
     }
     return delivered;
 }
@@ -185,12 +198,12 @@ int32_t DmaChannel::deliver(uint32_t count)
 int32_t DmaChannel::callBack(int64_t pictureNumber)
 {
     Lock lock(m_mutex);
-    if (m_turn == std::this_thread::get_id())
+    if (m_deliverer == std::this_thread::get_id())
         return ORVO_SIM_BUSY;
-    takeTurn(lock, nullptr);
+    beginDelivery(lock, nullptr);
     const bool isRegistered = m_callback.has_value();
-    call(pictureNumber, lock);
-    endTurn();
+    call(pictureNumber);
+    endDelivery();
     return isRegistered ? 0 : ORVO_SIM_NOT_RUNNING;
 }
 
@@ -199,10 +212,10 @@ void DmaChannel::runByItself(const std::shared_ptr<Run>& run)
     Lock lock(m_mutex);
     for (;;) {
         const auto timestamp = awaitPicture(*run, lock);
-        if (!timestamp || !takeTurn(lock, run.get()))
+        if (!timestamp || !beginDelivery(lock, run.get()))
             return;
-        produce(*run, *timestamp, lock);
-        endTurn();
+        produce(*run, *timestamp);
+        endDelivery();
     }
 }
 
@@ -215,14 +228,14 @@ std::optional<uint64_t> DmaChannel::awaitPicture(Run& run, Lock& lock)
 std::optional<uint64_t> DmaChannel::awaitExposure(Run& run, Lock& lock)
 {
     Exposure exposure;
-    lock.unlock();
-    const bool isThere = run.stream->await(exposure);
-    lock.lock();
-    if (!isThere)
-        return std::nullopt;
+    {
+        const Unlocked unlocked(m_mutex);
+        if (!run.stream->await(exposure))
+            return std::nullopt;
+    }
     const Pacer::Clock::time_point time{std::chrono::nanoseconds(exposure.timeNs)};
     if (m_faults.jitter.count() > 0)
-        m_changed.wait_until(lock, time + run.pacer.nextJitter(), [&] { return run.isEnded; });
+        m_changed.wait_until(lock.native(), time + run.pacer.nextJitter(), [&] { return run.isEnded; });
     if (run.isEnded)
         return std::nullopt;
     run.view = exposure.view;
@@ -233,10 +246,10 @@ std::optional<uint64_t> DmaChannel::awaitExposure(Run& run, Lock& lock)
 std::optional<uint64_t> DmaChannel::awaitDueTime(Run& run, Lock& lock)
 {
     if (Pacer::Clock::now() < run.pacer.due())   // to wait for what is due already costs a good deal
-        m_changed.wait_until(lock, run.pacer.due(), [&] { return run.isEnded; });
+        m_changed.wait_until(lock.native(), run.pacer.due(), [&] { return run.isEnded; });
     const bool isScheduled = m_description.picturesPerSecond > 0;
     if (!isScheduled)
-        m_changed.wait(lock, [&] { return run.isEnded || run.head->freeCount() > 0; });
+        m_changed.wait(lock.native(), [&] { return run.isEnded || run.head->freeCount() > 0; });
     if (run.isEnded)
         return std::nullopt;
     const auto due = isScheduled ? run.pacer.due() : Pacer::Clock::now();
@@ -245,24 +258,25 @@ std::optional<uint64_t> DmaChannel::awaitDueTime(Run& run, Lock& lock)
 }
 
 /// False, and the turn not taken, if the run is over before the turn comes.
-bool DmaChannel::takeTurn(Lock& lock, const Run* run)
+bool DmaChannel::beginDelivery(Lock& lock, const Run* run)
 {
     const auto isOver = [&] { return run && (run->isEnded || run->isComplete()); };
-    m_changed.wait(lock, [&] { return isOver() || !m_turn; });
+    while (m_deliverer && !isOver())
+        m_changed.wait(lock.native());
     if (isOver())
         return false;
-    m_turn = std::this_thread::get_id();
+    m_deliverer = std::this_thread::get_id();
     return true;
 }
 
-void DmaChannel::endTurn()
+void DmaChannel::endDelivery()
 {
-    m_turn.reset();
+    m_deliverer.reset();
     m_changed.notify_all();
 }
 
 /// Makes one picture, and enters into the ledger what became of it. Nothing, if the run ended meanwhile.
-std::optional<Fate> DmaChannel::produce(Run& run, uint64_t timestamp, Lock& lock)
+std::optional<Fate> DmaChannel::produce(Run& run, uint64_t timestamp)
 {
     const auto isEvery = [&](uint64_t n) { return n > 0 && run.exposures % n == 0; };
     std::optional<Fate> fate = Fate::Fault;
@@ -270,15 +284,15 @@ std::optional<Fate> DmaChannel::produce(Run& run, uint64_t timestamp, Lock& lock
     if (isEvery(m_faults.dropEvery))
         fate = Fate::Fault;
     else if (isEvery(m_faults.negativeEvery))
-        call(m_faults.negativeNumber, lock);
+        call(m_faults.negativeNumber);
     else
-        fate = fillBlock(run, timestamp, lock);
+        fate = fillBlock(run, timestamp);
     if (fate)
         m_account.enter(*fate);
     return fate;
 }
 
-std::optional<Fate> DmaChannel::fillBlock(Run& run, uint64_t timestamp, Lock& lock)
+std::optional<Fate> DmaChannel::fillBlock(Run& run, uint64_t timestamp)
 {
     const auto block = run.head->takeNext();
     if (!block) {
@@ -287,26 +301,26 @@ std::optional<Fate> DmaChannel::fillBlock(Run& run, uint64_t timestamp, Lock& lo
     }
     const int64_t number = ++run.pictures;
     const CameraView view = run.view;
-    lock.unlock();
-    run.paint(view, static_cast<uint64_t>(number), block->memory);
-    lock.lock();
+    {
+        const Unlocked unlocked(m_mutex);
+        run.paint(view, static_cast<uint64_t>(number), block->memory);
+    }
     if (run.isEnded) {
         run.head->putBack(block->index);
         return std::nullopt;
     }
     run.head->publish(block->index, number, timestamp);
-    call(number, lock);
+    call(number);
     return Fate::Delivered;
 }
 
-void DmaChannel::call(int64_t pictureNumber, Lock& lock)
+void DmaChannel::call(int64_t pictureNumber)
 {
     const std::optional<BrdApcControl> callback = m_callback;
     if (!callback)
         return;
-    lock.unlock();
+    const Unlocked unlocked(m_mutex);
     callback->func(pictureNumber, callback->data);
-    lock.lock();
 }
 
 }   // namespace orvo::sim

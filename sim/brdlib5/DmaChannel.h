@@ -3,15 +3,15 @@
 #include <condition_variable>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <thread>
 
+#include "os/ThreadSafety.h"
 #include "sim/brdlib5/Applet.h"
 #include "sim/brdlib5/MemoryHead.h"
 #include "sim/brdlib5/Pacer.h"
 #include "sim/brdlib5/brdlib5.h"
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 
@@ -56,30 +56,31 @@ public:
 
 private:
     struct Run;
-    using Lock = std::unique_lock<std::mutex>;
+    using Lock = os::MutexLock;
 
     void runByItself(const std::shared_ptr<Run>& run);
-    std::optional<uint64_t> awaitPicture(Run& run, Lock& lock);
-    std::optional<uint64_t> awaitExposure(Run& run, Lock& lock);
-    std::optional<uint64_t> awaitDueTime(Run& run, Lock& lock);
-    bool takeTurn(Lock& lock, const Run* run);
-    void endTurn();
-    std::optional<Fate> produce(Run& run, uint64_t timestamp, Lock& lock);
-    std::optional<Fate> fillBlock(Run& run, uint64_t timestamp, Lock& lock);
-    void call(int64_t pictureNumber, Lock& lock);
+    std::optional<uint64_t> awaitPicture(Run& run, Lock& lock) ORVO_REQUIRES(m_mutex);
+    std::optional<uint64_t> awaitExposure(Run& run, Lock& lock) ORVO_REQUIRES(m_mutex);
+    std::optional<uint64_t> awaitDueTime(Run& run, Lock& lock) ORVO_REQUIRES(m_mutex);
+    bool beginDelivery(Lock& lock, const Run* run) ORVO_REQUIRES(m_mutex);
+    void endDelivery() ORVO_REQUIRES(m_mutex);
+    std::optional<Fate> produce(Run& run, uint64_t timestamp) ORVO_REQUIRES(m_mutex);
+    std::optional<Fate> fillBlock(Run& run, uint64_t timestamp) ORVO_REQUIRES(m_mutex);
+    void call(int64_t pictureNumber) ORVO_REQUIRES(m_mutex);
 
     const DmaDescription m_description;
     const PictureFaults m_faults;
     DmaAccount& m_account;
     Camera* const m_camera;
 
-    mutable std::mutex m_mutex;
+    mutable os::Mutex m_mutex;
     std::condition_variable m_changed;   // the turn, the run, or a block given back
-    Geometry m_geometry;
-    std::optional<BrdApcControl> m_callback;
-    std::shared_ptr<Run> m_run;              // null while the DMA stands still
-    std::optional<std::thread::id> m_turn;   // who makes a picture or calls back
-    int64_t m_lost = 0;
+    Geometry m_geometry ORVO_GUARDED_BY(m_mutex);
+    std::optional<BrdApcControl> m_callback ORVO_GUARDED_BY(m_mutex);
+    std::shared_ptr<Run> m_run ORVO_GUARDED_BY(m_mutex);   // null while the DMA stands still
+    std::optional<std::thread::id>
+        m_deliverer ORVO_GUARDED_BY(m_mutex);   // who makes a picture or calls back
+    int64_t m_lost ORVO_GUARDED_BY(m_mutex) = 0;
 };
 
 }   // namespace orvo::sim

@@ -1,13 +1,14 @@
 #include "sim/brdlib5/Library.h"
 
+#include <algorithm>
 #include <bit>
 #include <string_view>
 #include <utility>
 
-#include "sim/boardtypes/BoardTypes.h"
 #include "sim/brdlib5/BrdError.h"
-#include "sim/json/JsonValue.h"
+#include "sim/json/Json.h"
 #include "sim/orvo_sim.h"
+#include "sim/seam/BoardTypes.h"
 
 namespace orvo::sim {
 
@@ -37,33 +38,33 @@ Library& Library::instance()
 void Library::init()
 {
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         if (m_users++ > 0)
             return;
-        ++m_lives;
+        ++m_sessions;
         m_heads = 0;
     }
     m_errors.clear();
-    orvo_sim_core()->beginLife();
+    orvo_sim_core()->beginSession();
     orvo_sim_core()->setDelivery(*this);
 }
 
 void Library::free()
 {
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         if (m_users == 0 || --m_users > 0)
             return;
     }
-    for (Slot& slot : m_slots)
-        release(slot);
-    orvo_sim_core()->endLife();
+    for (uint32_t index = 0; index < kMostBoards; ++index)
+        release(index);
+    orvo_sim_core()->endSession();
 }
 
 int32_t Library::boardType(int32_t boardIndex) const
 {
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         if (m_users == 0)
             return kNoSuchBoard;
     }
@@ -93,23 +94,23 @@ void* Library::open(const std::string& path, uint32_t boardIndex)
     const std::string_view problem = orvo_sim_core()->boardsFileError();
     if (!problem.empty())
         throw BrdError(kBadBoardsFile, std::string(problem));
-    Slot& slot = m_slots[boardIndex];
     {
-        const std::lock_guard lock(m_mutex);
-        if (std::exchange(slot.isTaken, true))
+        const os::MutexLock lock(m_mutex);
+        if (std::exchange(m_slots[boardIndex].isTaken, true))
             throw BrdError(kBoardInUse, "Board " + std::to_string(boardIndex) + " is open already");
     }
     try {
         Applet applet = loadApplet(path, boardIndex, description.type);
         auto board = std::make_shared<Board>(boardIndex, description, std::move(applet));
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
+        Slot& slot = m_slots[boardIndex];
         slot.board = std::move(board);
         slot.handle = ++m_openings << 8 | boardIndex << 4 | 8;
         m_errors.set(boardIndex, 0, "");
         orvo_sim_core()->setBoardHandle(boardIndex, slot.handle);
         return handleOf(slot.handle);
     } catch (...) {   // whatever it was, the board can be opened again
-        release(slot);
+        release(boardIndex);
         throw;
     }
 }
@@ -128,26 +129,21 @@ void Library::close(void* handle)
 {
     const std::shared_ptr<Board> closing = board(handle);
     closing->stopAll();   // the handle still works for callbacks that are under way
-    release(m_slots[closing->index()]);
+    release(closing->index());
 }
 
-void Library::release(Slot& slot)
+void Library::release(uint32_t boardIndex)
 {
-    std::shared_ptr<Board> board;
-    {
-        const std::lock_guard lock(m_mutex);
-        board = slot.board;
-    }
-    if (board)
+    if (const std::shared_ptr<Board> board = boardAt(boardIndex))
         board->stopAll();
-    orvo_sim_core()->setBoardHandle(static_cast<uint32_t>(&slot - m_slots.data()), 0);
-    const std::lock_guard lock(m_mutex);
-    slot = {};
+    orvo_sim_core()->setBoardHandle(boardIndex, 0);
+    const os::MutexLock lock(m_mutex);
+    m_slots[boardIndex] = {};
 }
 
 std::shared_ptr<Board> Library::board(const void* handle) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const size_t slot = slotOf(handle);
     if (slot == LastErrors::kNoBoard)
         throw BrdError(kUnknownHandle,
@@ -164,13 +160,13 @@ size_t Library::slotOf(const void* handle) const
 
 size_t Library::errorSlotOf(const void* handle) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return slotOf(handle);
 }
 
 std::shared_ptr<Board> Library::boardAt(uint32_t boardIndex) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return boardIndex < m_slots.size() ? m_slots[boardIndex].board : nullptr;
 }
 
@@ -181,13 +177,13 @@ void* Library::addHead(const void* boardHandle, uint64_t totalSize, int64_t bloc
         throw BrdError(kOutOfRange, "A ring of " + std::to_string(blockCount) + " buffers can't be made");
     if (totalSize > kLargestRing)
         throw BrdError(kTooLarge, "A ring of " + std::to_string(totalSize) + " bytes is above 64 GiB");
-    uint64_t symbol = 0, life = 0;
+    uint64_t symbol = 0, session = 0;
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         symbol = ++m_heads;
-        life = m_lives;
+        session = m_sessions;
     }
-    void* const head = handleOf(life << 40 | symbol << 4);
+    void* const head = handleOf(session << 40 | symbol << 4);
     owner->addHead(head, std::make_shared<MemoryHead>(symbol, blockCount));
     return head;
 }
@@ -225,6 +221,32 @@ int32_t Library::callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumb
     } catch (const BrdError&) {   // no such DMA
         return ORVO_SIM_NOT_RUNNING;
     }
+}
+
+void LastErrors::clear()
+{
+    const os::MutexLock lock(m_mutex);
+    m_entries = {};
+}
+
+void LastErrors::set(size_t slot, int32_t number, std::string_view text)
+{
+    const os::MutexLock lock(m_mutex);
+    m_entries[slot] = {number, std::string(text)};
+}
+
+int32_t LastErrors::number(size_t slot) const
+{
+    const os::MutexLock lock(m_mutex);
+    return m_entries[slot].number;
+}
+
+void LastErrors::copyText(size_t slot, std::span<char> buffer) const
+{
+    const os::MutexLock lock(m_mutex);
+    const size_t length = std::min(m_entries[slot].text.size(), buffer.size() - 1);
+    std::copy_n(m_entries[slot].text.data(), length, buffer.data());
+    buffer[length] = '\0';
 }
 
 }   // namespace orvo::sim

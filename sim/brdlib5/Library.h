@@ -1,16 +1,39 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
+#include <span>
 #include <string>
+#include <string_view>
 
+#include "os/ThreadSafety.h"
 #include "sim/brdlib5/Board.h"
-#include "sim/brdlib5/LastErrors.h"
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
+
+/// The latest failure of each board, and of the calls that have none. Threads: any.
+class LastErrors {
+public:
+    static constexpr size_t kNoBoard = 8;   // the slot behind those of the board indices
+
+    void clear();
+    void set(size_t slot, int32_t number, std::string_view text);
+    int32_t number(size_t slot) const;
+    /// Copies the text, cut if need be, with a NUL.
+    void copyText(size_t slot, std::span<char> buffer) const;
+
+private:
+    struct Entry {
+        int32_t number = 0;
+        std::string text;
+    };
+
+    mutable os::Mutex m_mutex;
+    std::array<Entry, kNoBoard + 1> m_entries ORVO_GUARDED_BY(m_mutex);
+};
 
 /// The library as a whole: its nested lives, the open boards by handle, the failures. Handles are numbers
 /// that are never given out twice, so one that has ended is found out. Threads: any, but init() and free()
@@ -56,20 +79,20 @@ private:
     Library() = default;
     BoardDescription described(uint32_t boardIndex) const;
     Applet loadApplet(const std::string& path, uint32_t boardIndex, int32_t type) const;
-    /// LastErrors::kNoBoard for a handle of no open board. The caller of the first holds the mutex.
-    size_t slotOf(const void* handle) const;
+    /// LastErrors::kNoBoard for a handle of no open board.
+    size_t slotOf(const void* handle) const ORVO_REQUIRES(m_mutex);
     size_t errorSlotOf(const void* handle) const;
     std::shared_ptr<Board> boardAt(uint32_t boardIndex) const;
-    void release(Slot& slot);
+    void release(uint32_t boardIndex);
 
     LastErrors m_errors;
 
-    mutable std::mutex m_mutex;
-    std::array<Slot, kMostBoards> m_slots;
-    uint32_t m_users = 0;
-    uint64_t m_openings = 0;   // in the process's time: part of a board's handle
-    uint64_t m_lives = 0;      // likewise, of a memory head's
-    uint64_t m_heads = 0;      // made in this life
+    mutable os::Mutex m_mutex;
+    std::array<Slot, kMostBoards> m_slots ORVO_GUARDED_BY(m_mutex);
+    uint32_t m_users ORVO_GUARDED_BY(m_mutex) = 0;
+    uint64_t m_openings ORVO_GUARDED_BY(m_mutex) = 0;   // in the process's time: part of a board's handle
+    uint64_t m_sessions ORVO_GUARDED_BY(m_mutex) = 0;   // likewise, of a memory head's
+    uint64_t m_heads ORVO_GUARDED_BY(m_mutex) = 0;      // made in this life
 };
 
 }   // namespace orvo::sim

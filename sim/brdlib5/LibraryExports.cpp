@@ -1,14 +1,13 @@
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string>
-#include <string_view>
-#include <vector>
 
-#include "sim/boardtypes/BoardTypes.h"
-#include "sim/brdlib5/BoardClock.h"
-#include "sim/brdlib5/Call.h"
-#include "sim/brdlib5/Outcomes.h"
+#include "sim/brdlib5/BoardCall.h"
+#include "sim/brdlib5/Library.h"
+#include "sim/brdlib5/Pacer.h"
 #include "sim/brdlib5/brdlib5.h"
+#include "sim/seam/BoardTypes.h"
 
 using namespace orvo::sim;
 
@@ -38,9 +37,9 @@ std::string systemInformation(const void* board, int32_t code, int32_t boardInde
     case kBoardTextCode:
         return Library::instance().boardText(boardIndex);
     case kAppletFileCode: {
-        const Applet& applet = Library::instance().board(board)->applet();
-        orvo_sim_core()->setAppletInfo(applet.info);
-        return applet.file;
+        const auto opened = Library::instance().board(board);
+        orvo_sim_core()->setAppletInfo(opened->applet().info);
+        return opened->applet().file;
     }
     default:
         throw BrdError(kUnknownCode, "There is no system information " + std::to_string(code));
@@ -49,119 +48,87 @@ std::string systemInformation(const void* board, int32_t code, int32_t boardInde
 
 void* openBoard(const char* function, const char* path, uint32_t boardIndex, int32_t flags)
 {
-    return exported<void*>(
-        function, nullptr,
-        [&](Words& words) {
-            words.text("path", path).number("boardIndex", boardIndex).number("flags", flags);
-        },
-        [&] {
-            if (!path)
-                throw BrdError(kNullArgument, "The applet's path is null");
-            return Library::instance().open(path, boardIndex);
-        },
-        PointerOutcome(nullptr, [](void* board) { return boardSymbol(board); }));
+    return libraryCall(function, named("path", path), named("boardIndex", boardIndex), named("flags", flags))
+        .run(
+            [&] {
+                if (!path)
+                    throw BrdError(kNullArgument, "The applet's path is null");
+                return Library::instance().open(path, boardIndex);
+            },
+            AddressOut(boardSymbol));
 }
 
-/// It has no result, and frees whatever the script says.
-struct FreeOutcome {
-    int32_t scripted(const CallPass&) const
-    {
-        Library::instance().free();
-        return 0;
-    }
-    void show(Words&, int32_t) const {}
+/// It frees whatever the script says.
+struct FreeAnyway : NothingOut {
+    static void take(const CallPass&) { Library::instance().free(); }
 };
 
 }   // namespace
 
 int32_t Brd_InitLibraries(const char* directory)
 {
-    return exported<int32_t>(
-        "Brd_InitLibraries", nullptr, [&](Words& words) { words.text("directory", directory); },
-        [] {
-            Library::instance().init();
-            return 0;
-        });
+    return libraryCall(__func__, named("directory", directory)).run([] { Library::instance().init(); });
 }
 
 void Brd_FreeLibraries()
 {
-    exported<int32_t>(
-        "Brd_FreeLibraries", nullptr, [](Words&) {},
-        [] {
-            Library::instance().free();
-            return 0;
-        },
-        FreeOutcome{});
+    const auto body = [] {
+        Library::instance().free();
+        return NoResult{};
+    };
+    libraryCall(__func__).run(body, FreeAnyway{});
 }
 
 int32_t Brd_getBoardType(int32_t boardIndex)
 {
-    return exported<int32_t>(
-        "Brd_getBoardType", nullptr, [&](Words& words) { words.number("boardIndex", boardIndex); },
-        [&] { return Library::instance().boardType(boardIndex); });
+    return libraryCall(__func__, named("boardIndex", boardIndex)).run([&] {
+        return Library::instance().boardType(boardIndex);
+    });
 }
 
 const char* Brd_getBoardNameByType(int32_t type, int32_t one)
 {
-    return exported<const char*>(
-        "Brd_getBoardNameByType", nullptr,
-        [&](Words& words) { words.number("type", type).number("one", one); },
-        [&] { return keptText(boardNameOf(type)); });
+    return libraryCall(__func__, named("type", type), named("one", one)).run([&] {
+        return keptText(boardNameOf(type));
+    });
 }
 
 int32_t Brd_getSystemInformation(void* board, int32_t code, int32_t property, int32_t boardIndex,
                                  void* buffer, uint32_t* length)
 {
-    return exported<int32_t>(
-        "Brd_getSystemInformation", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board)).number("code", code).number("property", property);
-            words.number("boardIndex", boardIndex).pointer("buffer", buffer);
-            if (buffer && length)
-                words.number("length", *length);
-        },
-        [&] {
-            const std::string text = systemInformation(board, code, boardIndex);
-            handOut(std::as_bytes(std::span(text.c_str(), text.size() + 1)), buffer, length);
-            return 0;
-        },
-        BufferOutcome(board, buffer, length));
+    const auto body = [&] {
+        const std::string text = systemInformation(board, code, boardIndex);
+        handOut(std::as_bytes(std::span(text.c_str(), text.size() + 1)), buffer, length);
+    };
+    return boardCall(__func__, board, named("code", code), named("property", property),
+                     named("boardIndex", boardIndex), bufferArgument(buffer, length))
+        .run(body, BufferOut(buffer, length));
 }
 
 void* Brd_InitEx(const char* path, uint32_t boardIndex, int32_t flags)
 {
-    return openBoard("Brd_InitEx", path, boardIndex, flags);
+    return openBoard(__func__, path, boardIndex, flags);
 }
 
 void* Brd_InitConfigEx(const char* path, uint32_t boardIndex, int32_t flags)
 {
-    return openBoard("Brd_InitConfigEx", path, boardIndex, flags);
+    return openBoard(__func__, path, boardIndex, flags);
 }
 
 int32_t Brd_FreeGrabber(void* board)
 {
-    return exported<int32_t>(
-        "Brd_FreeGrabber", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
-        [&] {
-            Library::instance().close(board);
-            return 0;
-        });
+    return boardCall(__func__, board).run([&] { Library::instance().close(board); });
 }
 
 int32_t Brd_getLastErrorNumber(void* board)
 {
-    return exported<int32_t>(
-        "Brd_getLastErrorNumber", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
-        [&] { return Library::instance().lastErrorNumber(board); });
+    return boardCall(__func__, board).run([&] { return Library::instance().lastErrorNumber(board); });
 }
 
 const char* Brd_getLastErrorDescription(void* board)
 {
-    return exported<const char*>(
-        "Brd_getLastErrorDescription", board, [&](Words& words) { words.word("board", boardSymbol(board)); },
-        [&]() -> const char* {
-            Library::instance().copyLastErrorText(board, g_text);
-            return g_text.data();
-        });
+    return boardCall(__func__, board).run([&]() -> const char* {
+        Library::instance().copyLastErrorText(board, g_text);
+        return g_text.data();
+    });
 }

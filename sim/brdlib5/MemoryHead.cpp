@@ -1,6 +1,7 @@
 #include "sim/brdlib5/MemoryHead.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "sim/brdlib5/BrdError.h"
@@ -11,7 +12,7 @@ MemoryHead::MemoryHead(uint64_t symbol, int64_t blockCount) : m_symbol(symbol), 
 
 void MemoryHead::add(void* address, uint64_t size, int64_t index)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     refuseInUse();
     if (index < 0 || index >= m_blockCount)
         throw BrdError(kUnknownBlock, "The memory head was made for " + std::to_string(m_blockCount) +
@@ -25,7 +26,7 @@ void MemoryHead::add(void* address, uint64_t size, int64_t index)
 
 void MemoryHead::remove(int64_t index)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     refuseInUse();
     Block& block = blockAt(index);
     forgetPicture(block);
@@ -35,7 +36,7 @@ void MemoryHead::remove(int64_t index)
 
 void MemoryHead::giveBack(int64_t index)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     Block& block = blockAt(index);
     if (block.state == State::Blocked)   // one that is just being filled isn't the caller's to give
         free(block);
@@ -43,13 +44,13 @@ void MemoryHead::giveBack(int64_t index)
 
 void MemoryHead::requireIdle() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     refuseInUse();
 }
 
 void MemoryHead::beginUse()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     refuseInUse();
     if (m_blocks.empty())
         throw BrdError(kUnknownBlock, "The memory head has no buffers");
@@ -60,28 +61,24 @@ void MemoryHead::beginUse()
 
 void MemoryHead::endUse()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_inUse = false;
 }
 
 size_t MemoryHead::freeCount() const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_freeCount;
 }
 
 std::optional<MemoryHead::Taken> MemoryHead::takeNext()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     if (m_freeCount == 0)
         return std::nullopt;
     auto next = m_blocks.upper_bound(m_lastTaken);
-    const auto stepOn = [&] {
-        if (next == m_blocks.end())
-            next = m_blocks.begin();
-    };
-    for (stepOn(); next->second.state != State::Free; stepOn())
-        ++next;
+    while (next == m_blocks.end() || next->second.state != State::Free)
+        next = next == m_blocks.end() ? m_blocks.begin() : std::next(next);
     Block& block = next->second;
     forgetPicture(block);
     block.state = State::Filling;
@@ -92,7 +89,7 @@ std::optional<MemoryHead::Taken> MemoryHead::takeNext()
 
 void MemoryHead::publish(int64_t index, int64_t picture, uint64_t timestamp)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     Block& block = blockAt(index);
     block.state = State::Blocked;
     block.picture = picture;
@@ -102,13 +99,13 @@ void MemoryHead::publish(int64_t index, int64_t picture, uint64_t timestamp)
 
 void MemoryHead::putBack(int64_t index)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     free(blockAt(index));
 }
 
 std::optional<MemoryHead::Found> MemoryHead::find(int64_t picture) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto found = m_indexOfPicture.find(picture);
     if (found == m_indexOfPicture.end())
         return std::nullopt;
@@ -118,7 +115,7 @@ std::optional<MemoryHead::Found> MemoryHead::find(int64_t picture) const
 
 std::optional<int64_t> MemoryHead::indexOf(const void* address) const
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const auto found = std::find_if(m_blocks.begin(), m_blocks.end(),
                                     [&](const auto& entry) { return entry.second.address == address; });
     return found == m_blocks.end() ? std::nullopt : std::optional(found->first);

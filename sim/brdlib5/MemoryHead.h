@@ -3,12 +3,27 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <span>
 #include <unordered_map>
 
+#include "os/ThreadSafety.h"
+
 namespace orvo::sim {
+
+/// Image numbers name what picture numbers name, but are other numbers: a caller that takes the one for the
+/// other finds nothing.
+inline constexpr int64_t kFirstImageNumber = 1'000'000'000;
+
+constexpr int64_t imageOfPicture(int64_t pictureNumber)
+{
+    return kFirstImageNumber + pictureNumber;
+}
+
+constexpr int64_t pictureOfImage(int64_t imageNumber)
+{
+    return imageNumber < kFirstImageNumber ? 0 : imageNumber - kFirstImageNumber;   // 0: no picture
+}
 
 /// A ring of blocks that the caller owns. A block is free until the board takes it, blocked from then until
 /// the caller gives it back, whatever starts and stops meanwhile. Nothing here touches a block's memory.
@@ -66,21 +81,20 @@ private:
         uint64_t timestamp = 0;
     };
 
-    // The caller holds the mutex.
-    void refuseInUse() const;
-    Block& blockAt(int64_t index);
-    void forgetPicture(Block& block);
-    void free(Block& block);
+    void refuseInUse() const ORVO_REQUIRES(m_mutex);
+    Block& blockAt(int64_t index) ORVO_REQUIRES(m_mutex);
+    void forgetPicture(Block& block) ORVO_REQUIRES(m_mutex);
+    void free(Block& block) ORVO_REQUIRES(m_mutex);
 
     const uint64_t m_symbol;
     const int64_t m_blockCount;
 
-    mutable std::mutex m_mutex;
-    std::map<int64_t, Block> m_blocks;
-    std::unordered_map<int64_t, int64_t> m_indexOfPicture;
-    size_t m_freeCount = 0;
-    int64_t m_lastTaken = -1;
-    bool m_inUse = false;
+    mutable os::Mutex m_mutex;
+    std::map<int64_t, Block> m_blocks ORVO_GUARDED_BY(m_mutex);
+    std::unordered_map<int64_t, int64_t> m_indexOfPicture ORVO_GUARDED_BY(m_mutex);
+    size_t m_freeCount ORVO_GUARDED_BY(m_mutex) = 0;
+    int64_t m_lastTaken ORVO_GUARDED_BY(m_mutex) = -1;
+    bool m_inUse ORVO_GUARDED_BY(m_mutex) = false;
 };
 
 }   // namespace orvo::sim

@@ -4,9 +4,19 @@
 #include <cstdint>
 #include <random>
 
-#include "sim/core/Core.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
+
+/// The clock that time stamps are taken from. Ticks of 8 ns.
+inline constexpr uint64_t kTimestampFrequency = 125'000'000;
+
+using BoardTicks = std::chrono::duration<uint64_t, std::ratio<1, kTimestampFrequency>>;
+
+inline uint64_t timestampOf(std::chrono::steady_clock::time_point time)
+{
+    return std::chrono::duration_cast<BoardTicks>(time.time_since_epoch()).count();
+}
 
 /// When the pictures of one run are due. The schedule is absolute: a late picture doesn't delay those behind
 /// it. The first picture comes one picture time after the start, and never before kFirstExposure. Threads:

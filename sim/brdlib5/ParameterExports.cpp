@@ -1,54 +1,45 @@
 #include <optional>
-#include <span>
 #include <string>
-#include <vector>
 
-#include "sim/brdlib5/BuiltInParameters.h"
-#include "sim/brdlib5/Call.h"
-#include "sim/brdlib5/ImageNumber.h"
-#include "sim/brdlib5/Outcomes.h"
+#include "sim/brdlib5/BoardCall.h"
+#include "sim/brdlib5/Library.h"
+#include "sim/brdlib5/ParameterDescription.h"
 #include "sim/brdlib5/brdlib5.h"
 
 using namespace orvo::sim;
 
 namespace {
 
-/// For the journal, which must not fail with the call: nothing for what isn't known.
-std::optional<ValueType> typeOf(const void* board, int32_t id)
+// For the journal, which must not fail with the call: nothing for what isn't known.
+
+template <typename Ask>
+auto orNothing(Ask ask) -> std::optional<decltype(ask())>
 {
     try {
-        return Library::instance().board(board)->parameters().byId(id).type;
+        return ask();
     } catch (const BrdError&) {
         return std::nullopt;
     }
 }
 
-std::optional<ValueType> knownType(int32_t code)
+/// The type of a board's parameter.
+auto typeOf(const void* board, int32_t id)
 {
-    try {
-        return valueTypeOf(code);
-    } catch (const BrdError&) {
-        return std::nullopt;
-    }
+    return [=] {
+        return orNothing([&] { return Library::instance().board(board)->parameters().byId(id).type; });
+    };
+}
+
+/// The type that a caller names.
+auto typeOf(int32_t code)
+{
+    return [=] { return orNothing([&] { return valueTypeOf(code); }); };
 }
 
 bool takesWord(const void* board, int32_t id)
 {
-    try {
-        return Library::instance().board(board)->parameters().byId(id).takesWord;
-    } catch (const BrdError&) {
-        return false;
-    }
-}
-
-void describeValue(Words& words, std::optional<ValueType> type, const void* value)
-{
-    if (!value)
-        words.word("value", "null");
-    else if (type)
-        words.word("value", valueSymbol(readValue(*type, value)));
-    else
-        words.word("value", "?");
+    const auto takes = [&] { return Library::instance().board(board)->parameters().byId(id).takesWord; };
+    return orNothing(takes).value_or(false);
 }
 
 void requireValue(const void* value)
@@ -57,29 +48,26 @@ void requireValue(const void* value)
         throw BrdError(kNullArgument, "The value pointer is null");
 }
 
-int32_t readParameter(const void* board, int32_t id, void* value, uint32_t scope,
-                      std::optional<int32_t> typeCode)
+void readParameter(const void* board, int32_t id, void* value, uint32_t scope,
+                   std::optional<int32_t> typeCode)
 {
     requireValue(value);
     const auto owner = Library::instance().board(board);
     const Parameter& parameter = owner->parameters().byId(id);
     const int64_t word = parameter.takesWord ? std::get<int64_t>(readValue(ValueType::Int32, value)) : 0;
     writeValue(typeCode ? valueTypeOf(*typeCode) : parameter.type, parameter.get(scope, word), value);
-    return 0;
 }
 
-int32_t writeParameter(const void* board, int32_t id, const void* value, uint32_t scope,
-                       std::optional<int32_t> typeCode)
+void writeParameter(const void* board, int32_t id, const void* value, uint32_t scope,
+                    std::optional<int32_t> typeCode)
 {
     requireValue(value);
     const auto owner = Library::instance().board(board);
     const ValueType type = typeCode ? valueTypeOf(*typeCode) : owner->parameters().byId(id).type;
     owner->parameters().set(id, scope, type, value);
-    return 0;
 }
 
-int32_t readTimestamp(const void* board, void* value, uint32_t dma, const void* memoryHead,
-                      int64_t imageNumber)
+void readTimestamp(const void* board, void* value, uint32_t dma, const void* memoryHead, int64_t imageNumber)
 {
     requireValue(value);
     const auto owner = Library::instance().board(board);
@@ -88,126 +76,84 @@ int32_t readTimestamp(const void* board, void* value, uint32_t dma, const void* 
     if (!found)
         throw BrdError(kUnknownPicture, "There is no image " + std::to_string(imageNumber));
     writeValue(ValueType::UInt64, found->timestamp, value);
-    return 0;
 }
 
-int32_t readProperty(const void* board, int32_t id, int32_t property, std::optional<uint32_t> scope,
-                     void* buffer, int32_t* length)
+void readProperty(const void* board, int32_t id, int32_t property, std::optional<uint32_t> scope,
+                  void* buffer, int32_t* length)
 {
     const auto owner = Library::instance().board(board);
     handOut(owner->parameters().property(id, property, scope.value_or(owner->firstDma())), buffer, length);
-    return 0;
 }
 
 }   // namespace
 
 int32_t Brd_getParameterIdByName(void* board, const char* name)
 {
-    return exported<int32_t>(
-        "Brd_getParameterIdByName", board,
-        [&](Words& words) { words.word("board", boardSymbol(board)).text("name", name); },
-        [&] {
-            requireValue(name);
-            return Library::instance().board(board)->parameters().idOf(name);
-        });
+    return boardCall(__func__, board, named("name", name)).run([&] {
+        requireValue(name);
+        return Library::instance().board(board)->parameters().idOf(name);
+    });
 }
 
 int32_t Brd_getParameter(void* board, int32_t id, void* value, uint32_t dma)
 {
-    const auto type = [&] { return typeOf(board, id); };
-    return exported<int32_t>(
-        "Brd_getParameter", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board)).number("id", id);
-            if (takesWord(board, id))
-                describeValue(words, type(), value);
-            words.number("dma", dma);
-        },
-        [&] { return readParameter(board, id, value, dma, std::nullopt); },
-        ValueOutcome(board, value, type()));
+    const auto wordArgument = [&](CallText& text) {
+        if (takesWord(board, id))
+            valueArgument(value, typeOf(board, id))(text);
+    };
+    return boardCall(__func__, board, named("id", id), wordArgument, named("dma", dma))
+        .run([&] { readParameter(board, id, value, dma, std::nullopt); },
+             ParameterOut(value, typeOf(board, id)));
 }
 
 int32_t Brd_setParameter(void* board, int32_t id, const void* value, uint32_t dma)
 {
-    return exported<int32_t>(
-        "Brd_setParameter", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board)).number("id", id);
-            describeValue(words, typeOf(board, id), value);
-            words.number("dma", dma);
-        },
-        [&] { return writeParameter(board, id, value, dma, std::nullopt); });
+    return boardCall(__func__, board, named("id", id), valueArgument(value, typeOf(board, id)),
+                     named("dma", dma))
+        .run([&] { writeParameter(board, id, value, dma, std::nullopt); });
 }
 
 int32_t Brd_getParameterWithType(void* board, int32_t id, void* value, uint32_t dma, int32_t type)
 {
-    return exported<int32_t>(
-        "Brd_getParameterWithType", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board)).number("id", id).number("dma", dma).number("type", type);
-        },
-        [&] { return readParameter(board, id, value, dma, type); },
-        ValueOutcome(board, value, knownType(type)));
+    return boardCall(__func__, board, named("id", id), named("dma", dma), named("type", type))
+        .run([&] { readParameter(board, id, value, dma, type); }, ParameterOut(value, typeOf(type)));
 }
 
 int32_t Brd_setParameterWithType(void* board, int32_t id, const void* value, uint32_t dma, int32_t type)
 {
-    return exported<int32_t>(
-        "Brd_setParameterWithType", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board)).number("id", id);
-            describeValue(words, knownType(type), value);
-            words.number("dma", dma).number("type", type);
-        },
-        [&] { return writeParameter(board, id, value, dma, type); });
+    return boardCall(__func__, board, named("id", id), valueArgument(value, typeOf(type)), named("dma", dma),
+                     named("type", type))
+        .run([&] { writeParameter(board, id, value, dma, type); });
 }
 
 int32_t Brd_getParameterEx(void* board, int32_t id, void* value, uint32_t dma, void* memoryHead,
                            int64_t imageNumber)
 {
-    return exported<int32_t>(
-        "Brd_getParameterEx", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board)).number("id", id).number("dma", dma);
-            words.word("head", headSymbol(board, memoryHead)).number("imageNumber", imageNumber);
-        },
-        [&] {
-            return id == built_in::kTimestamp.id ? readTimestamp(board, value, dma, memoryHead, imageNumber)
-                                                 : readParameter(board, id, value, dma, std::nullopt);
-        },
-        ValueOutcome(board, value, id == built_in::kTimestamp.id ? ValueType::UInt64 : typeOf(board, id)));
+    const bool isTimestamp = id == built_in::kTimestamp.id;
+    const auto body = [&] {
+        if (isTimestamp)
+            readTimestamp(board, value, dma, memoryHead, imageNumber);
+        else
+            readParameter(board, id, value, dma, std::nullopt);
+    };
+    const auto type = [&] { return isTimestamp ? ValueType::UInt64 : typeOf(board, id)(); };
+    return boardCall(__func__, board, named("id", id), named("dma", dma), headArgument(board, memoryHead),
+                     named("imageNumber", imageNumber))
+        .run(body, ParameterOut(value, type));
 }
 
 int32_t Brd_getParameterProperty(void* board, int32_t id, int32_t property, void* buffer, int32_t* length)
 {
-    return exported<int32_t>(
-        "Brd_getParameterProperty", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board))
-                .number("id", id)
-                .number("property", property)
-                .pointer("buffer", buffer);
-            if (buffer && length)
-                words.number("length", *length);
-        },
-        [&] { return readProperty(board, id, property, std::nullopt, buffer, length); },
-        BufferOutcome(board, buffer, length));
+    return boardCall(__func__, board, named("id", id), named("property", property),
+                     bufferArgument(buffer, length))
+        .run([&] { readProperty(board, id, property, std::nullopt, buffer, length); },
+             BufferOut(buffer, length));
 }
 
 int32_t Brd_getParameterPropertyEx(void* board, int32_t id, int32_t property, uint32_t dma, void* buffer,
                                    int32_t* length)
 {
-    return exported<int32_t>(
-        "Brd_getParameterPropertyEx", board,
-        [&](Words& words) {
-            words.word("board", boardSymbol(board))
-                .number("id", id)
-                .number("property", property)
-                .number("dma", dma);
-            words.pointer("buffer", buffer);
-            if (buffer && length)
-                words.number("length", *length);
-        },
-        [&] { return readProperty(board, id, property, dma, buffer, length); },
-        BufferOutcome(board, buffer, length));
+    return boardCall(__func__, board, named("id", id), named("property", property), named("dma", dma),
+                     bufferArgument(buffer, length))
+        .run([&] { readProperty(board, id, property, dma, buffer, length); }, BufferOut(buffer, length));
 }

@@ -111,4 +111,19 @@ std::vector<std::byte> ParameterTable::property(int32_t id, int32_t code, uint32
     throw BrdError(kUnknownCode, parameter.name + " has no property " + std::to_string(code));
 }
 
+Value StoredParameter::get(uint32_t dma) const
+{
+    const os::MutexLock lock(m_mutex);
+    const auto found = m_written.find(dma);
+    return found == m_written.end() ? m_description.value : found->second;
+}
+
+void StoredParameter::set(uint32_t dma, const Value& value)
+{
+    if (!m_description.takes(value))
+        throw BrdError(kOutOfRange, m_description.name + " can't be " + textOf(value));
+    const os::MutexLock lock(m_mutex);
+    m_written[dma] = value;
+}
+
 }   // namespace orvo::sim

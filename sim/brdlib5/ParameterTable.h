@@ -3,14 +3,32 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "os/ThreadSafety.h"
 #include "sim/brdlib5/ParameterDescription.h"
 #include "sim/brdlib5/Value.h"
 
 namespace orvo::sim {
+
+/// What an open board keeps of a described parameter: a value for each DMA. Threads: any.
+class StoredParameter {
+public:
+    /// The description must outlive it.
+    explicit StoredParameter(const ParameterDescription& description) : m_description(description) {}
+
+    Value get(uint32_t dma) const;
+    /// `value` in the form of the parameter's type. Throws BrdError for one that it doesn't take.
+    void set(uint32_t dma, const Value& value);
+
+private:
+    const ParameterDescription& m_description;
+    mutable os::Mutex m_mutex;
+    std::map<uint32_t, Value> m_written ORVO_GUARDED_BY(m_mutex);   // by DMA id
+};
 
 /// A parameter of an open board's applet.
 struct Parameter {

@@ -5,97 +5,117 @@
 #include <cstdint>
 #include <cstring>
 #include <exception>
-#include <string>
+#include <type_traits>
 
-#include "sim/cameralib/CameraError.h"
+#include "sim/call/Call.h"
 #include "sim/cameralib/Handles.h"
-#include "sim/core/Core.h"
-#include "sim/words/Words.h"
+#include "sim/seam/BoardTypes.h"
+#include "sim/seam/Camera.h"
 
+/// What both camera libraries need for their exports.
 namespace orvo::sim {
 
-/// A call that hands out nothing but its result.
-struct NothingOut {
-    void take(const CallPass&) const {}
-    void show(Words&) const {}
+struct CameraFailure {
+    static int32_t numberOf(const std::exception& error);
+    [[noreturn]] static void refuse(int32_t number);
 };
 
-/// A call that writes a value behind a pointer. `show(words)` says in the journal what was written.
-template <typename Value, typename Show>
+template <typename... Arguments>
+auto cameraCall(const char* function, Arguments... arguments)
+{
+    return Call(function, CameraFailure{}, arguments...);
+}
+
+inline auto libraryArgument(uint64_t library)
+{
+    return symbol("library", [=] { return Handles::instance().librarySymbol(library); });
+}
+
+inline auto cameraArgument(uint64_t camera)
+{
+    return symbol("camera", [=] { return Handles::instance().cameraSymbol(camera); });
+}
+
+/// A value behind a pointer; `argumentOf(value)` writes it as it would write an argument. What a call that
+/// the script answers leaves alone isn't shown.
+template <typename Value, typename ArgumentOf>
 struct ValueOut {
-    ValueOut(Value* pointer, Show inWords) : value(pointer), showValue(inWords) {}
+    ValueOut(Value* pointer, ArgumentOf argument) : value(pointer), argumentOf(argument) {}
 
     void take(const CallPass& pass) const
     {
         if (pass.bytes && value)
             std::memcpy(value, pass.bytes, std::min(pass.size, sizeof *value));
     }
-    void show(Words& words) const
+    void show(CallText& text, const CallPass& pass) const
     {
-        if (value)
-            showValue(words);
+        if (value && (!pass.answered || pass.bytes))
+            argumentOf (*value)(text);
     }
 
     Value* value;
-    Show showValue;
+    ArgumentOf argumentOf;
 };
 
-/// A call that hands out the address of a text: the script's bytes are that text.
+/// The address of a text: the script's bytes are that text.
 struct TextOut {
-    void take(const CallPass& pass) const
-    {
-        if (pass.bytes && text)
-            *text = reinterpret_cast<char*>(const_cast<std::byte*>(pass.bytes));   // a copy for good
-    }
-    void show(Words& words) const
-    {
-        if (text)
-            words.text("text", *text);
-    }
+    void take(const CallPass& pass) const;
+    void show(CallText& out, const CallPass& pass) const;
 
     char** text;
 };
 
-/// The frame of every exported function: journal, script, and failures as the libraries report them.
-/// `describe(Words&)` writes the arguments, `body()` does the work, answers the result and may throw
-/// CameraError; `out` is one of those above.
-template <typename Describe, typename Body, typename Out = NothingOut>
-int32_t cameraCall(const char* function, Describe describe, Body body, Out out = {})
+/// Throws CameraError unless there is a board of that index whose cameras are of that family.
+void requireFamily(uint32_t boardIndex, const CameraFamily& family);
+
+/// The camera behind a handle. Throws CameraError for a handle that has ended.
+Camera& cameraOf(uint64_t handle);
+
+/// The frame of the function that describes a camera: null for a handle that has ended, and for a camera
+/// that doesn't answer. `record(handle)` makes the record of a handle whose identity has just been read,
+/// under its mutex.
+const void* describeCamera(const char* function, uint64_t camera,
+                           const void* (*record)(CameraHandle& handle));
+
+// Parameters: the frames of the functions of ParameterFunctions.h.
+
+ParameterValue parameterValueOf(const char* text);
+ParameterValue parameterValueOf(double number);
+template <std::integral Number>
+ParameterValue parameterValueOf(Number number)
 {
-    const auto guarded = [&]() -> int32_t {
-        try {
-            return body();
-        } catch (const CameraError& error) {
-            return static_cast<int32_t>(error.status());
-        } catch (const std::exception&) {
-            return static_cast<int32_t>(CameraStatus::InternalFault);
-        }
+    ParameterValue value;
+    value.integer = number;
+    return value;
+}
+void writeParameter(uint64_t camera, const char* name, ParameterType type, const ParameterValue& value);
+
+template <typename Value>
+int32_t setParameter(const char* function, ParameterType type, uint64_t camera, const char* name, Value value)
+{
+    const char* const valueName = std::is_pointer_v<Value> ? "text" : "value";
+    return cameraCall(function, cameraArgument(camera), named("name", name), named(valueName, value))
+        .run([&] { writeParameter(camera, name, type, parameterValueOf(value)); });
+}
+
+/// Reads a parameter for the pointer that it is handed out by. Throws CameraError for a null one.
+ParameterValue readParameter(uint64_t camera, const char* name, ParameterType type, const void* out);
+int32_t getParameter(const char* function, ParameterType type, uint64_t camera, const char* name,
+                     char** text);
+
+template <typename Number>
+int32_t getParameter(const char* function, ParameterType type, uint64_t camera, const char* name,
+                     Number* value)
+{
+    const auto body = [&] {
+        const ParameterValue read = readParameter(camera, name, type, value);
+        *value = std::is_floating_point_v<Number> ? static_cast<Number>(read.real)
+                                                  : static_cast<Number>(read.integer);
     };
-    CallRecorder& calls = orvo_sim_core()->calls();
-    if (!calls.isWatching())
-        return guarded();
-    Words arguments;
-    describe(arguments);
-    const CallPass pass = calls.enter(function, arguments.str());
-    if (pass.answered)
-        out.take(pass);
-    const auto result = pass.answered ? static_cast<int32_t>(pass.result) : guarded();
-    Words rest;
-    rest.result(std::to_string(result));
-    if (result == 0 && (!pass.answered || pass.bytes))
-        out.show(rest);
-    calls.leave(pass, rest.str());
-    return result;
+    return cameraCall(function, cameraArgument(camera), named("name", name))
+        .run(body, ValueOut(value, [](Number number) { return named("value", number); }));
 }
 
-inline Words& describeLibrary(Words& words, uint64_t library)
-{
-    return words.word("library", Handles::instance().librarySymbol(library));
-}
-
-inline Words& describeCamera(Words& words, uint64_t camera)
-{
-    return words.word("camera", Handles::instance().cameraSymbol(camera));
-}
+int32_t executeCommand(const char* function, uint64_t camera, const char* name);
 
 }   // namespace orvo::sim

@@ -1,8 +1,7 @@
 #include "sim/cameralib/Handles.h"
 
-#include "sim/cameralib/CameraError.h"
-#include "sim/core/Core.h"
-#include "sim/words/Words.h"
+#include "sim/call/CallText.h"
+#include "sim/seam/Core.h"
 
 namespace orvo::sim {
 
@@ -12,13 +11,12 @@ Handles& Handles::instance()
     return *only;
 }
 
-/// The caller of the private operations holds the mutex.
-void Handles::endOfOldLives()
+void Handles::endOldSessions()
 {
-    const uint64_t life = orvo_sim_core()->life();
-    if (m_life == life)
+    const uint64_t session = orvo_sim_core()->session();
+    if (m_session == session)
         return;
-    m_life = life;
+    m_session = session;
     m_given = 0;
     m_symbols = 0;
     m_libraries.clear();
@@ -27,12 +25,12 @@ void Handles::endOfOldLives()
 
 uint64_t Handles::newNumber()
 {
-    return m_life << 40 | ++m_given << 4 | 8;
+    return m_session << 40 | ++m_given << 4 | 8;
 }
 
 Handles::OpenLibrary& Handles::opened(uint64_t library)
 {
-    endOfOldLives();
+    endOldSessions();
     const auto found = m_libraries.find(library);
     if (found == m_libraries.end())
         throw CameraError(CameraStatus::UnknownLibrary);
@@ -41,8 +39,8 @@ Handles::OpenLibrary& Handles::opened(uint64_t library)
 
 uint64_t Handles::openLibrary(uint32_t boardIndex)
 {
-    const std::lock_guard lock(m_mutex);
-    endOfOldLives();
+    const os::MutexLock lock(m_mutex);
+    endOldSessions();
     const uint64_t handle = newNumber();
     m_libraries[handle] = {boardIndex, {}};
     return handle;
@@ -50,7 +48,7 @@ uint64_t Handles::openLibrary(uint32_t boardIndex)
 
 void Handles::closeLibrary(uint64_t library)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     opened(library);
     m_libraries.erase(library);
     for (auto entry = m_cameras.begin(); entry != m_cameras.end();) {
@@ -65,13 +63,13 @@ void Handles::closeLibrary(uint64_t library)
 
 uint32_t Handles::boardOf(uint64_t library)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return opened(library).boardIndex;
 }
 
 void Handles::scan(uint64_t library, uint32_t mask, uint32_t maskedPorts)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     OpenLibrary& searched = opened(library);
     searched.found.clear();
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
@@ -84,7 +82,7 @@ void Handles::scan(uint64_t library, uint32_t mask, uint32_t maskedPorts)
 
 std::vector<uint32_t> Handles::found(uint64_t library)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     const OpenLibrary& searched = opened(library);
     std::vector<uint32_t> ports;
     for (uint32_t port = 0; port < Core::kMostPorts; ++port) {
@@ -97,7 +95,7 @@ std::vector<uint32_t> Handles::found(uint64_t library)
 
 uint64_t Handles::addCamera(uint64_t library, uint32_t port)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     Camera* const camera = orvo_sim_core()->camera(opened(library).boardIndex, port);
     if (!camera)
         throw CameraError(CameraStatus::NoCamera);
@@ -115,8 +113,8 @@ uint64_t Handles::addCamera(uint64_t library, uint32_t port)
 
 std::shared_ptr<CameraHandle> Handles::camera(uint64_t handle)
 {
-    const std::lock_guard lock(m_mutex);
-    endOfOldLives();
+    const os::MutexLock lock(m_mutex);
+    endOldSessions();
     const auto found = m_cameras.find(handle);
     if (found == m_cameras.end())
         throw CameraError(CameraStatus::UnknownCamera);
@@ -126,29 +124,29 @@ std::shared_ptr<CameraHandle> Handles::camera(uint64_t handle)
 void Handles::endCamera(uint64_t handle)
 {
     camera(handle)->camera->forget(handle);
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_cameras.erase(handle);
 }
 
 std::string Handles::librarySymbol(uint64_t library)
 {
     if (library == 0)
-        return Words::kNull;
+        return CallText::kNull;
     try {
         return std::to_string(boardOf(library));
     } catch (const CameraError&) {
-        return Words::kUnknown;
+        return CallText::kUnknown;
     }
 }
 
 std::string Handles::cameraSymbol(uint64_t handle)
 {
     if (handle == 0)
-        return Words::kNull;
+        return CallText::kNull;
     try {
         return "c" + std::to_string(camera(handle)->symbol);
     } catch (const CameraError&) {
-        return Words::kUnknown;
+        return CallText::kUnknown;
     }
 }
 

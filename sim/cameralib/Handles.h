@@ -2,18 +2,44 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <new>
 #include <set>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-#include "sim/core/Camera.h"
+#include "os/ThreadSafety.h"
+#include "sim/seam/Camera.h"
 
 namespace orvo::sim {
+
+/// A call that fails, and what it answers.
+class CameraError : public std::exception {
+public:
+    explicit CameraError(CameraStatus status) : m_status(status) {}
+    CameraStatus status() const { return m_status; }
+    const char* what() const noexcept override { return "a call to a camera library fails"; }
+
+private:
+    CameraStatus m_status;
+};
+
+/// Throws CameraError unless the status is Ok.
+inline void require(CameraStatus status)
+{
+    if (status != CameraStatus::Ok)
+        throw CameraError(status);
+}
+
+/// Throws CameraError for a null argument.
+inline void require(const void* argument)
+{
+    if (!argument)
+        throw CameraError(CameraStatus::NullArgument);
+}
 
 /// What an `ethlib` or `orvo_genicam` has given out for a camera. What a call hands out by address stays
 /// here until the next one.
@@ -24,14 +50,14 @@ struct CameraHandle {
     uint32_t port = 0;
     Camera* camera = nullptr;
 
-    std::mutex mutex;   // of what stands below
-    std::string text;
-    CameraIdentity identity;
-    alignas(std::max_align_t) std::byte record[128] = {};
+    os::Mutex mutex;
+    std::string text ORVO_GUARDED_BY(mutex);
+    CameraIdentity identity ORVO_GUARDED_BY(mutex);
+    alignas(std::max_align_t) std::byte record[128] ORVO_GUARDED_BY(mutex) = {};
 
     /// The record that the library hands out; of one type for all its handles.
     template <typename Record>
-    Record& place()
+    Record& place() ORVO_REQUIRES(mutex)
     {
         static_assert(sizeof(Record) <= sizeof record && std::is_trivial_v<Record>);
         return *new (record) Record{};
@@ -72,16 +98,16 @@ private:
     };
 
     Handles() = default;
-    void endOfOldLives();
-    uint64_t newNumber();
-    OpenLibrary& opened(uint64_t library);
+    void endOldSessions() ORVO_REQUIRES(m_mutex);
+    uint64_t newNumber() ORVO_REQUIRES(m_mutex);
+    OpenLibrary& opened(uint64_t library) ORVO_REQUIRES(m_mutex);
 
-    std::mutex m_mutex;
-    uint64_t m_life = 0;
-    uint64_t m_given = 0;     // handles of this life
-    uint64_t m_symbols = 0;   // cameras of this life
-    std::map<uint64_t, OpenLibrary> m_libraries;
-    std::map<uint64_t, std::shared_ptr<CameraHandle>> m_cameras;
+    os::Mutex m_mutex;
+    uint64_t m_session ORVO_GUARDED_BY(m_mutex) = 0;
+    uint64_t m_given ORVO_GUARDED_BY(m_mutex) = 0;     // handles of this session
+    uint64_t m_symbols ORVO_GUARDED_BY(m_mutex) = 0;   // cameras of this session
+    std::map<uint64_t, OpenLibrary> m_libraries ORVO_GUARDED_BY(m_mutex);
+    std::map<uint64_t, std::shared_ptr<CameraHandle>> m_cameras ORVO_GUARDED_BY(m_mutex);
 };
 
 }   // namespace orvo::sim

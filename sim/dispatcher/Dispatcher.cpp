@@ -78,26 +78,27 @@ void Dispatcher::openSinks()
 
 void Dispatcher::attach(void* client, GoneFunction gone, LevelChangedFunction levelChanged)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     m_clients[client] = {gone, levelChanged};
 }
 
 void Dispatcher::detach(void* client)
 {
-    std::unique_lock lock(m_mutex);
+    os::MutexLock lock(m_mutex);
     m_clients.erase(client);
-    m_callsEnded.wait(lock, [this] { return m_callsUnderWay == 0; });
+    while (m_callsUnderWay > 0)
+        m_callsEnded.wait(lock.native());
 }
 
 size_t Dispatcher::countAttached()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     return m_clients.size();
 }
 
 void Dispatcher::query(const std::string& name, int64_t& id, int32_t& level)
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     id = idOf(name);
     level = edgeLevel(m_loggers[static_cast<size_t>(id - 1)]->level());
 }
@@ -106,7 +107,7 @@ void Dispatcher::write(int64_t id, int32_t level, const std::string& text, uint3
 {
     std::shared_ptr<spdlog::logger> logger;
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         if (id < 1 || static_cast<uint64_t>(id) > m_loggers.size())
             return;
         logger = m_loggers[static_cast<size_t>(id - 1)];
@@ -121,7 +122,7 @@ void Dispatcher::setLevel(const std::string& name, int32_t level)
     Clients clients;
     int64_t id = 0;
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         id = idOf(name);
         m_loggers[static_cast<size_t>(id - 1)]->set_level(newLevel);
         ++m_callsUnderWay;
@@ -136,7 +137,7 @@ void Dispatcher::goAway()
 {
     Clients clients;
     {
-        const std::lock_guard lock(m_mutex);
+        const os::MutexLock lock(m_mutex);
         ++m_callsUnderWay;
         clients.swap(m_clients);
     }
@@ -160,9 +161,39 @@ int64_t Dispatcher::idOf(const std::string& name)
 
 void Dispatcher::endCalls()
 {
-    const std::lock_guard lock(m_mutex);
+    const os::MutexLock lock(m_mutex);
     --m_callsUnderWay;
     m_callsEnded.notify_all();
+}
+
+void RecordCapture::set(bool on)
+{
+    const os::MutexLock lock(m_mutex);
+    m_on = on;
+}
+
+void RecordCapture::add(int64_t id, int32_t level, const std::string& logger, const std::string& text,
+                        uint32_t word, uint64_t longWord)
+{
+    const os::MutexLock lock(m_mutex);
+    if (m_on)
+        m_records.push_back({id, level, logger, text, word, longWord});
+}
+
+bool RecordCapture::read(uint64_t index, OrvoSimLog_Record& record)
+{
+    const os::MutexLock lock(m_mutex);
+    if (index >= m_records.size())
+        return false;
+    const Record& kept = m_records[index];
+    record = {kept.id, kept.level, kept.word, kept.longWord, kept.logger.c_str(), kept.text.c_str()};
+    return true;
+}
+
+void RecordCapture::clear()
+{
+    const os::MutexLock lock(m_mutex);
+    m_records.clear();
 }
 
 }   // namespace orvo::sim

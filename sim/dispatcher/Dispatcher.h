@@ -2,18 +2,45 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include <spdlog/logger.h>
 
+#include "os/ThreadSafety.h"
 #include "sim/dispatcher/LevelRules.h"
-#include "sim/dispatcher/RecordCapture.h"
+#include "sim/orvo_sim_dispatcher.h"
 
 namespace orvo::sim {
+
+/// Records kept in memory, as they arrived, for whoever wants to read them back. Threads: any.
+class RecordCapture {
+public:
+    void set(bool on);
+    void add(int64_t id, int32_t level, const std::string& logger, const std::string& text, uint32_t word,
+             uint64_t longWord);
+    /// False behind the last. The texts live until clear().
+    bool read(uint64_t index, OrvoSimLog_Record& record);
+    void clear();
+
+private:
+    struct Record {
+        int64_t id;
+        int32_t level;
+        std::string logger;
+        std::string text;
+        uint32_t word;
+        uint64_t longWord;
+    };
+
+    os::Mutex m_mutex;
+    bool m_on ORVO_GUARDED_BY(m_mutex) = false;
+    std::deque<Record>
+        m_records ORVO_GUARDED_BY(m_mutex);   // a deque: texts stay where they are while others are added
+};
 
 /// The simulated logging dispatcher: gives each logger name an id and a level, writes records to a rotating
 /// file and, if asked, to standard error, and tells its clients of changes. Levels at this edge are spdlog's
@@ -58,19 +85,19 @@ private:
     ~Dispatcher() = default;
 
     void openSinks();
-    int64_t idOf(const std::string& name);   // under the lock
+    int64_t idOf(const std::string& name) ORVO_REQUIRES(m_mutex);
     void endCalls();
 
     const LevelRules m_rules;
     std::vector<spdlog::sink_ptr> m_sinks;
     RecordCapture m_capture;
 
-    std::mutex m_mutex;   // guards all below, but not what goes on inside a logger
+    os::Mutex m_mutex;
     std::condition_variable m_callsEnded;
-    int m_callsUnderWay = 0;
-    Clients m_clients;
-    std::map<std::string, int64_t> m_ids;
-    std::vector<std::shared_ptr<spdlog::logger>> m_loggers;   // at id - 1
+    int m_callsUnderWay ORVO_GUARDED_BY(m_mutex) = 0;
+    Clients m_clients ORVO_GUARDED_BY(m_mutex);
+    std::map<std::string, int64_t> m_ids ORVO_GUARDED_BY(m_mutex);
+    std::vector<std::shared_ptr<spdlog::logger>> m_loggers ORVO_GUARDED_BY(m_mutex);   // at id - 1
 };
 
 }   // namespace orvo::sim

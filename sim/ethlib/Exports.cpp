@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <string>
 
-#include "sim/boardtypes/BoardTypes.h"
-#include "sim/cameralib/Calls.h"
+#include "sim/cameralib/CameraCall.h"
 
 using namespace orvo::sim;
 
@@ -17,22 +17,13 @@ constexpr uint32_t kMaskedPorts = 32;
 // Callers read the name by its place.
 static_assert(offsetof(EthCameraInfo, name) == 32);
 
-uint32_t gigEVisionBoard(int32_t boardIndex)
-{
-    BoardDescription board;
-    if (!orvo_sim_core()->findBoard(static_cast<uint32_t>(boardIndex), board) ||
-        cameraFamilyOf(board.type) != CameraFamily::GigEVision)
-        throw CameraError(CameraStatus::NoBoard);
-    return static_cast<uint32_t>(boardIndex);
-}
-
 bool isFound(uint64_t library, uint32_t port)
 {
     const auto ports = Handles::instance().found(library);
     return std::find(ports.begin(), ports.end(), port) != ports.end();
 }
 
-const void* recordOf(CameraHandle& handle)
+const void* recordOf(CameraHandle& handle) ORVO_REQUIRES(handle.mutex)
 {
     auto& info = handle.place<EthCameraInfo>();
     info.port = handle.port;
@@ -45,184 +36,119 @@ const void* recordOf(CameraHandle& handle)
 
 int32_t Eth_openBoard(int32_t boardIndex, int32_t zero, uint64_t* library)
 {
-    return calls::openLibrary(
-        "Eth_openBoard", library,
-        [&](Words& words) { words.number("boardIndex", boardIndex).number("zero", zero); },
-        [&] { return gigEVisionBoard(boardIndex); });
+    const auto body = [&] {
+        require(library);
+        requireFamily(static_cast<uint32_t>(boardIndex), kGigEVision);
+        *library = Handles::instance().openLibrary(static_cast<uint32_t>(boardIndex));
+    };
+    return cameraCall(__func__, named("boardIndex", boardIndex), named("zero", zero))
+        .run(body, ValueOut(library, libraryArgument));
 }
 
 int32_t Eth_closeBoard(uint64_t library)
 {
-    return calls::closeLibrary("Eth_closeBoard", library);
+    return cameraCall(__func__, libraryArgument(library)).run([&] {
+        Handles::instance().closeLibrary(library);
+    });
 }
 
 int32_t Eth_scanPorts(uint64_t library, uint32_t mask, uint32_t bound)
 {
-    return cameraCall(
-        "Eth_scanPorts",
-        [&](Words& words) { describeLibrary(words, library).number("mask", mask).number("bound", bound); },
-        [&] {
-            Handles::instance().scan(library, mask, kMaskedPorts);
-            return 0;
-        });
+    return cameraCall(__func__, libraryArgument(library), named("mask", mask), named("bound", bound))
+        .run([&] { Handles::instance().scan(library, mask, kMaskedPorts); });
 }
 
 int32_t Eth_getCameraCount(uint64_t library, uint32_t port)
 {
-    return cameraCall(
-        "Eth_getCameraCount", [&](Words& words) { describeLibrary(words, library).number("port", port); },
-        [&] { return isFound(library, port) ? 1 : 0; });
+    return cameraCall(__func__, libraryArgument(library), named("port", port)).run([&] {
+        return isFound(library, port) ? 1 : 0;
+    });
 }
 
 int32_t Eth_getCameraByIndex(uint64_t library, uint32_t port, uint32_t index, uint64_t* camera)
 {
-    return calls::addCamera(
-        "Eth_getCameraByIndex", library, camera,
-        [&](Words& words) { describeLibrary(words, library).number("port", port).number("index", index); },
-        [&] {
-            if (index > 0 || !isFound(library, port))
-                throw CameraError(CameraStatus::NoCamera);
-            return port;
-        });
+    const auto body = [&] {
+        require(camera);
+        if (index > 0 || !isFound(library, port))
+            throw CameraError(CameraStatus::NoCamera);
+        *camera = Handles::instance().addCamera(library, port);
+    };
+    return cameraCall(__func__, libraryArgument(library), named("port", port), named("index", index))
+        .run(body, ValueOut(camera, cameraArgument));
 }
 
 const void* Eth_getCameraInfo(uint64_t camera)
 {
-    return calls::cameraInfo("Eth_getCameraInfo", camera, recordOf);
+    return describeCamera(__func__, camera, recordOf);
 }
 
 int32_t Eth_releaseCamera(uint64_t camera)
 {
-    return cameraCall(
-        "Eth_releaseCamera", [&](Words& words) { describeCamera(words, camera); },
-        [&] {
-            Handles::instance().endCamera(camera);
-            return 0;
-        });
+    return cameraCall(__func__, cameraArgument(camera)).run([&] { Handles::instance().endCamera(camera); });
 }
 
 int32_t Eth_connectCamera(uint64_t camera)
 {
-    return calls::toCamera("Eth_connectCamera", camera,
-                           [](Camera& reached, uint64_t by) { return reached.connect(by, true); });
+    return cameraCall(__func__, cameraArgument(camera)).run([&] {
+        require(cameraOf(camera).connect(camera, true));
+    });
 }
 
 int32_t Eth_disconnectCamera(uint64_t camera)
 {
-    return calls::toCamera("Eth_disconnectCamera", camera, [](Camera& reached, uint64_t by) {
-        const CameraStatus status = reached.disconnect(by);
-        if (status == CameraStatus::Ok)
-            Handles::instance().endCamera(by);
-        return status;
+    return cameraCall(__func__, cameraArgument(camera)).run([&] {
+        require(cameraOf(camera).disconnect(camera));
+        Handles::instance().endCamera(camera);
     });
 }
 
 int32_t Eth_startAcquisition(uint64_t camera)
 {
-    return calls::toCamera("Eth_startAcquisition", camera,
-                           [](Camera& reached, uint64_t by) { return reached.setStarted(by, true); });
+    return cameraCall(__func__, cameraArgument(camera)).run([&] {
+        require(cameraOf(camera).setStarted(camera, true));
+    });
 }
 
 int32_t Eth_stopAcquisition(uint64_t camera)
 {
-    return calls::toCamera("Eth_stopAcquisition", camera,
-                           [](Camera& reached, uint64_t by) { return reached.setStarted(by, false); });
+    return cameraCall(__func__, cameraArgument(camera)).run([&] {
+        require(cameraOf(camera).setStarted(camera, false));
+    });
 }
 
-int32_t Eth_setIntegerValue(uint64_t camera, const char* name, int64_t value)
-{
-    return calls::setInteger("Eth_setIntegerValue", camera, name, value);
-}
-
-int32_t Eth_getIntegerValue(uint64_t camera, const char* name, int64_t* value)
-{
-    return calls::getInteger("Eth_getIntegerValue", camera, name, value);
-}
-
-int32_t Eth_setBooleanValue(uint64_t camera, const char* name, int32_t value)
-{
-    return calls::setBoolean("Eth_setBooleanValue", camera, name, value);
-}
-
-int32_t Eth_getBooleanValue(uint64_t camera, const char* name, int32_t* value)
-{
-    return calls::getBoolean("Eth_getBooleanValue", camera, name, value);
-}
-
-int32_t Eth_setFloatValue(uint64_t camera, const char* name, double value)
-{
-    return calls::setFloat("Eth_setFloatValue", camera, name, value);
-}
-
-int32_t Eth_getFloatValue(uint64_t camera, const char* name, double* value)
-{
-    return calls::getFloat("Eth_getFloatValue", camera, name, value);
-}
-
-int32_t Eth_setStringValue(uint64_t camera, const char* name, const char* text)
-{
-    return calls::setText("Eth_setStringValue", ParameterType::String, camera, name, text);
-}
-
-int32_t Eth_getStringValue(uint64_t camera, const char* name, char** text)
-{
-    return calls::getText("Eth_getStringValue", ParameterType::String, camera, name, text);
-}
-
-int32_t Eth_setEnumerationValue(uint64_t camera, const char* name, const char* text)
-{
-    return calls::setText("Eth_setEnumerationValue", ParameterType::Enumeration, camera, name, text);
-}
-
-int32_t Eth_getEnumerationValue(uint64_t camera, const char* name, char** text)
-{
-    return calls::getText("Eth_getEnumerationValue", ParameterType::Enumeration, camera, name, text);
-}
-
-int32_t Eth_executeCommand(uint64_t camera, const char* name)
-{
-    return calls::executeCommand("Eth_executeCommand", camera, name);
-}
+ORVO_SIM_DEFINE_PARAMETER_FUNCTIONS(Eth)
 
 const char* Eth_getErrorDescription(int32_t code)
 {
-    return calls::errorText("Eth_getErrorDescription", code);
+    return cameraCall(__func__, named("code", code)).run([&] { return cameraErrorTextOf(code); });
 }
 
 int32_t Eth_setCameraRegister(uint64_t camera, const char* name, const uint32_t* value, uint32_t one)
 {
-    return cameraCall(
-        "Eth_setCameraRegister",
-        [&](Words& words) {
-            describeCamera(words, camera).text("name", name);
-            words.word("value", value ? std::to_string(*value) : Words::kNull).number("one", one);
-        },
-        [&] {
+    const auto shown = [=] { return value ? std::to_string(*value) : CallText::kNull; };
+    return cameraCall(__func__, cameraArgument(camera), named("name", name), symbol("value", shown),
+                      named("one", one))
+        .run([&] {
             require(name);
             require(value);
             if (one != 1)
                 throw CameraError(CameraStatus::WrongArgument);
-            Camera& reached = *Handles::instance().camera(camera)->camera;
-            return static_cast<int32_t>(reached.writeRegister(camera, name, *value));
+            require(cameraOf(camera).writeRegister(camera, name, *value));
         });
 }
 
 int32_t Eth_sendActionCommand(uint64_t library, uint32_t port, uint32_t all, uint32_t deviceKey,
                               uint32_t groupKey, uint32_t groupMask)
 {
-    return cameraCall(
-        "Eth_sendActionCommand",
-        [&](Words& words) {
-            describeLibrary(words, library).number("port", port).number("all", all);
-            words.number("deviceKey", deviceKey).number("groupKey", groupKey).number("groupMask", groupMask);
-        },
-        [&] {
+    return cameraCall(__func__, libraryArgument(library), named("port", port), named("all", all),
+                      named("deviceKey", deviceKey), named("groupKey", groupKey),
+                      named("groupMask", groupMask))
+        .run([&] {
             const uint32_t board = Handles::instance().boardOf(library);
             const ActionCommand command{deviceKey, groupKey, groupMask};
             if (all == kAllPorts)
                 orvo_sim_core()->sendToAll(board, command);
             else
                 orvo_sim_core()->sendToPort(board, port, command);
-            return 0;
         });
 }

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 
+#include "sim/cameralib/ParameterFunctions.h"
+
 /// The binary interface of the GenICam access library, as its callers import it by ordinal. A status is 0
-/// on success and one of CameraStatus (sim/core/Camera.h) on failure, and what is handed out by a pointer is
+/// on success and one of CameraStatus (sim/seam/Camera.h) on failure, and what is handed out by a pointer is
 /// then left alone. Handles are numbers, never given out twice. Any thread may call anything at any time.
 extern "C" {
 
@@ -34,15 +36,5 @@ int32_t Ogc_connectCamera(uint64_t camera);
 
 // Parameters, by the names of the GenICam Standard Features Naming Convention. A text that is handed out is
 // the library's until the next call with that camera.
-int32_t Ogc_setIntegerValue(uint64_t camera, const char* name, int64_t value);
-int32_t Ogc_getIntegerValue(uint64_t camera, const char* name, int64_t* value);
-int32_t Ogc_setBooleanValue(uint64_t camera, const char* name, int32_t value);
-int32_t Ogc_getBooleanValue(uint64_t camera, const char* name, int32_t* value);
-int32_t Ogc_setFloatValue(uint64_t camera, const char* name, double value);
-int32_t Ogc_getFloatValue(uint64_t camera, const char* name, double* value);
-int32_t Ogc_setStringValue(uint64_t camera, const char* name, const char* text);
-int32_t Ogc_getStringValue(uint64_t camera, const char* name, char** text);
-int32_t Ogc_setEnumerationValue(uint64_t camera, const char* name, const char* text);
-int32_t Ogc_getEnumerationValue(uint64_t camera, const char* name, char** text);
-int32_t Ogc_executeCommand(uint64_t camera, const char* name);
+ORVO_SIM_DECLARE_PARAMETER_FUNCTIONS(Ogc)
 }

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "sim/pictures/GeneratedPattern.h"
+#include "sim/pictures/Patterns.h"
 
 namespace orvo::sim {
 
@@ -61,7 +61,7 @@ void CameraPainter::prepare(const CameraView& view)
     if (isPlain()) {
         m_part.format = m_board.format;
     } else {
-        m_part.format = view.isGrey || isGrey(m_board.format) ? PixelFormat::Grey16 : PixelFormat::Colour48;
+        m_part.format = findBoardFormat(view.isGrey || m_board.format->isGrey ? kGrey16 : kColour48);
         m_raw.resize(std::max<size_t>(m_part.bytes(), 1));
     }
     m_source = view.pattern == CameraPattern::Scene
@@ -75,13 +75,13 @@ bool CameraPainter::isPlain() const
     if (m_scene.kind == PictureChoice::Kind::NumbersOnly && m_view.pattern == CameraPattern::Scene)
         return true;
     return m_part.width == m_board.width && m_part.height == m_board.height && !m_view.isReversedX &&
-           !m_view.isReversedY && m_view.brightness == 1 && (!m_view.isGrey || isGrey(m_board.format));
+           !m_view.isReversedY && m_view.brightness == 1 && (!m_view.isGrey || m_board.format->isGrey);
 }
 
 void CameraPainter::develop(std::span<std::byte> block) const
 {
-    const size_t rawPixel = bytesPerPixel(m_part.format);
-    const size_t pixel = bytesPerPixel(m_board.format);
+    const size_t rawPixel = m_part.format->pixelBytes;
+    const size_t pixel = m_board.format->pixelBytes;
     for (uint32_t y = 0; y < m_board.height; ++y) {
         const std::span<std::byte> row = m_board.row(block, y);
         const auto columns = y < m_part.height
@@ -91,8 +91,8 @@ void CameraPainter::develop(std::span<std::byte> block) const
         std::byte* out = row.data();
         for (uint32_t x = 0; x < columns; ++x) {
             const uint32_t rawColumn = m_view.isReversedX ? m_part.width - 1 - x : x;
-            out = layOut(m_board.format,
-                         seen(m_raw.data() + (size_t{rawRow} * m_part.width + rawColumn) * rawPixel), out);
+            out = m_board.format->layOut(
+                seen(m_raw.data() + (size_t{rawRow} * m_part.width + rawColumn) * rawPixel), out);
         }
         std::fill(out, row.data() + row.size(), std::byte{0});
     }
@@ -104,7 +104,7 @@ Pixel CameraPainter::seen(const std::byte* at) const
         const uint16_t raw = levelAt(at + 2 * place);
         return m_view.brightness == 1 ? raw : brightened(raw, m_view.brightness);
     };
-    if (isGrey(m_part.format))
+    if (m_part.format->isGrey)
         return Pixel::grey(level(0));
     return {level(2), level(1), level(0)};
 }

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "sim/core/Camera.h"
 #include "sim/pictures/PictureSource.h"
+#include "sim/seam/Camera.h"
 
 namespace orvo::sim {
 

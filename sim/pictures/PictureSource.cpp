@@ -1,8 +1,7 @@
 #include "sim/pictures/PictureSource.h"
 
-#include "sim/pictures/NumbersOnly.h"
-#include "sim/pictures/PictureFolder.h"
-#include "sim/pictures/TestPattern.h"
+#include "sim/pictures/Patterns.h"
+#include "sim/pictures/PlayedFolder.h"
 
 namespace orvo::sim {
 

@@ -5,11 +5,11 @@
 #include <memory>
 #include <span>
 
-#include "sim/pictures/Geometry.h"
+#include "sim/pictures/BoardFormat.h"
 
 namespace orvo::sim {
 
-class PictureFolder;
+class PlayedFolder;
 
 /// Fills blocks with pictures of one geometry: made anew for each run, so that the costly part is done once.
 /// Threads: one at a time.
@@ -32,8 +32,8 @@ struct PictureChoice {
     enum class Kind { Pattern, Folder, NumbersOnly };
 
     Kind kind = Kind::Pattern;
-    std::shared_ptr<const PictureFolder> folder;   // of Kind::Folder
-    bool cropped = false;                          // of Kind::Folder: cut to the geometry, else scaled to it
+    std::shared_ptr<const PlayedFolder> folder;   // of Kind::Folder
+    bool cropped = false;                         // of Kind::Folder: cut to the geometry, else scaled to it
 
     std::unique_ptr<PictureSource> sourceFor(const Geometry& geometry) const;
 };

@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "sim/cameras/ExposureSchedule.h"
+#include "sim/simulator/ExposureSchedule.h"
 #include "tests/sim/SimulatedCameras.h"
 
 namespace orvo::test {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "sim/core/Camera.h"
+#include "sim/seam/Camera.h"
 #include "sim/ethlib/ethlib.h"
 #include "sim/orvo_genicam/orvo_genicam.h"
 #include "tests/sim/SimulatedBoards.h"
