@@ -39,8 +39,12 @@ protected:
     std::shared_ptr<DmaPort> first() const { return locked(process().dmaPortAt(0)); }
 };
 
-TEST_F(Applet, HasEmptyTextsForABoardWithoutThem)
+// Hosts see the offset 0 instead.
+TEST_F(Applet, NamesTheOffsetThatTheBoardRefusesAndLeavesMissingTextsEmpty)
 {
+    OrvoSim_answer("Brd_getParameter", 0, -1);
+    EXPECT_EQ(bareFailure([&] { first()->xOffset(); }), "Cannot get BRD_FORMAT");
+    EXPECT_EQ(bareFailure([&] { first()->yOffset(); }), "Cannot get BRD_YOFFSET");
     OrvoSim_answer("Brd_getBoardNameByType", 1, 0);
     EXPECT_EQ(board->boardName(), "");
     OrvoSim_answer("Brd_getSystemInformation code=1012", 1, -1);
@@ -74,14 +78,6 @@ TEST_F(Applet, SetsTheGeometryOfAllItsDmas)   // hosts set that of one channel
         for (const char* const dma : {" dma=4 -> 0", " dma=7 -> 0"})
             calls.push_back(std::string("Brd_setParameter board=0 ") + value + dma);
     EXPECT_EQ(journal("Brd_setParameter"), calls);
-}
-
-// Hosts see the offset 0 instead.
-TEST_F(Applet, SaysWhichOffsetTheBoardRefuses)
-{
-    OrvoSim_answer("Brd_getParameter", 0, -1);
-    EXPECT_EQ(bareFailure([&] { first()->xOffset(); }), "Cannot get BRD_FORMAT");
-    EXPECT_EQ(bareFailure([&] { first()->yOffset(); }), "Cannot get BRD_YOFFSET");
 }
 
 struct FailingObserver : DmaObserver {

@@ -144,52 +144,37 @@ TEST(Enumerations, MayHaveSeveralNamesForANumberAndNumbersWithoutAName)
     EXPECT_THAT(told, ElementsAre(1, 1));   // twice, which is deliberate
 }
 
-class Container : public testing::Test {
-protected:
-    static std::shared_ptr<StringFeature> addText(FeatureContainer& features, const char* name,
-                                                  const char* value = "")
-    {
-        auto feature = addFeature<StringFeature>(features, name, "", kReadWrite);
-        feature->setValue(value);
-        return feature;
-    }
-
-    /// Each feature by number: "name: value".
-    std::vector<std::string> list() const
-    {
-        std::vector<std::string> features;
-        for (uint32_t i = 0; i < container.count(); ++i)
-            features.push_back(container.nameAt(i) + ": " + reading(*container.featureAt(i)));
-        return features;
-    }
-
-    FeatureContainer container;
-};
-
-TEST_F(Container, GivesTheNumberOfARepeatedNameToTheNextNewName)
+void addText(FeatureContainer& container, const char* name, const char* value)
 {
-    addText(container, "A", "older");
-    addText(container, "B");
-    addText(container, "A", "newer");
-    EXPECT_THAT(list(), ElementsAre("A: older", "B: ", "A: newer"));
-    addText(container, "C")->setName("D");   // and is found by the name that it had when it came
-    EXPECT_THAT(list(), ElementsAre("A: older", "B: ", "D: "));
-    EXPECT_EQ(reading(container, "A"), "newer");
-    EXPECT_EQ(reading(container, "C"), "");
+    addFeature<StringFeature>(container, name, "", kReadWrite)->setValue(value);
 }
 
-TEST_F(Container, MergesTheFeaturesThatAnotherHasAtThatMomentAndKeepsThemAlive)
+std::string listed(const FeatureContainer& container)
 {
-    addText(container, "A", "earlier");
+    std::string features;
+    for (uint32_t i = 0; i < container.count(); ++i)
+        features += container.nameAt(i) + "=" + reading(*container.featureAt(i)) + " ";
+    return features;
+}
+
+TEST(Containers, GiveTheNumberOfARepeatedNameToTheNextNewName)
+{
+    FeatureContainer container;
+    addText(container, "A", "older");
+    addText(container, "B", "b");
     {
         const auto other = std::make_shared<FeatureContainer>();
-        addText(*other, "A", "later");
+        addText(*other, "A", "newer");
         container.merge(other);
-        addText(*other, "B");
+        addText(*other, "X", "too late");
     }
     container.merge({});
-    EXPECT_THAT(list(), ElementsAre("A: earlier", "A: later"));
-    EXPECT_EQ(reading(container, "A"), "later");
+    EXPECT_EQ(listed(container), "A=older B=b A=newer ");
+    addText(container, "C", "c");
+    container.featureAt(2)->setName("D");   // and is found by the name that it had when it came
+    EXPECT_EQ(listed(container), "A=older B=b D=c ");
+    EXPECT_EQ(reading(container, "A"), "newer");
+    EXPECT_EQ(reading(container, "C"), "c");
 }
 
 }   // namespace
