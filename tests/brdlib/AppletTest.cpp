@@ -25,6 +25,7 @@ using testing::ElementsAre;
 // Whoever chooses the loader forgets why the others refused.
 TEST(Loaders, NameTheKindOfFileThatTheyMiss)
 {
+    EXPECT_NE(DllLoader::create("/Dlls/applet.bin", {}), nullptr);
     EXPECT_EQ(aikFailure([] { DllLoader::create("applet.hap", {}); }), "Path does not refer a dll applet.");
     EXPECT_EQ(aikFailure([] { HapLoader::create("applet.dll", {}); }), "Path does not refer to a hap file!");
     EXPECT_EQ(aikFailure([] { McfLoader::create("mcf/applet", {}); }),

@@ -157,9 +157,10 @@ TEST_F(Cameras, OfGenICamWriteTheirParametersAndLeaveTheStreamToTheApplet)
 void expectNothingToDrive(CamPort& port)
 {
     EXPECT_FALSE(port.isConnected());
-    EXPECT_EQ(aikFailure([&] { port.setReservedA(1); }), "No camera is connected");
-    EXPECT_EQ(aikFailure([&] { port.setReservedB(1); }), "No camera is connected");
-    EXPECT_EQ(aikFailure([&] { port.setWidth(1); }), "No camera is connected");
+    EXPECT_EQ(aikFailure([&] { port.stopAcquisition(); }), "No camera is connected");
+    for (const auto set :
+         {&CamPort::setWidth, &CamPort::setHeight, &CamPort::setReservedA, &CamPort::setReservedB})
+        EXPECT_EQ(aikFailure([&] { (port.*set)(1); }), "No camera is connected");
 }
 
 TEST_F(Cameras, AreSizedByTheirPortWhileTheyAreConnected)

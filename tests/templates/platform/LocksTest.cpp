@@ -77,7 +77,9 @@ TEST(Locks, ExcludeOtherThreadsAndAdmitTheirOwnerAgain)
         for (int round = 0; round < kRounds; ++round) {
             {
                 const ReadWriteLockGuard guard(readWrite, LockMode::Write);
-                ++counts[0];
+                const int before = counts[0];
+                std::this_thread::yield();   // time for a second writer
+                counts[0] = before + 1;
             }
             {
                 const RecursiveMutexGuard outer(mutex);
