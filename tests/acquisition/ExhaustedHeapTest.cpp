@@ -8,7 +8,7 @@
 
 #include "acquisition/AcquisitionStrategy.h"
 #include "sim/orvo_sim_dispatcher.h"
-#include "tests/acquisition/buffers/Ring.h"
+#include "tests/acquisition/ChannelBuffers.h"
 #include "tests/support/LibraryUse.h"
 
 namespace {
@@ -52,7 +52,7 @@ namespace {
 using namespace orvo::templates::platform;
 using orvo::tools::logging::Logging;
 
-using ExhaustedHeap = orvo::test::Ring;
+using ExhaustedHeap = orvo::test::ChannelBuffers;
 
 TEST_F(ExhaustedHeap, IsNotNoticedByPictures)
 {

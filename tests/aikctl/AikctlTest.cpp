@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "aikctl/CommandLine.h"
-#include "aikctl/Console.h"
+#include "aikctl/commands/CommandLine.h"
+#include "aikctl/console/Console.h"
 
 namespace orvo::aikctl {
 

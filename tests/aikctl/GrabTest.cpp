@@ -1,7 +1,7 @@
 #include <fstream>
 #include <numeric>
 
-#include "aikctl/encodePng.h"
+#include "aikctl/pictures/Picture.h"
 #include "tests/aikctl/AikctlTest.h"
 #include "tests/aikctl/decodePng.h"
 

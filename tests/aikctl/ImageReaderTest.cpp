@@ -1,4 +1,4 @@
-#include "aikctl/ImageReader.h"
+#include "aikctl/grab/ImageReader.h"
 
 #include <cstring>
 

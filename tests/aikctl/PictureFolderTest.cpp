@@ -1,4 +1,4 @@
-#include "aikctl/PictureFolder.h"
+#include "aikctl/pictures/PictureFolder.h"
 
 #include <fstream>
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "aik/aik.h"
-#include "aikctl/PixelFormat.h"
-#include "aikctl/encodePng.h"
+#include "aikctl/pictures/Picture.h"
+#include "aikctl/pictures/PixelFormat.h"
 #include "tests/aikctl/decodePng.h"
 
 namespace orvo::aikctl {

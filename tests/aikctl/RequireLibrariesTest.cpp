@@ -1,4 +1,4 @@
-#include "aikctl/requireLibraries.h"
+#include "aikctl/adapter/Adapter.h"
 
 #include <fstream>
 

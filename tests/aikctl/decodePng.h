@@ -9,7 +9,7 @@
 
 #include <stb/stb_image.h>
 
-#include "aikctl/PixelFormat.h"
+#include "aikctl/pictures/PixelFormat.h"
 
 namespace orvo::aikctl {
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "brdlib/AppletLoader.h"
@@ -12,12 +13,11 @@
 #include "sim/orvo_sim.h"
 #include "tests/support/LibraryUse.h"
 #include "tests/support/Machine.h"
-#include "tests/support/Wheel.h"
+#include "tests/support/SimControl.h"
 
 namespace orvo::test {
 
-/// A simulated board, number 0, with the wheel in the test's hand, and on it the applet that a test
-/// describes.
+/// A simulated board, number 0, with the applet that a test describes. The test delivers its pictures by hand.
 class LoadedApplet : public testing::Test {
 protected:
     ~LoadedApplet() override

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "sim/seam/Camera.h"
 #include "sim/ethlib/ethlib.h"
 #include "sim/orvo_genicam/orvo_genicam.h"
+#include "sim/seam/Camera.h"
 #include "tests/sim/SimulatedBoards.h"
 
 namespace orvo::test {

@@ -1,7 +1,7 @@
 #include <array>
 
 #include "tests/system/CameraTest.h"
-#include "tests/system/DispatcherWheel.h"
+#include "tests/system/DispatcherControl.h"
 
 namespace orvo::test {
 

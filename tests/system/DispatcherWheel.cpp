@@ -1,4 +1,4 @@
-#include "tests/system/DispatcherWheel.h"
+#include "tests/system/DispatcherControl.h"
 
 #include <regex>
 #include <stdexcept>

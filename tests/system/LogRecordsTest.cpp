@@ -1,5 +1,5 @@
 #include "tests/system/CameraTest.h"
-#include "tests/system/DispatcherWheel.h"
+#include "tests/system/DispatcherControl.h"
 
 namespace orvo::test {
 

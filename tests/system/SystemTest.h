@@ -5,7 +5,7 @@
 
 #include "sim/orvo_sim.h"
 #include "tests/support/Machine.h"
-#include "tests/support/Wheel.h"
+#include "tests/support/SimControl.h"
 #include "tests/system/Adapter.h"
 #include "tests/system/Host.h"
 

@@ -1,4 +1,5 @@
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <thread>
@@ -19,109 +20,87 @@ namespace {
 constexpr int kThreads = 3;
 constexpr int kRounds = 500;
 
-/// Runs `act` so often, on so many threads at once.
-template <typename Act>
-void contend(Act act)
-{
-    std::vector<std::thread> threads;
-    threads.reserve(kThreads);
-    for (int i = 0; i < kThreads; ++i)
-        threads.emplace_back([&] {
-            for (int round = 0; round < kRounds; ++round)
-                act();
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-}
-
 class ReadWrite : public testing::Test {
 protected:
-    std::future<void> visitor(LockMode mode)
+    /// Asks for the lock on a thread of its own and answers how many were in before. The thread has run up to
+    /// that point when this returns, so that only the lock can keep it waiting.
+    std::future<int> visit(LockMode mode)
     {
-        return std::async(std::launch::async, [this, mode] { const ReadWriteLockGuard guard(m_lock, mode); });
-    }
-
-    /// Whether, sooner or later, a reader does not get in.
-    bool keepsANewReaderOut()
-    {
-        const auto end = std::chrono::steady_clock::now() + 30s;
-        while (std::chrono::steady_clock::now() < end) {
-            m_readers.push_back(visitor(LockMode::Read));
-            if (m_readers.back().wait_for(20ms) == std::future_status::timeout)
-                return true;
-        }
-        return false;
+        const int before = m_asked;
+        auto visitor = std::async(std::launch::async, [this, mode] {
+            ++m_asked;
+            const ReadWriteLockGuard guard(m_lock, mode);
+            return m_entered++;
+        });
+        while (m_asked == before)
+            std::this_thread::yield();
+        return visitor;
     }
 
     ReadWriteLock m_lock;
-    std::vector<std::future<void>> m_readers;
+
+private:
+    std::atomic<int> m_asked = 0;
+    std::atomic<int> m_entered = 0;
 };
 
-TEST_F(ReadWrite, LetsReadersInTogetherUntilAWriterWaits)
+TEST_F(ReadWrite, ReadersShareTheLockAndAWaitingWriterGoesBeforeANewReader)
 {
-    std::future<void> writer;
+    std::future<int> writer;
+    std::future<int> reader;
     {
-        const ReadWriteLockGuard reader(m_lock, LockMode::Read);
-        visitor(LockMode::Read).get();
-        writer = visitor(LockMode::Write);
-        EXPECT_TRUE(keepsANewReaderOut());
+        const ReadWriteLockGuard firstReader(m_lock, LockMode::Read);
+        visit(LockMode::Read).get();
+        writer = visit(LockMode::Write);
+        // Readers get in until the writer is waiting.
+        for (int i = 0; i < kRounds; ++i) {
+            reader = visit(LockMode::Read);
+            if (reader.wait_for(100ms) == std::future_status::timeout)
+                break;
+        }
         EXPECT_EQ(writer.wait_for(0s), std::future_status::timeout);
     }
-    writer.get();
+    EXPECT_LT(writer.get(), reader.get());
 }
 
-TEST(Locks, ExcludeOtherThreadsAndNotTheirOwner)
+TEST(Locks, ExcludeOtherThreadsAndAdmitTheirOwnerAgain)
 {
     ReadWriteLock readWrite;
     RecursiveMutex mutex;
     SpinLockVariable plain{0};
     SpinLockVariable owned{0};
     SpinLockVariable owner{0};
-    int underReadWrite = 0;
-    int underMutex = 0;
-    int underPlain = 0;
-    int underOwned = 0;
-    contend([&]() ORVO_NO_THREAD_SAFETY_ANALYSIS {   // it knows no lock that its owner may take twice
-        {
-            const ReadWriteLockGuard guard(readWrite, LockMode::Write);
-            ++underReadWrite;
+    std::array<int, 4> counts{};
+    const auto countUnderEach = [&] {
+        for (int round = 0; round < kRounds; ++round) {
+            {
+                const ReadWriteLockGuard guard(readWrite, LockMode::Write);
+                const int before = counts[0];
+                std::this_thread::yield();   // time for a second writer
+                counts[0] = before + 1;
+            }
+            {
+                const RecursiveMutexGuard outer(mutex);
+                const RecursiveMutexGuard inner(mutex);
+                EXPECT_EQ(mutex.lockCount(), 2);
+                ++counts[1];
+            }
+            {
+                const SpinLockVariableGuard guard(plain);
+                ++counts[2];
+            }
+            const SpinLockVariableGuard outer(owned, &owner);
+            EXPECT_FALSE(SpinLockVariableGuard(owned, &owner).holdsLock());
+            EXPECT_EQ(owner, os::currentThreadId());   // the inner guard gave nothing back
+            ++counts[3];
         }
-        {
-            const ReadWriteLockGuard guard(readWrite, LockMode::Read);
-            EXPECT_GT(underReadWrite, 0);
-        }
-        {
-            const RecursiveMutexGuard outer(mutex);
-            const RecursiveMutexGuard inner(mutex);
-            EXPECT_EQ(mutex.lockCount(), 2);
-            ++underMutex;
-        }
-        {
-            const SpinLockVariableGuard guard(plain);
-            ++underPlain;
-        }
-        const SpinLockVariableGuard outer(owned, &owner);
-        const SpinLockVariableGuard inner(owned, &owner);
-        ++underOwned;
-    });
-    EXPECT_THAT((std::array{underReadWrite, underMutex, underPlain, underOwned}),
-                testing::Each(kThreads * kRounds));
+    };
+    std::vector<std::future<void>> threads;
+    for (int i = 0; i < kThreads; ++i)
+        threads.push_back(std::async(std::launch::async, countUnderEach));
+    threads.clear();   // waits for their ends
+    EXPECT_THAT(counts, testing::Each(kThreads * kRounds));
     EXPECT_EQ(mutex.lockCount(), 0);
-}
-
-TEST(SpinLock, AnInnerGuardTakesNothingAndGivesNothingBack)
-{
-    SpinLockVariable lock{0};
-    SpinLockVariable owner{0};
-    {
-        const SpinLockVariableGuard outer(lock, &owner);
-        EXPECT_TRUE(outer.holdsLock());
-        const auto innerHolds = [&] { return SpinLockVariableGuard(lock, &owner).holdsLock(); };
-        EXPECT_FALSE(innerHolds());
-        EXPECT_EQ(lock, 1u);
-        EXPECT_EQ(owner, os::currentThreadId());
-    }
-    EXPECT_EQ(lock, 0u);
     EXPECT_EQ(owner, 0u);
 }
 

@@ -8,78 +8,53 @@
 
 using namespace orvo::templates::platform;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
-/// Singletons that tell what becomes of them.
-class Singletons : public testing::Test {
-protected:
-    Singletons() { s_events.clear(); }
+std::vector<std::string> g_events;
 
-    static inline std::vector<std::string> s_events;
-    static void cleanUp() { s_events.emplace_back("clean-up"); }
-
-    template <char Name>
-    class Telling : public GuardedSingleton<Telling<Name>> {
-    public:
-        Telling() { tell(" made"); }
-        ~Telling() override { tell(" destroyed"); }
-        void preDestruction() override { tell(" is to go"); }
-
-    protected:
-        void initialise() override { Telling::instance().tell(" initialised"); }   // the lock is recursive
-
-    private:
-        static void tell(const char* what) { s_events.push_back(Name + std::string(what)); }
-    };
-    using A = Telling<'A'>;
-    using B = Telling<'B'>;
-    using C = Telling<'C'>;
-};
-
-TEST_F(Singletons, ComeAtTheFirstUseAndGoInThatOrderWithTheLast)
+void cleanUp()
 {
+    g_events.emplace_back("clean-up");
+}
+
+/// A singleton that records what becomes of it.
+template <char Name>
+class Recorded : public GuardedSingleton<Recorded<Name>> {
+public:
+    Recorded() { record(" made"); }
+    ~Recorded() override { record(" destroyed"); }
+    void preDestruction() override { record(" is to go"); }
+
+protected:
+    void initialise() override { Recorded::instance().record(" initialised"); }   // the lock is recursive
+
+private:
+    static void record(const char* what) { g_events.push_back(Name + std::string(what)); }
+};
+using A = Recorded<'A'>;
+using B = Recorded<'B'>;
+using C = Recorded<'C'>;
+
+TEST(Singletons, AreMadeAtTheirFirstUseAndDestroyedInThatOrderWithTheLastUseOfTheLibrary)
+{
+    LibraryInitController::addCleanUp(cleanUp);   // dropped, as the library is not in use
+    C::instance();                                // and this one stays for good
+    g_events.clear();
+    LibraryInitController::s_consoleTrace =
+        true;   // only a debugger does this, so that no host sees the texts
+    testing::internal::CaptureStdout();
     LibraryInitController::init();
     LibraryInitController::init();
     LibraryInitController::addCleanUp(cleanUp);
     EXPECT_EQ(&B::instance(), &B::instance());
     A::instance();
-    LibraryInitController::deinit();
-    EXPECT_THAT(s_events, ElementsAre("B made", "B initialised", "A made", "A initialised"));
-
-    s_events.clear();
-    LibraryInitController::deinit();
-    EXPECT_THAT(s_events, ElementsAre("clean-up", "B is to go", "B destroyed", "A is to go", "A destroyed"));
-
-    s_events.clear();
-    LibraryInitController::init();
-    A::instance();
-    LibraryInitController::deinit();
-    EXPECT_THAT(s_events, ElementsAre("A made", "A initialised", "A is to go", "A destroyed"));
-}
-
-TEST_F(Singletons, StayForGoodIfTheyCameWhileTheLibraryWasNotInUse)
-{
-    LibraryInitController::addCleanUp(cleanUp);
-    C::instance();
-    s_events.clear();
-    LibraryInitController::init();
     C::instance();
     LibraryInitController::deinit();
-    EXPECT_THAT(s_events, IsEmpty());
-}
-
-// Only a debugger switches the trace on, so that no export reaches these texts.
-TEST_F(Singletons, CanBeTracedOnTheConsole)
-{
-    LibraryInitController::s_consoleTrace = true;
-    testing::internal::CaptureStdout();
-    LibraryInitController::init();
-    LibraryInitController::init();
+    EXPECT_THAT(g_events, ElementsAre("B made", "B initialised", "A made", "A initialised"));
+    g_events.clear();
     LibraryInitController::deinit();
-    LibraryInitController::deinit();
-    LibraryInitController::s_consoleTrace = false;
+    EXPECT_THAT(g_events, ElementsAre("clean-up", "B is to go", "B destroyed", "A is to go", "A destroyed"));
     EXPECT_THAT(testing::internal::GetCapturedStdout(),
                 testing::MatchesRegex("LibraryInitController \\[Create \\] - Instance: \\w+\n"
                                       "LibraryInitController \\[Init   \\] - Instance: \\w+ - Use Count: 1\n"
@@ -87,6 +62,13 @@ TEST_F(Singletons, CanBeTracedOnTheConsole)
                                       "LibraryInitController \\[Deinit \\] - Instance: \\w+ - Use Count: 1\n"
                                       "LibraryInitController \\[Deinit \\] - Instance: \\w+ - Use Count: 0\n"
                                       "LibraryInitController \\[Destroy\\] - Instance: \\w+\n"));
+    LibraryInitController::s_consoleTrace = false;
+
+    g_events.clear();
+    LibraryInitController::init();
+    A::instance();
+    LibraryInitController::deinit();
+    EXPECT_THAT(g_events, ElementsAre("A made", "A initialised", "A is to go", "A destroyed"));
 }
 
 }   // namespace

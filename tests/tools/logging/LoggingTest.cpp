@@ -37,15 +37,10 @@ protected:
     Logger& logger = *Logging::instance().getLogger("unit.logger");
 };
 
-TEST_F(AttachedLogging, HasOneLoggerForEachNumberOfTheDispatcher)
+TEST_F(AttachedLogging, HasOneLoggerPerNameThatCanBeMutedForOneThread)
 {
-    EXPECT_EQ(Logging::instance().getLogger("unit.logger"), &logger);
     EXPECT_EQ(CachedLogger("unit.logger").get(), &logger);
     EXPECT_NE(Logging::instance().getLogger("unit.other"), &logger);
-}
-
-TEST_F(AttachedLogging, MutesALoggerForOneThread)
-{
     EXPECT_TRUE(logger.setThreadEnabled(false));
     EXPECT_FALSE(logger.setThreadEnabled(false));
     EXPECT_FALSE(logger.isEnabled(kCaught));
@@ -55,40 +50,35 @@ TEST_F(AttachedLogging, MutesALoggerForOneThread)
     EXPECT_TRUE(logger.isEnabled(kCaught));
 }
 
-TEST_F(AttachedLogging, DetachesWithTheLastUseAndAttachesAnewInTheNext)
+TEST_F(AttachedLogging, AttachesForEachUseAndIsSilentWhenTheDispatcherIsGone)
 {
     EXPECT_EQ(OrvoSimLog_countAttached(), 1u);
     LibraryInitController::deinit();
     EXPECT_EQ(OrvoSimLog_countAttached(), 0u);
     OrvoSimLog_setLevel("unit.logger", kTrace);
     LibraryInitController::init();
-    EXPECT_TRUE(Logging::instance().getLogger("unit.logger")->isEnabled(kTrace));
+    Logger* const anew = Logging::instance().getLogger("unit.logger");
+    EXPECT_TRUE(anew->isEnabled(kTrace));
     EXPECT_EQ(OrvoSimLog_countAttached(), 1u);
-}
 
-TEST_F(AttachedLogging, IsSilentOnceTheDispatcherHasGone)
-{
     OrvoSimLog_goAway();
-    logger.write(kCaught, "to nobody", 0, 0);
     Logger* const late = Logging::instance().getLogger("unit.logger");
-    EXPECT_NE(late, &logger);
     EXPECT_FALSE(late->isEnabled(kCaught));
     late->write(kCaught, "to nobody", 0, 0);
+    anew->write(kCaught, "to nobody", 0, 0);
     EXPECT_EQ(record(0).text, nullptr);
 }
 
-TEST_F(AttachedLogging, HandsRecordsOnAsTheyAreAndDropsOneThatFails)
+TEST_F(AttachedLogging, WritesRecordsWithTheirThreadAndDropsOneThatFails)
 {
     recordTrace(&logger, {"brdlib/DmaPort", 1}, [](std::ostream&) { FAIL() << "built"; });
     recordFailure(&logger, kCaught, [](std::ostream&) { throw std::runtime_error("no text"); });
-    OrvoSimLog_setLevel("unit.logger", kTrace);
-    logger.write(2, "as it is {}", 7, 8);
-    EXPECT_STREQ(record(0).logger, "unit.logger");
-    EXPECT_EQ(record(0).level, 2);
+    logger.write(kCaught, "as it is {}", 7, 8);
     EXPECT_STREQ(record(0).text, "as it is {}");
     EXPECT_EQ(record(0).word, 7u);
     EXPECT_EQ(record(0).longWord, 8u);
 
+    OrvoSimLog_setLevel("unit.logger", kTrace);
     const std::string thread = "thread-id=" + std::to_string(os::currentThreadId());
     recordTrace(&logger, {"brdlib/DmaPort", 191}, [](std::ostream& text) { text << "start " << 1234567; });
     EXPECT_EQ(record(1).text, "source-file=brdlib/DmaPort,source-line=191," + thread + "|start 1234567");
