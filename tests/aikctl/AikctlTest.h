@@ -10,7 +10,7 @@
 
 #include "sim/orvo_sim.h"
 #include "tests/support/Machine.h"
-#include "tests/support/Wheel.h"
+#include "tests/support/SimControl.h"
 
 namespace orvo::aikctl {
 

@@ -11,7 +11,7 @@
 #include "tests/sim/PictureRecorder.h"
 #include "tests/sim/Ring.h"
 #include "tests/support/Machine.h"
-#include "tests/support/Wheel.h"
+#include "tests/support/SimControl.h"
 
 namespace orvo::test {
 

@@ -61,7 +61,7 @@ TEST_P(SixFormats, ArriveAsTheBoardFilledThemAndNoByteMore)
     EXPECT_EQ(planar, planesOf(packed));
 }
 
-INSTANTIATE_TEST_SUITE_P(Images, SixFormats,
+INSTANTIATE_TEST_SUITE_P(, SixFormats,
                          testing::Values(Format{1, 2, 9, 9}, Format{2, 3, 7, 2}, Format{3, 1, 0, 0},
                                          Format{4, 4, 1, 1}, Format{5, 5, -1, -1}, Format{6, 6, 11, 2}),
                          [](const auto& format) { return "Format" + std::to_string(format.param.number); });
@@ -85,7 +85,9 @@ TEST_F(SystemTest, AColourPictureArrivesPixelByPixelPackedAndInPlanes)
     EXPECT_EQ(host.fetch(id, 6), "\1\4\2\5\3\6");
 }
 
-TEST_F(OneChannel, AnotherTransformationChangesTheCodeOfTheCurrentImageAtOnce)
+using Images = OneChannel;
+
+TEST_F(Images, ChangeTheirCodeAtOnceWithTheTransformation)
 {
     machine.oneBoard(Machine::process({Machine::dma(0, 2, 2, 1)}));
     ASSERT_EQ(host.release(id), done());
@@ -101,7 +103,7 @@ TEST_F(OneChannel, AnotherTransformationChangesTheCodeOfTheCurrentImageAtOnce)
     EXPECT_EQ(host.attributes().pixelFormat, AIK_PIXEL_PLANAR);
 }
 
-TEST_F(OneChannel, AnImageWithoutPixelsIsFetchedWithoutAByte)
+TEST_F(Images, WithoutPixelsAreFetchedWithoutAByte)
 {
     ASSERT_EQ(host.setup(id, 0, kHeight), done());
     ASSERT_EQ(host.start(id), done());

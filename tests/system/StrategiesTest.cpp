@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <array>
+#include <chrono>
+#include <functional>
 
 #include "tests/system/SystemTest.h"
 
@@ -95,7 +98,9 @@ TEST_F(Strategies, OldestFirstKeepsAllAndTellsOfTheLossUntilTheNextStart)
     EXPECT_EQ(fetch(2), Numbers({1, 2}));
     deliver(5);   // every buffer is ready now, and none is left for the board
     EXPECT_EQ(host.attributes(id), imageFails("Acquisistion is not setup"));
-    EXPECT_EQ(OrvoSim_deliver(0, 0, 3), 0);
+    EXPECT_EQ(OrvoSim_deliver(0, 0, 1), 0);
+    EXPECT_EQ(host.attributes(id), imageFails("1 images lost due buffer overflow"));
+    EXPECT_EQ(OrvoSim_deliver(0, 0, 2), 0);
     EXPECT_EQ(host.attributes(id), imageFails("3 images lost due buffer overflow"));
     EXPECT_EQ(host.getImage(id, memory.data()), imageFails("3 images lost due buffer overflow"));
     EXPECT_EQ(host.waitForIntegration(id), image());   // a wait never tells of it
@@ -127,6 +132,27 @@ TEST_F(Strategies, OneImageStaysTheHostsUntilItIsFetched)
     EXPECT_EQ(fetch(2), Numbers({1, 2}));
 }
 
+TEST_F(Strategies, WaitSevenMillisecondsForAnImage)
+{
+    using Clock = std::chrono::steady_clock;
+    using std::chrono::milliseconds;
+    startWith("OldestFirstOverwrite");
+    const std::function<Answer()> calls[] = {[&] { return host.waitForIntegration(id); },
+                                             [&] { return host.attributes(id); },
+                                             [&] { return host.getImage(id, memory.data()); }};
+    for (const auto& call : calls) {
+        std::array<Clock::duration, 9> waits{};
+        for (Clock::duration& wait : waits) {
+            const auto begin = Clock::now();
+            EXPECT_EQ(call(), pending());
+            wait = Clock::now() - begin;
+        }
+        std::sort(waits.begin(), waits.end());
+        EXPECT_GT(waits.front(), milliseconds(5));   // clocks differ by a step
+        EXPECT_LT(waits[4], milliseconds(50));       // on a busy machine, too
+    }
+}
+
 TEST_F(Strategies, ANullDestinationFailsBeforeAnyWaitAndTakesNoImage)
 {
     startWith("OldestFirstOverwrite");
@@ -150,8 +176,7 @@ TEST_F(Strategies, ImagesAreStillThereAfterTheStop)
 
 TEST_F(Strategies, AnotherStrategyKeepsTheReadyImagesAndIsRefusedWhileRunning)
 {
-    const auto refused =
-        fails("Feature could not be written. (This feature cannot be modified during acquisition.)");
+    const auto refused = cannotWrite("This feature cannot be modified during acquisition.");
     startWith("OldestFirst");
     deliver(3);
     EXPECT_EQ(host.write(id, "AcquisitionStrategy", "NewestOnly"), refused);

@@ -1,4 +1,4 @@
-#include "tests/support/Wheel.h"
+#include "tests/support/SimControl.h"
 
 #include <sstream>
 
