@@ -3,6 +3,7 @@
 
 #include "tests/system/CameraTest.h"
 #include "tests/system/DispatcherControl.h"
+#include "tests/system/Transcript.h"
 
 namespace orvo::test {
 
@@ -150,39 +151,27 @@ TEST_F(GigEPorts, EndTheirSearchWithTheFirstFailureAndSayWhy)
 
 TEST_F(GigEPorts, LoseTheCamerasThatRefuseToDisconnect)
 {
+    Transcript transcript;
+    const auto saw = [&](const char* title) { transcript.add(title, takeJournal(kCameraCalls)); };
     openBoard(kGigEVision);
     connect();
     OrvoSim_answer("Eth_disconnectCamera camera=c1", 1, -9);
     EXPECT_EQ(execute("Detect"), cannotExecute("eth error code: -9"));
-    EXPECT_EQ(takeJournal(kCameraCalls),
-              (Lines{"Eth_disconnectCamera camera=c1 -> -9", "Eth_releaseCamera camera=c1 -> 0"}));
     EXPECT_EQ(read("CameraIntValue"), cannotRead("No camera is connected"));
     EXPECT_EQ(execute("StartAcquisition"), cannotExecute("No camera is connected"));
-    OrvoSim_clearJournal();
+    saw("Detect, while the first camera refuses");
     EXPECT_EQ(execute("Detect"), done());
-    EXPECT_THAT(takeJournal("Eth_scanPorts Eth_connectCamera Eth_disconnectCamera"),
-                ElementsAre(StartsWith("Eth_scanPorts"), "Eth_connectCamera camera=c3 -> 0",
-                            "Eth_disconnectCamera camera=c2 -> 0", StartsWith("Eth_scanPorts"),
-                            "Eth_connectCamera camera=c4 -> 0"));
-    EXPECT_EQ(read("CameraIntValue", "Width"), gives("1280"));
-
+    saw("Detect again");
     OrvoSim_answer("Eth_disconnectCamera camera=c3", 1, -9);
     OrvoSim_answer("Eth_disconnectCamera camera=c4", 1, -10);
-    OrvoSim_clearJournal();
     EXPECT_EQ(execute("CloseCameraConnector"), cannotExecute("eth error code: -9"));
-    EXPECT_EQ(takeJournal(kCameraCalls),
-              (Lines{"Eth_disconnectCamera camera=c3 -> -9", "Eth_releaseCamera camera=c3 -> 0",
-                     "Eth_disconnectCamera camera=c4 -> -10", "Eth_releaseCamera camera=c4 -> 0",
-                     "Eth_closeBoard library=0 -> 0"}));
-
+    saw("CloseCameraConnector, while both refuse");
     connect();
     OrvoSim_answer("Eth_disconnectCamera", 0, -9);
     ASSERT_EQ(host.release(id), done());
     ASSERT_EQ(host.release(neighbour), done());
-    EXPECT_EQ(takeJournal(kCameraCalls),
-              (Lines{"Eth_disconnectCamera camera=c5 -> -9", "Eth_releaseCamera camera=c5 -> 0",
-                     "Eth_disconnectCamera camera=c6 -> -9", "Eth_releaseCamera camera=c6 -> 0",
-                     "Eth_closeBoard library=0 -> 0"}));
+    saw("the last ReleaseVideoChannel, while both refuse");
+    EXPECT_TRUE(transcript.isThatOf("cameras-that-refuse"));
 }
 
 /// What the search of this family tolerates is told by the records alone.

@@ -22,6 +22,9 @@ TEST_F(Features, AreFoundByExactNameAndCountedFromZero)
     EXPECT_EQ(Host::call(GetFeatureType, id, "bufferCount", &type), unknown);
     EXPECT_EQ(host.attribute(id, "bufferCount", 0), unknown);   // found before the code is looked at
     EXPECT_EQ(host.validEnum(id, "bufferCount", 0), unknown);
+
+    const std::string tooLong = "Cannot find feature with the name: " + std::string(300, 'x');
+    EXPECT_EQ(host.read(id, std::string(300, 'x').c_str()), fails(tooLong.substr(0, AIK_ERRSTR_SIZE - 1)));
 }
 
 TEST_F(Features, RefuseWithTheirOwnTextWrappedOrBare)
