@@ -92,7 +92,7 @@ TEST_F(Interface, StoresTheLaterFunctionsOnlyInALargerRecord)
         {0x280,
          {"GetFeatureName", "GetFeatureType", "GetValidEnum", "GetFeatureAttr", "ReleaseVideoChannel"}},
     };
-    const os::Module adapter = os::loadLibrary(libraryBesideUs("OrvoCognexAdapter"));
+    auto* const adapter = os::loadLibrary(libraryBesideUs("OrvoCognexAdapter"));
     ASSERT_EQ(host.release(id), done());
     for (const int32_t size : {0x260, 0x261}) {
         SCOPED_TRACE(size);
