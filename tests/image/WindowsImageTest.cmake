@@ -21,7 +21,7 @@ string(REGEX MATCHALL "Export RVA" addresses "${image}")
 list(LENGTH addresses count)
 expect("exported addresses" "${count}" 15)
 
-# Needs the system, and the two camera libraries by ordinal alone: a name would stand behind its hint.
+# Needs the system, and the two camera libraries by ordinal alone: a name would follow its hint.
 string(REGEX MATCHALL "DLL Name: [^\n]+" libraries "${image}")
 list(TRANSFORM libraries REPLACE "DLL Name: " "")
 list(TRANSFORM libraries TOLOWER)

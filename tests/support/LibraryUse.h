@@ -5,7 +5,7 @@
 namespace orvo::test {
 
 /// A use of the support library: singletons, and all loggers, go with it. What fetches a logger needs one, so
-/// that a case leaves nothing behind.
+/// that no test leaves any for the next.
 class LibraryUse {
 public:
     LibraryUse() { templates::platform::LibraryInitController::init(); }

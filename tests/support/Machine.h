@@ -10,8 +10,8 @@ namespace orvo::test {
 
 using nlohmann::json;
 
-/// The machine that a test describes: boards, the applet file of each, and the environment that leads to
-/// them. One at a time; a new one takes the wheel of the simulator from the beginning, in manual mode.
+/// The machine that a test describes: boards, the applet file of each, and the environment variables that name
+/// these files. One at a time; a new one resets the simulator and has pictures delivered by hand.
 class Machine {
 public:
     Machine();
@@ -21,11 +21,11 @@ public:
 
     /// A boards file with these entries. Without a call the simulator has its two built-in boards.
     void boards(const std::vector<json>& entries);
-    /// The applet file of a board: its variable leads to it from now on.
+    /// Writes the applet file of a board and has the board's variable name it.
     void applet(int board, const json& applet, const std::string& fileName = "applet.hap");
-    /// What the variable of a board holds; empty removes it.
+    /// Sets the variable of a board; empty removes it.
     void appletVariable(int board, const std::string& value);
-    /// Writes a file into the machine's folder, or into one below it, and answers its path.
+    /// Writes a file into the machine's folder, or into one below it, and returns its path.
     std::string file(const std::string& name, const std::string& content);
 
     const std::filesystem::path& folder() const { return m_folder; }

@@ -24,13 +24,17 @@ std::string libraryBesideUs(const std::string& name)
 
 std::string oldInstallation()
 {
-    const path buildFolder = ourFolder().parent_path().parent_path();
-    return (buildFolder / "tests" / "old").string();
+    return pathInBuild("tests/old");
 }
 
 std::string libraryOfOldInstallation(const std::string& name)
 {
     return (path(oldInstallation()) / "bin" / (name + os::kLibraryEnding)).string();
+}
+
+std::string pathInBuild(const std::string& path)
+{
+    return (ourFolder().parent_path().parent_path() / path).string();
 }
 
 }   // namespace orvo::test

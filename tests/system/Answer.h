@@ -44,6 +44,8 @@ inline Answer cannotExecute(const std::string& reason)
 {
     return fails("Command could not be executed. (" + reason + ")");
 }
+inline const char* const kNotAvailable = "Feature is not available.";
+
 inline Answer image()
 {
     return {AIK_OK, AIK_ACQ_COMPLETED, ""};

@@ -5,6 +5,7 @@ namespace orvo::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 const char* const kSetters = "Brd_setParameter*";
@@ -49,29 +50,24 @@ TEST_F(BoardParameters, AreTakenByTheFeatureOfTheirTypeAlone)
 {
     struct Row {
         const char* name;
-        const char* before;
         const char* feature;
+        const char* before;
         const char* written;
-        const char* call;
+        const char* call;   // to Brd_setParameterWithType, or for a text to Brd_setParameter
         const char* after;
     };
+    const char* const most = "18446744073709551615";
     const Row rows[] = {
-        {"Offset", "-7", "BrdIntValue", " -12abc",
-         "Brd_setParameterWithType board=0 id=5001 value=-12 dma=3 type=1 -> 0", "-12"},
-        {"Delay", "4294967295", "BrdIntValue", "-2",   // wraps, as numbers without sign do in a stream
-         "Brd_setParameterWithType board=0 id=5002 value=4294967294 dma=3 type=2 -> 0", "4294967294"},
-        {"Position", "-5000000000", "BrdIntValue", "5000000001",
-         "Brd_setParameterWithType board=0 id=5003 value=5000000001 dma=3 type=3 -> 0", "5000000001"},
-        {"Ticks", "18446744073709551615", "BrdIntValue", "18446744073709551614",
-         "Brd_setParameterWithType board=0 id=5004 value=18446744073709551614 dma=3 type=4 -> 0",
-         "18446744073709551614"},
-        {"Gain", "0.5", "BrdFloatValue", "0.123456789 dB",
-         "Brd_setParameterWithType board=0 id=5005 value=0.123456789 dma=3 type=5 -> 0", "0.123456789"},
-        {"Label", "left", "BrdStringValue", "right, lower",
-         "Brd_setParameter board=0 id=5006 value=\"right, lower\" dma=3 -> 0", "right, lower"},
-        {"Mask", "7", "BrdIntValue", "18446744073709551615",
-         "Brd_setParameterWithType board=0 id=5007 value=18446744073709551615 dma=3 type=4 -> 0",
-         "18446744073709551615"},
+        {"Offset", "BrdIntValue", "-7", " -12abc", "id=5001 value=-12 dma=3 type=1", "-12"},
+        {"Delay", "BrdIntValue", "4294967295", "-2", "id=5002 value=4294967294 dma=3 type=2", "4294967294"},
+        {"Position", "BrdIntValue", "-5000000000", "50000000001", "id=5003 value=50000000001 dma=3 type=3",
+         "50000000001"},
+        {"Ticks", "BrdIntValue", most, "7", "id=5004 value=7 dma=3 type=4", "7"},
+        {"Gain", "BrdFloatValue", "0.5", "0.123456789 dB", "id=5005 value=0.123456789 dma=3 type=5",
+         "0.123456789"},
+        {"Label", "BrdStringValue", "left", "right, lower", "id=5006 value=\"right, lower\" dma=3",
+         "right, lower"},
+        {"Mask", "BrdIntValue", "7", most, "id=5007 value=18446744073709551615 dma=3 type=4", most},
     };
     const std::pair<const char*, const char*> refusals[] = {
         {"BrdStringValue", "Parameter is not a string!"},
@@ -83,32 +79,23 @@ TEST_F(BoardParameters, AreTakenByTheFeatureOfTheirTypeAlone)
         select(row.name);
         EXPECT_EQ(read(row.feature), gives(row.before));
         EXPECT_EQ(write(row.feature, row.written), done());
-        EXPECT_THAT(takeJournal(kSetters), ElementsAre(row.call));
+        EXPECT_THAT(takeJournal(kSetters),
+                    ElementsAre(HasSubstr(" board=0 " + std::string(row.call) + " -> 0")));
         EXPECT_EQ(read(row.feature), gives(row.after));
         for (const auto& [feature, refusal] : refusals) {
             if (feature == std::string(row.feature))
                 continue;
             EXPECT_EQ(read(feature), cannotRead(refusal));
-            if (feature != std::string("BrdFloatValue")) {   // which leaves it to the library
+            if (feature != std::string("BrdFloatValue")) {
                 EXPECT_EQ(write(feature, "1"), cannotWrite(refusal));
+                EXPECT_THAT(takeJournal(kSetters), IsEmpty());
+            } else {   // leaves it to the library
+                OrvoSim_answer("Brd_setParameterWithType value=2.5 type=5", 1, -9);
+                EXPECT_EQ(write(feature, "2.5"), cannotWrite("brd error code: -9"));
+                OrvoSim_clearJournal();
             }
         }
-        EXPECT_THAT(takeJournal(kSetters), IsEmpty());
     }
-}
-
-TEST_F(BoardParameters, TakeADoubleAsFarAsTheLibraryDoes)
-{
-    select("Offset");
-    EXPECT_EQ(write("BrdFloatValue", "5"), done());
-    EXPECT_EQ(read("BrdIntValue"), gives("5"));
-    EXPECT_EQ(write("BrdFloatValue", "2.5"), cannotWrite("brd error code: -2073"));
-    select("Label");
-    EXPECT_EQ(write("BrdFloatValue", "5"), cannotWrite("brd error code: -2073"));
-    EXPECT_EQ(takeJournal(kSetters),
-              (Lines{"Brd_setParameterWithType board=0 id=5001 value=5 dma=3 type=5 -> 0",
-                     "Brd_setParameterWithType board=0 id=5001 value=2.5 dma=3 type=5 -> -2073",
-                     "Brd_setParameterWithType board=0 id=5006 value=5 dma=3 type=5 -> -2073"}));
 }
 
 TEST_F(BoardParameters, AreFoundByNameAnewForTypeAndValue)

@@ -24,13 +24,12 @@ inline std::ostream& operator<<(std::ostream& out, const CameraFamily& family)
     return out << family.name;
 }
 
-inline const char* const kNotAvailable = "Feature is not available.";
 inline const char* const kCameraCalls = "Eth_* Ogc_*";
 
 /// One board with a process of two DMAs, and its cameras. The board's channels share their cameras.
 class CameraTest : public SystemTest {
 protected:
-    /// Describes board 0, with cameras behind some of the ports, and opens its two channels.
+    /// Describes board 0, with cameras at some of its ports, and opens its two channels.
     void openBoard(const CameraFamily& family, const std::vector<int>& cameras = {0, 1},
                    const std::vector<int>& ports = {0, 1});
     /// Opens the camera library, finds the cameras, and forgets the calls that were made.

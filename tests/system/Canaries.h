@@ -20,7 +20,7 @@ public:
     {
         EXPECT_TRUE(intact(0, kFence)) << "The call wrote before the host's memory.";
         EXPECT_TRUE(intact(kFence + m_size, 2 * kFence + m_size))
-            << "The call wrote behind the host's memory.";
+            << "The call wrote after the host's memory.";
     }
 
     unsigned char* data() { return m_bytes.data() + kFence; }

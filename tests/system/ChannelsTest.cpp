@@ -1,5 +1,3 @@
-#include <chrono>
-
 #include "tests/system/SystemTest.h"
 
 namespace orvo::test {
@@ -15,6 +13,14 @@ protected:
         for (int32_t index = 0; host.open(index) == done(); ++index)
             names.push_back((host.record().failed ? "failed: " : "") + std::string(host.record().name));
         return names;
+    }
+
+    void grabbers(int count)
+    {
+        std::vector<json> boards;
+        for (int board = 0; board < count; ++board)
+            boards.push_back(Machine::grabber(board));
+        machine.boards(boards);
     }
 
     /// The reason of the failed channel at a position.
@@ -38,7 +44,7 @@ TEST_F(ChannelList, NumbersBoardsProcessesAndDmasInTheirOrder)
 
 TEST_F(ChannelList, KeepsAFailedBoardInItsPlaceBesideWorkingOnes)
 {
-    machine.boards({Machine::grabber(0), Machine::grabber(1)});
+    grabbers(2);
     machine.appletVariable(0, machine.folder().string());
     machine.applet(1, Machine::appletOf({dmas(1)}));
 
@@ -52,14 +58,12 @@ TEST_F(ChannelList, KeepsAFailedBoardInItsPlaceBesideWorkingOnes)
 
     const std::string reason = "ORVO_COGNEX_APPLET_0 does not refer to a valid file.";
     char memory = 0;
-    EXPECT_EQ(host.setup(failed, 8, 4), fails(reason));
-    EXPECT_EQ(host.start(failed), fails(reason));
-    EXPECT_EQ(host.stop(failed), fails(reason));
-    EXPECT_EQ(host.getImage(failed, &memory), imageFails(reason));
-    EXPECT_EQ(host.waitForIntegration(failed), imageFails(reason));
-    EXPECT_EQ(host.attributes(failed), imageFails(reason));
-    EXPECT_EQ(host.read(failed, "BufferCount"), fails(reason));
-    EXPECT_EQ(host.featureName(failed, 0), fails(reason));
+    for (const Answer& answer : {host.setup(failed, 8, 4), host.start(failed), host.stop(failed),
+                                 host.read(failed, "BufferCount"), host.featureName(failed, 0)})
+        EXPECT_EQ(answer, fails(reason));
+    for (const Answer& answer :
+         {host.getImage(failed, &memory), host.waitForIntegration(failed), host.attributes(failed)})
+        EXPECT_EQ(answer, imageFails(reason));
 
     const int64_t good = host.opened(1);
     EXPECT_EQ(host.record().failed, 0);
@@ -71,8 +75,7 @@ TEST_F(ChannelList, KeepsAFailedBoardInItsPlaceBesideWorkingOnes)
 
 TEST_F(ChannelList, SaysWhatIsWrongWithTheAppletOfABoard)
 {
-    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3),
-                    Machine::grabber(4), Machine::grabber(5)});
+    grabbers(6);
     machine.appletVariable(1, (machine.folder() / "missing.hap").string());
     machine.appletVariable(2, machine.file("applet.bin", "{}"));
     machine.appletVariable(3, std::string(300, 'h') + ".hap");
@@ -88,7 +91,7 @@ TEST_F(ChannelList, SaysWhatIsWrongWithTheAppletOfABoard)
 
 TEST_F(ChannelList, ChoosesTheLoaderByThePathAlone)
 {
-    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3)});
+    grabbers(4);
     const std::string text = Machine::appletOf({dmas(1)}).dump();
     machine.appletVariable(0, machine.file("a.dLL", text));
     machine.appletVariable(1, machine.file("b.hap.bak", text));
@@ -107,7 +110,7 @@ TEST_F(ChannelList, AsksTheFileOfALibraryAppletForItsDmas)
     const auto old = [&](const json& info) {
         return json{{"processes", twoProcesses}, {"lacks", {3050, 3080}}, {"info", info}};
     };
-    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2), Machine::grabber(3)});
+    grabbers(4);
     machine.applet(0, old(2), "old.dll");
     machine.applet(1, old(-5), "old.dll");
     machine.applet(2, old(nullptr), "old.dll");
@@ -127,7 +130,7 @@ TEST_F(ChannelList, AsksTheFileOfALibraryAppletForItsDmas)
 
 TEST_F(ChannelList, FailsABoardWhoseProcessesCannotBeCounted)
 {
-    machine.boards({Machine::grabber(0), Machine::grabber(1), Machine::grabber(2)});
+    grabbers(3);
     for (int board = 0; board < 3; ++board)
         machine.applet(board, Machine::appletOf({dmas(1), dmas(1)}));
     OrvoSim_answer("Brd_getParameterWithType board=0 id=3070", 1, -40);
@@ -162,11 +165,27 @@ TEST_F(ChannelList, FailsABoardThatVanishesWhileItIsOpened)
     EXPECT_EQ(host.start(host.record().channelID), fails("Cannot detect board type"));
 }
 
+TEST_F(ChannelList, StaysEmptyUntilAFailingRelease)
+{
+    machine.boards({});
+    EXPECT_EQ(host.open(0), fails("index is not valid"));
+    EXPECT_EQ(host.release(0), fails("Invalid channelID"));
+    EXPECT_THAT(journal("Brd_InitLibraries Brd_FreeLibraries"), testing::SizeIs(4));
+    machine.oneBoard(dmas(1));
+    EXPECT_EQ(host.start(1), fails("Invalid channelID"));   // makes an empty list, as it comes first
+    EXPECT_EQ(host.open(0), fails("index is not valid"));
+    EXPECT_EQ(host.release(1), fails("Invalid channelID"));
+    EXPECT_EQ(host.open(0), done());
+}
+
 TEST_F(ChannelList, BringsAReleasedChannelBackAndBeginsAnewAfterTheLastRelease)
 {
     machine.oneBoard(dmas(2));
     const int64_t first = host.opened(0);
     const int64_t second = host.opened(1);
+    EXPECT_EQ(host.open(1), fails("Handle already exists"));
+    EXPECT_EQ(host.record().channelID, second);
+    EXPECT_EQ(host.open(-1), fails("index is not valid"));
     ASSERT_EQ(host.write(first, "BufferCount", "3"), done());
     ASSERT_EQ(host.release(first), done());
     EXPECT_EQ(host.read(first, "BufferCount"), fails("Invalid channelID"));
@@ -184,20 +203,13 @@ TEST_F(ChannelList, BringsAReleasedChannelBackAndBeginsAnewAfterTheLastRelease)
 
 TEST_F(ChannelList, OpensListsAndClosesAHundredAndTwentyEightChannels)
 {
-    std::vector<json> boards;
-    for (int board = 0; board < 8; ++board) {
-        boards.push_back(Machine::grabber(board));
+    grabbers(8);
+    for (int board = 0; board < 8; ++board)
         machine.applet(board, Machine::appletOf({dmas(4), dmas(4), dmas(4), dmas(4)}));
-    }
-    machine.boards(boards);
-    const auto begin = std::chrono::steady_clock::now();
     EXPECT_THAT(listed(), testing::SizeIs(128));
-    EXPECT_EQ(host.record().channelID, 0);   // the record of the position behind the last
+    EXPECT_EQ(host.record().channelID, 0);   // nothing is stored for the position after the last
     for (int64_t id = 1; id <= 128; ++id)
         ASSERT_EQ(host.release(id), done());
-    const auto took = std::chrono::steady_clock::now() - begin;
-    RecordProperty("milliseconds",
-                   std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(took).count()));
     EXPECT_THAT(journal("Brd_FreeGrabber"), testing::SizeIs(8));
 }
 

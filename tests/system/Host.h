@@ -3,22 +3,37 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <type_traits>
 
 #include "aik/aik.h"
-#include "tests/system/Adapter.h"
 #include "tests/system/Answer.h"
 #include "tests/system/Canaries.h"
 
 namespace orvo::test {
 
-/// A host of the adapter: each call hands in memory between canaries, and a success must leave `errstr`
-/// alone. Channels are named by their ids. Its end releases what is open.
+/// A host of the adapter, linked as hosts are: each call hands in memory between canaries, and a success must
+/// leave `errstr` alone. Channels are named by their ids. Its end releases what is open.
 class Host {
 public:
-    explicit Host(const Adapter& adapter) : m_adapter(adapter) {}
+    Host() = default;
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
     ~Host();
+
+    /// One call of an export: all its arguments but `errstr`.
+    template <typename... Parameters>
+    static Answer call(int32_t (*function)(char*, Parameters...),
+                       std::type_identity_t<Parameters>... arguments)
+    {
+        Canaries errstr(AIK_ERRSTR_SIZE);
+        Answer answer;
+        answer.code = function(errstr.text(), arguments...);
+        if (answer.code != AIK_OK)
+            answer.text = errstr.text();
+        EXPECT_TRUE(errstr.isUntouchedFrom(answer.code == AIK_OK ? 0 : answer.text.size() + 1))
+            << "errstr holds more than the text of a failure.";
+        return answer;
+    }
 
     /// Opens a channel and keeps its record.
     Answer open(int32_t index);
@@ -28,29 +43,58 @@ public:
     Answer release(int64_t id);
 
     Answer setup(int64_t id, uint32_t width, uint32_t height, uint32_t xOffset = 0, uint32_t yOffset = 0);
-    Answer start(int64_t id);
-    Answer stop(int64_t id);
+    static Answer start(int64_t id) { return call(StartAcquisition, id); }
+    static Answer stop(int64_t id) { return call(StopAcquisition, id); }
 
-    Answer waitForIntegration(int64_t id);
+    static Answer waitForIntegration(int64_t id) { return imageCall(WaitForIntegration, id); }
+    /// Fills a record that holds canaries.
     Answer attributes(int64_t id);
     const csAIK_ImageAttributes& attributes() const { return m_attributes; }
-    Answer getImage(int64_t id, void* image);
+    static Answer getImage(int64_t id, void* image) { return imageCall(GetImage, id, image); }
     /// Fetches until there is an image, and answers its bytes.
-    std::string fetch(int64_t id, size_t size);
+    static std::string fetch(int64_t id, size_t size);
 
-    Answer execute(int64_t id, const char* feature);
-    Answer read(int64_t id, const char* feature);
-    Answer write(int64_t id, const char* feature, const char* value);
-    Answer featureName(int64_t id, uint32_t index);
-    Answer featureType(int64_t id, const char* feature);
-    Answer attribute(int64_t id, const char* feature, uint32_t attribute);
-    Answer validEnum(int64_t id, const char* feature, uint32_t index);
+    static Answer execute(int64_t id, const char* feature) { return call(ExecuteCommand, id, feature); }
+    static Answer read(int64_t id, const char* feature)
+    {
+        return textCall(AIK_VALUE_SIZE, ReadValue, id, feature);
+    }
+    static Answer write(int64_t id, const char* feature, const char* value)
+    {
+        return call(WriteValue, id, feature, value);
+    }
+    static Answer featureName(int64_t id, uint32_t index)
+    {
+        return textCall(AIK_NAME_SIZE, GetFeatureName, id, index);
+    }
+    static Answer attribute(int64_t id, const char* feature, uint32_t attribute)
+    {
+        return textCall(AIK_NAME_SIZE, GetFeatureAttr, id, feature, attribute);
+    }
+    /// Hands in zeroes, as the export wants it.
+    static Answer validEnum(int64_t id, const char* feature, uint32_t index);
 
 private:
-    template <typename Function>
-    Answer call(Function&& function);
+    /// A call whose last argument is the acquisition status.
+    template <typename Export, typename... Arguments>
+    static Answer imageCall(Export* function, Arguments... arguments)
+    {
+        uint32_t acqResult = 0;
+        Answer answer = call(function, arguments..., &acqResult);
+        answer.acqResult = acqResult;
+        return answer;
+    }
+    /// A call whose last argument is memory for a text.
+    template <typename Export, typename... Arguments>
+    static Answer textCall(size_t size, Export* function, Arguments... arguments)
+    {
+        Canaries text(size);
+        Answer answer = call(function, arguments..., text.text());
+        if (answer.code == AIK_OK)
+            answer.text = text.text();
+        return answer;
+    }
 
-    const Adapter& m_adapter;
     std::set<int64_t> m_open;
     csAIK_ChannelRecord m_record{};
     csAIK_ImageAttributes m_attributes{};

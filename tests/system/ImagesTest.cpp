@@ -61,47 +61,36 @@ TEST_P(SixFormats, ArriveAsTheBoardFilledThemAndNoByteMore)
     EXPECT_EQ(planar, planesOf(packed));
 }
 
-INSTANTIATE_TEST_SUITE_P(Images, SixFormats,
+INSTANTIATE_TEST_SUITE_P(, SixFormats,
                          testing::Values(Format{1, 2, 9, 9}, Format{2, 3, 7, 2}, Format{3, 1, 0, 0},
                                          Format{4, 4, 1, 1}, Format{5, 5, -1, -1}, Format{6, 6, 11, 2}),
                          [](const auto& format) { return "Format" + std::to_string(format.param.number); });
 
-TEST_F(SystemTest, AColourPictureArrivesPixelByPixelPackedAndInPlanes)
+using Images = OneChannel;
+
+TEST_F(Images, ArrivePixelByPixelAndChangeTheirCodeWithTheTransformation)
 {
     // Two pixels: red 1, green 2, blue 3, and 4, 5, 6.
     machine.file("pictures/one.ppm", std::string("P6\n2 1\n255\n") + "\1\2\3\4\5\6");
     json dma = Machine::dma(0, 2, 2, 1);
     dma["source"] = {{"folder", "pictures"}, {"fit", "crop"}};
     machine.oneBoard(Machine::process({dma}));
-    const int64_t id = host.opened(0);
-    ASSERT_EQ(host.setup(id, 2, 1), done());
-    ASSERT_EQ(host.start(id), done());
-    deliver(1);
-    EXPECT_EQ(host.fetch(id, 6), "\3\2\1\6\5\4");
-    ASSERT_EQ(host.stop(id), done());
-    ASSERT_EQ(host.write(id, "Transformation", "RGB8PackedToPlanar"), done());
-    ASSERT_EQ(host.start(id), done());
-    deliver(1);
-    EXPECT_EQ(host.fetch(id, 6), "\1\4\2\5\3\6");
-}
-
-TEST_F(OneChannel, AnotherTransformationChangesTheCodeOfTheCurrentImageAtOnce)
-{
-    machine.oneBoard(Machine::process({Machine::dma(0, 2, 2, 1)}));
     ASSERT_EQ(host.release(id), done());
     id = host.opened(0);
     ASSERT_EQ(host.setup(id, 2, 1), done());
     ASSERT_EQ(host.start(id), done());
-    deliver(1);
+    deliver(2);
+    EXPECT_EQ(host.fetch(id, 6), "\3\2\1\6\5\4");
     ASSERT_EQ(host.stop(id), done());
     ASSERT_EQ(host.attributes(id), image());
     EXPECT_EQ(host.attributes().pixelFormat, AIK_PIXEL_BGR8);
     ASSERT_EQ(host.write(id, "Transformation", "RGB8PackedToPlanar"), done());
     ASSERT_EQ(host.attributes(id), image());
-    EXPECT_EQ(host.attributes().pixelFormat, AIK_PIXEL_PLANAR);
+    EXPECT_EQ(host.attributes().pixelFormat, AIK_PIXEL_PLANAR);   // of the very same picture
+    EXPECT_EQ(host.fetch(id, 6), "\1\4\2\5\3\6");
 }
 
-TEST_F(OneChannel, AnImageWithoutPixelsIsFetchedWithoutAByte)
+TEST_F(Images, WithoutPixelsAreFetchedWithoutAByte)
 {
     ASSERT_EQ(host.setup(id, 0, kHeight), done());
     ASSERT_EQ(host.start(id), done());

@@ -1,200 +1,111 @@
 #include "tests/system/CameraTest.h"
 #include "tests/system/DispatcherControl.h"
+#include "tests/system/Transcript.h"
 
 namespace orvo::test {
 
 namespace {
 
-std::string interfaceTrace(const std::string& message)
-{
-    return "1 orvo.Cognex.Interface source-file=OrvoCognexAdapter,source-line=N,thread-id=T|" + message;
-}
-
-std::string interfaceCaught(const std::string& message)
-{
-    return "5 orvo.Cognex.Interface thread-id=T|" + message;
-}
-
-std::string portTrace(const std::string& line, const std::string& message)
-{
-    return "1 orvo.Cognex.DmaPort source-file=brdlib/DmaPort,source-line=" + line + ",thread-id=T|" + message;
-}
-
-std::string connectorTrace(const std::string& message)
-{
-    return "1 orvo.Cognex.CameraConnector source-file=camera/CameraConnector,source-line=N,thread-id=T|" +
-           message;
-}
-
-/// As OneChannel, with the dispatcher listening from the first call on.
+/// One board with one channel, of the DMA 3, and the dispatcher listening from the first call on.
 class LogRecords : public SystemTest {
 protected:
     LogRecords() { machine.oneBoard(Machine::process({Machine::dma(3)})); }
 
-    DispatcherWheel dispatcher;
+    void saw(const std::string& title) { transcript.add(title, dispatcher.take()); }
+
+    DispatcherControl dispatcher;
+    Transcript transcript;
 };
 
-TEST_F(LogRecords, TellAWholeLife)
+TEST_F(LogRecords, TellAWholeSession)
 {
     const int64_t id = host.opened(0);
-    EXPECT_EQ(dispatcher.take(),
-              (Lines{interfaceTrace("Enter GetVideoChannel"), connectorTrace("Connector update state : 1"),
-                     interfaceTrace("Leave GetVideoChannel: 0")}));
-
+    saw("open");
     OrvoSim_answer("Brd_setParameter id=300", 1, -7);
-    ASSERT_EQ(host.setup(id, 8, 4, 9, 9), done());
-    EXPECT_EQ(dispatcher.take(),
-              (Lines{interfaceTrace("Enter SetupCommonParams"),
-                     "4 orvo.Cognex.Interface thread-id=T|Cannot set image offset: Cannot set BRD_XOFFSET",
-                     interfaceTrace("Leave SetupCommonParams: 0")}));
+    EXPECT_EQ(host.setup(id, 8, 4, 9, 9), done());
+    saw("set up, and the x offset is refused");
     OrvoSim_answer("Brd_setParameter id=400", 1, -7);
-    ASSERT_EQ(host.setup(id, 8, 4, 0, 1), done());
-    EXPECT_EQ(dispatcher.take().at(1),
-              "4 orvo.Cognex.Interface thread-id=T|Cannot set image offset: Cannot set BRD_YOFFSET");
-
-    ASSERT_EQ(host.write(id, "AcquisitionStrategy", "OldestFirst"), done());
-    const std::string step =
-        "1 orvo.Cognex.Feature source-file=features/EnumerationFeature,source-line=N,thread-id=T|";
-    EXPECT_EQ(dispatcher.take(), (Lines{interfaceTrace("Enter WriteValue"), step + "WriteEnum start",
-                                        step + "WriteEnum End", interfaceTrace("Leave WriteValue: 0")}));
-    ASSERT_EQ(host.read(id, "AcquisitionStrategy"), gives("OldestFirst"));
-    EXPECT_EQ(dispatcher.take(), (Lines{interfaceTrace("Enter ReadValue"), step + "ReadEnum start",
-                                        step + "ReadEnum End", interfaceTrace("Leave ReadValue: 0")}));
-
-    ASSERT_EQ(host.start(id), done());
-    EXPECT_EQ(dispatcher.take(),
-              (Lines{interfaceTrace("Enter StartAcquisition"), portTrace("191", "start dma(3)"),
-                     interfaceTrace("Leave StartAcquisition: 0")}));
-
-    ASSERT_EQ(host.waitForIntegration(id), pending());
-    EXPECT_EQ(
-        dispatcher.take(),
-        (Lines{interfaceTrace("Enter WaitForIntegration"),
-               interfaceCaught("WaitForIntegration panding: No image arrived within the given timeout."),
-               interfaceTrace("Leave WaitForIntegration: 0")}));
-
+    EXPECT_EQ(host.setup(id, 8, 4, 0, 1), done());
+    saw("set up, and the y offset is refused");
+    EXPECT_EQ(host.write(id, "AcquisitionStrategy", "OldestFirst"), done());
+    saw("write an enumeration");
+    EXPECT_EQ(host.read(id, "AcquisitionStrategy"), gives("OldestFirst"));
+    saw("read an enumeration");
+    EXPECT_EQ(Host::call(ExecuteCommand, id, nullptr), fails("Feature name is an invalid ptr"));
+    EXPECT_EQ(StartAcquisition(nullptr, id), AIK_FAILED);
+    saw("execute no feature, then start without errstr");
+    OrvoSim_answer("Brd_AcquireEx", 1, -7);
+    EXPECT_EQ(host.start(id), fails("brd error code: -7"));
+    EXPECT_EQ(OrvoSim_callBack(0, 3, 1), 0);
+    saw("start, and the board refuses; a picture comes all the same");
+    EXPECT_EQ(host.start(id), done());
+    saw("start");
+    EXPECT_EQ(host.waitForIntegration(id), pending());
+    saw("wait for no picture");
     deliver(1, 3);
-    EXPECT_EQ(dispatcher.take(), Lines{portTrace("338", "newBuffer dma(3):0")});
-
-    int64_t status = 11;
-    OrvoSim_answerWith("Brd_getStatusEx code=40", 1, status, nullptr, 0);
-    status = 22;
-    OrvoSim_answerWith("Brd_getStatusEx code=40", 2, status, nullptr, 0);
+    saw("a picture comes");
+    OrvoSim_answer("Brd_getStatusEx code=40", 1, 11);
+    OrvoSim_answer("Brd_getStatusEx code=40", 2, 22);
     host.fetch(id, 32);
-    EXPECT_EQ(dispatcher.take(),
-              (Lines{interfaceTrace("Enter GetImage"), portTrace("357", "unblockBuffer dma(3):0 _11-22"),
-                     interfaceTrace("Leave GetImage: 0")}));
-
+    saw("fetch it");
     OrvoSim_answer("Brd_getImagePtrEx", 1, 0);
     deliver(1, 3);
-    EXPECT_EQ(
-        dispatcher.take(),
-        Lines{
-            "5 orvo.Cognex.DmaPort thread-id=T|Error in acquisition callback Picture of an unknown buffer"});
-
-    ASSERT_EQ(host.stop(id), done());
-    ASSERT_EQ(host.stop(id), fails("Acquisition is not running"));
-    EXPECT_EQ(dispatcher.take(),
-              (Lines{interfaceTrace("Enter StopAcquisition"), interfaceTrace("Leave StopAcquisition: 0"),
-                     interfaceTrace("Enter StopAcquisition"),
-                     interfaceCaught("StopAcquisition exception: Acquisition is not running"),
-                     interfaceTrace("Leave StopAcquisition: 1")}));
-
-    ASSERT_EQ(host.release(id), done());
-    EXPECT_EQ(dispatcher.take(), (Lines{interfaceTrace("Enter ReleaseVideoChannel"),
-                                        interfaceTrace("Leave ReleaseVideoChannel: 0")}));
-    EXPECT_EQ(host.start(id), fails("Invalid channelID"));   // everything is down: no logger, no record
-    EXPECT_EQ(dispatcher.take(), Lines());
+    saw("a picture of an unknown buffer comes");
+    EXPECT_EQ(host.stop(id), done());
+    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
+    saw("stop, twice");
+    EXPECT_EQ(host.release(id), done());
+    saw("release");
+    EXPECT_EQ(host.start(id), fails("Invalid channelID"));
+    saw("start when everything is down");
     EXPECT_EQ(host.release(id), fails("Invalid channelID"));
-}
-
-TEST_F(LogRecords, TellOfAPictureThatCameWithoutAcquisition)
-{
-    const int64_t id = host.opened(0);
-    ASSERT_EQ(host.setup(id, 8, 4), done());
-    OrvoSim_answer("Brd_AcquireEx", 1, -7);
-    ASSERT_EQ(host.start(id), fails("brd error code: -7"));
     dispatcher.take();
-    EXPECT_EQ(OrvoSim_callBack(0, 3, 1), 0);
-    EXPECT_EQ(dispatcher.take(),
-              Lines{"5 orvo.Cognex.DmaPort thread-id=T|Picture received despite no acquisition running"});
-}
-
-TEST_F(LogRecords, TellOfAFailedBoard)
-{
     machine.appletVariable(0, "");
     host.opened(0);
-    EXPECT_THAT(
-        dispatcher.take(),
-        testing::Contains("5 orvo.Cognex.BoardContainer thread-id=T|ORVO_COGNEX_APPLET_0 is not a valid "
-                          "environment variable."));
-}
-
-TEST_F(LogRecords, TellOfACallWithoutErrstr)
-{
-    host.opened(0);
-    dispatcher.take();
-    EXPECT_EQ(adapter.startAcquisition(nullptr, 1), AIK_FAILED);
-    EXPECT_THAT(dispatcher.take(), testing::Contains(interfaceCaught(
-                                       "StartAcquisition exception: errstr is an invalid pointer.")));
+    saw("open a failed board");
+    EXPECT_TRUE(transcript.isThatOf("session-log"));
 }
 
 TEST_F(LogRecords, FollowTheDispatchersLevels)
 {
     const int64_t id = host.opened(0);
-    dispatcher.setLevel("orvo.Cognex.Interface", 5);
-    dispatcher.take();
-    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
-    EXPECT_EQ(dispatcher.take(),
-              Lines{interfaceCaught("StopAcquisition exception: Acquisition is not running")});
-    dispatcher.setLevel("orvo.Cognex.Interface", 6);
-    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
-    EXPECT_EQ(dispatcher.take(), Lines());
-    dispatcher.setLevel("orvo.Cognex.Interface", 1);
-    dispatcher.goAway();
-    EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
-    EXPECT_EQ(dispatcher.take(), Lines());
+    const auto recordsAt = [&](int32_t level) {
+        OrvoSimLog_setLevel("orvo.Cognex.Interface", level);
+        dispatcher.take();
+        EXPECT_EQ(host.stop(id), fails("Acquisition is not running"));
+        return dispatcher.take().size();
+    };
+    EXPECT_EQ(recordsAt(1), 3u);
+    EXPECT_EQ(recordsAt(5), 1u);   // the failure alone
+    EXPECT_EQ(recordsAt(6), 0u);
+    OrvoSimLog_setLevel("orvo.Cognex.Interface", 1);
+    OrvoSimLog_goAway();
+    EXPECT_EQ(recordsAt(1), 0u);
 }
 
-/// Of the connector alone, without what all of them begin with.
 class ConnectorRecords : public EitherFamily {
 protected:
-    ConnectorRecords()
-    {
-        openBoard(GetParam());
-        connect();
-        take();
-    }
-
-    Lines take()
-    {
-        const std::string begin = connectorTrace("Connector ");
-        Lines records = dispatcher.take();
-        std::erase_if(records, [&](const std::string& record) { return !record.starts_with(begin); });
-        for (std::string& record : records)
-            record.erase(0, begin.size());
-        return records;
-    }
-
-    DispatcherWheel dispatcher;
+    DispatcherControl dispatcher;
 };
 ORVO_FOR_BOTH_FAMILIES(ConnectorRecords);
 
 TEST_P(ConnectorRecords, TellTheStatesFromTheReachedOneDown)
 {
-    ASSERT_EQ(write("PortIndex", "1"), done());
-    EXPECT_EQ(take(), (Lines{"State (found ports): 2", "State (found cameras): 1", "update state : 7",
-                             "update state : 4", "update state : 5", "update state : 2", "update state : 3",
-                             "update state : 0", "update state : 1"}));
-    ASSERT_EQ(write("CameraIndex", "1"), done());
-    EXPECT_EQ(take(),
-              (Lines{"State (found ports): 2", "State (found cameras): 1", "update state : 5",
-                     "update state : 2", "update state : 3", "update state : 0", "update state : 1"}));
-    ASSERT_EQ(write("PortIndex", "-1"), done());
-    EXPECT_EQ(take(),
-              (Lines{"State (found ports): 2", "update state : 3", "update state : 0", "update state : 1"}));
-    ASSERT_EQ(execute("CloseCameraConnector"), done());
-    EXPECT_EQ(take(), Lines{"update state : 1"});
+    Transcript transcript;
+    const auto saw = [&](const std::string& title, const Answer& answer) {
+        EXPECT_EQ(answer, done());
+        Lines records = dispatcher.take();
+        std::erase_if(records, [](const auto& record) { return record.find("Interface") != record.npos; });
+        transcript.add(title, records);
+    };
+    openBoard(GetParam());
+    connect();
+    dispatcher.take();
+    saw("PortIndex = 1", write("PortIndex", "1"));
+    saw("CameraIndex = 1", write("CameraIndex", "1"));
+    saw("PortIndex = -1", write("PortIndex", "-1"));
+    saw("CloseCameraConnector", execute("CloseCameraConnector"));
+    EXPECT_TRUE(transcript.isThatOf("connector-states"));
 }
 
 }   // namespace

@@ -6,18 +6,25 @@
 #include "sim/orvo_sim.h"
 #include "tests/support/Machine.h"
 #include "tests/support/SimControl.h"
-#include "tests/system/Adapter.h"
 #include "tests/system/Host.h"
 
 namespace orvo::test {
 
-/// A host, the adapter, and a machine that the test describes before it opens the first channel. Pictures
-/// come when the test delivers them.
+/// A host, and a machine that the test describes before it opens the first channel. Pictures come when the
+/// test delivers them.
 class SystemTest : public testing::Test {
 protected:
+    /// The number of a picture whose source is "numbers".
+    static uint64_t numberIn(const std::string& image)
+    {
+        uint64_t number = 0;
+        for (size_t i = 8; i-- > 0;)
+            number = number << 8 | static_cast<unsigned char>(image[i]);
+        return number;
+    }
+
     Machine machine;
-    Adapter adapter;
-    Host host{adapter};
+    Host host;
 };
 
 /// One board with one channel, which is open and set up: 8 x 4 pixels, 8-bit grey, five buffers.
@@ -38,14 +45,6 @@ protected:
 
     /// The number of the picture that the host fetches next; each picture holds its own.
     uint64_t fetchNumber() { return numberIn(host.fetch(id, kImageSize)); }
-
-    static uint64_t numberIn(const std::string& image)
-    {
-        uint64_t number = 0;
-        for (size_t i = 8; i-- > 0;)
-            number = number << 8 | static_cast<unsigned char>(image[i]);
-        return number;
-    }
 
     int64_t id = 0;
 };
