@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "aikctl/CommandLine.h"
-#include "aikctl/Console.h"
+#include "aikctl/commands/CommandLine.h"
+#include "aikctl/console/Console.h"
 
 namespace orvo::aikctl {
 
@@ -18,6 +18,14 @@ Outcome AikctlTest::run(const std::vector<std::string>& arguments) const
     Console console(out, err, false, m_isInterrupted);
     const int exitCode = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
     return {exitCode, out.str(), err.str()};
+}
+
+json AikctlTest::runForJson(std::vector<std::string> arguments) const
+{
+    arguments.emplace_back("--json");
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+    return json::parse(outcome.out);
 }
 
 Outcome AikctlTest::grab(std::vector<std::string> arguments) const

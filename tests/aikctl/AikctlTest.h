@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
 #include "sim/orvo_sim.h"
@@ -14,33 +14,30 @@
 
 namespace orvo::aikctl {
 
+using nlohmann::json;
 using test::journal;
+using testing::HasSubstr;
 
 /// What a run of the program said and how it ended.
 struct Outcome {
     int exitCode;
     std::string out;
     std::string err;
-
-    nlohmann::json json() const { return nlohmann::json::parse(out); }
 };
 
-/// The program run in this process, over two simulated boards whose applets the test chooses, with a folder
-/// of its own.
+/// The program, run in this process over simulated boards, with a folder of its own.
 class AikctlTest : public testing::Test {
 protected:
     AikctlTest() { OrvoSim_setManual(0); }
 
     /// The applet of a board, 0 or 1.
-    void applet(int board, const nlohmann::json& applet = nlohmann::json::object())
-    {
-        m_machine.applet(board, applet);
-    }
-    /// Takes the applet of a board away, so that its one channel fails.
+    void applet(int board, const json& applet = json::object()) { m_machine.applet(board, applet); }
+    /// Takes the applet of a board away, so that its only channel fails.
     void noApplet(int board) { m_machine.appletVariable(board, ""); }
-    void noBoards() { m_machine.boards({}); }
 
     Outcome run(const std::vector<std::string>& arguments) const;
+    /// The JSON that the program prints; it must end well.
+    json runForJson(std::vector<std::string> arguments) const;
     /// A grab into pictures().
     Outcome grab(std::vector<std::string> arguments) const;
 
@@ -49,10 +46,8 @@ protected:
     /// The names in pictures(), sorted.
     std::vector<std::string> savedFiles() const;
 
-    /// Whether the person at the console has pressed Ctrl-C; false if not set.
+    /// Whether the user has pressed Ctrl-C.
     std::function<bool()> m_isInterrupted = [] { return false; };
-
-private:
     test::Machine m_machine;
 };
 

@@ -5,7 +5,7 @@ namespace {
 
 using CommandLine = AikctlTest;
 
-TEST_F(CommandLine, SaysWhatIsWrongWithIt)
+TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
 {
     const std::pair<std::vector<std::string>, std::string> misuses[] = {
         {{}, "No command is given"},
@@ -21,7 +21,8 @@ TEST_F(CommandLine, SaysWhatIsWrongWithIt)
         {{"grab", "--set", "Width"}, "Width is no NAME=VALUE"},
         {{"grab", "--no-camera", "--action"}, "--no-camera"},
         {{"do", "0"}, "STEP"},
-        {{"do", "0", "get", "PortCount", "put"}, "put is no step"},
+        {{"do", "0", "get", "PortCount", "put"},
+         "put is no step: get FEATURE, set FEATURE=VALUE or exec FEATURE"},
         {{"do", "0", "get"}, "get lacks its feature"},
         {{"set", "0", "BufferCount"}, "set BufferCount has no value"},
         {{"get", "-1", "BufferCount"}, "CHANNEL"},
@@ -31,16 +32,17 @@ TEST_F(CommandLine, SaysWhatIsWrongWithIt)
     for (const auto& [arguments, complaint] : misuses) {
         const Outcome misuse = run(arguments);
         EXPECT_EQ(misuse.exitCode, 2) << misuse.err;
-        EXPECT_NE(misuse.err.find(complaint), std::string::npos) << misuse.err;
+        EXPECT_THAT(misuse.err, HasSubstr(complaint));
         EXPECT_EQ(misuse.out, "");
     }
+    EXPECT_EQ(OrvoSim_countJournal(), 0U);
 }
 
-TEST_F(CommandLine, HelpsOnTheStreamOfResults)
+TEST_F(CommandLine, PrintsHelpWhereResultsGo)
 {
     const Outcome help = run({"grab", "--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_NE(help.out.find("--strategy"), std::string::npos);
+    EXPECT_THAT(help.out, HasSubstr("--strategy"));
     EXPECT_EQ(help.err, "");
 }
 
