@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,31 +22,43 @@ struct Outcome {
     int exitCode;
     std::string out;
     std::string err;
+
+    nlohmann::json json() const { return nlohmann::json::parse(out); }
 };
 
-/// The program, run in this process over simulated boards, with a folder of its own.
+/// The program, run in this process over the two built-in boards, with a folder of its own. Board 0 has the channels 0 and
+/// 1 with GigE Vision cameras, board 1 has channel 2.
 class AikctlTest : public testing::Test {
 protected:
-    AikctlTest() { OrvoSim_setManual(0); }
+    AikctlTest()
+    {
+        OrvoSim_setManual(0);
+        applet(0, json::object());
+        applet(1, json::object());
+    }
 
     /// The applet of a board, 0 or 1.
-    void applet(int board, const json& applet = json::object()) { m_machine.applet(board, applet); }
-    /// Takes the applet of a board away, so that its only channel fails.
+    void applet(int board, const json& applet) { m_machine.applet(board, applet); }
+    /// Takes the applet of a board away, so that its only channel fails with noAppletFailure().
     void noApplet(int board) { m_machine.appletVariable(board, ""); }
+    static std::string noAppletFailure(int board)
+    {
+        return "ORVO_COGNEX_APPLET_" + std::to_string(board) + " is not a valid environment variable.";
+    }
 
-    Outcome run(const std::vector<std::string>& arguments) const;
-    /// The JSON that the program prints; it must end well.
-    json runForJson(std::vector<std::string> arguments) const;
+    /// Runs the program with arguments that have blanks between.
+    Outcome run(const std::string& arguments) const;
     /// A grab into pictures().
-    Outcome grab(std::vector<std::string> arguments) const;
+    Outcome grab(const std::string& arguments) const
+    {
+        return run("grab --output " + pictures().string() + " " + arguments);
+    }
 
     const std::filesystem::path& folder() const { return m_machine.folder(); }
     std::filesystem::path pictures() const { return folder() / "pictures"; }
     /// The names in pictures(), sorted.
     std::vector<std::string> savedFiles() const;
 
-    /// Whether the user has pressed Ctrl-C.
-    std::function<bool()> m_isInterrupted = [] { return false; };
     test::Machine m_machine;
 };
 

@@ -7,27 +7,24 @@ using CommandLine = AikctlTest;
 
 TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
 {
-    const std::pair<std::vector<std::string>, std::string> misuses[] = {
-        {{}, "No command is given"},
-        {{"grow"}, "grow"},
-        {{"grab", "first"}, "first is neither a channel's number nor all"},
-        {{"grab", "--", "-1"}, "-1 is neither"},
-        {{"grab", "1x"}, "1x is neither"},
-        {{"grab", "--count", "0"}, "--count"},
-        {{"grab", "--count", "-3"}, "--count"},
-        {{"grab", "--strategy", "Newest"}, "NewestOnly"},
-        {{"grab", "--timeout", "0"}, "--timeout"},
-        {{"list", "--count", "3"}, "--count"},
-        {{"grab", "--set", "Width"}, "Width is no NAME=VALUE"},
-        {{"grab", "--no-camera", "--action"}, "--no-camera"},
-        {{"do", "0"}, "STEP"},
-        {{"do", "0", "get", "PortCount", "put"},
-         "put is no step: get FEATURE, set FEATURE=VALUE or exec FEATURE"},
-        {{"do", "0", "get"}, "get lacks its feature"},
-        {{"set", "0", "BufferCount"}, "set BufferCount has no value"},
-        {{"get", "-1", "BufferCount"}, "CHANNEL"},
-        {{"get", "0", "BufferCount", "--key", "Width"}, "--key Width is for none of the features"},
-        {{"get", "0", "PortIndex", "--port", "1"}, "--camera"},
+    const std::pair<std::string, std::string> misuses[] = {
+        {"", "No command is given"},
+        {"grow", "grow"},
+        {"grab -- -1", "-1 is neither"},
+        {"grab 1x", "1x is neither a channel's number nor all"},
+        {"grab --count 0", "--count"},
+        {"grab --strategy Newest", "NewestOnly"},
+        {"grab --timeout 0", "--timeout"},
+        {"list --count 3", "--count"},
+        {"grab --set Width", "Width is no NAME=VALUE"},
+        {"grab --no-camera --action", "--no-camera"},
+        {"do 0", "STEP"},
+        {"do 0 get PortCount put", "put is no step: get FEATURE, set FEATURE=VALUE or exec FEATURE"},
+        {"do 0 get", "get lacks its feature"},
+        {"set 0 BufferCount", "set BufferCount has no value"},
+        {"get -1 BufferCount", "CHANNEL"},
+        {"get 0 BufferCount --key Width", "--key Width is for none of the features"},
+        {"get 0 PortIndex --port 1", "--camera"},
     };
     for (const auto& [arguments, complaint] : misuses) {
         const Outcome misuse = run(arguments);
@@ -40,7 +37,7 @@ TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
 
 TEST_F(CommandLine, PrintsHelpWhereResultsGo)
 {
-    const Outcome help = run({"grab", "--help"});
+    const Outcome help = run("grab --help");
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_THAT(help.out, HasSubstr("--strategy"));
     EXPECT_EQ(help.err, "");

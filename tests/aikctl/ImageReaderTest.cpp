@@ -7,14 +7,13 @@
 namespace orvo::aikctl {
 namespace {
 
-constexpr size_t kPixels = 10;
+constexpr int32_t kPixels = 10;
 
 // What an adapter answers next. No board would do it at the moment when a test needs it.
 struct {
-    bool isPending = false;
-    bool isRingFull = false;
-    size_t imageSize = kPixels;
-    int fetched = 0;
+    bool isPending;
+    bool isRingFull;
+    int fetched;
 } g_adapter;
 
 int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttributes* attributes,
@@ -22,7 +21,7 @@ int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttribu
 {
     constexpr char kRingIsFull[] = "Acquisistion is not setup";
     *result = g_adapter.isPending ? AIK_ACQ_PENDING : AIK_ACQ_COMPLETED;
-    attributes->pixelFormat = AIK_PIXEL_MONO8;
+    attributes->pixelFormat = AIK_PIXEL_MONO16;
     if (!g_adapter.isRingFull)
         return AIK_OK;
     std::memcpy(errstr, kRingIsFull, sizeof(kRingIsFull));
@@ -33,7 +32,7 @@ int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttribu
 int32_t answerImage(char* /*errstr*/, int64_t /*channelID*/, void* image, uint32_t* result)
 {
     *result = AIK_ACQ_COMPLETED;
-    std::memset(image, ++g_adapter.fetched, g_adapter.imageSize);
+    std::memset(image, ++g_adapter.fetched, 2 * kPixels);
     return AIK_OK;
 }
 
@@ -69,10 +68,9 @@ TEST_F(Reader, FetchesNoImageWithoutItsAttributes)
     EXPECT_EQ(g_adapter.fetched, 0);
 
     g_adapter.isPending = false;
-    g_adapter.imageSize = kPixels * 2;
     const auto image = m_reader.next();
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), g_adapter.imageSize);
+    EXPECT_EQ(image->size(), 2U * kPixels);
 }
 
 TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)
@@ -83,7 +81,7 @@ TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)
 
     g_adapter.isRingFull = false;
     ASSERT_TRUE(m_reader.next());
-    EXPECT_EQ(m_reader.pixelCode(), AIK_PIXEL_MONO8);
+    EXPECT_EQ(m_reader.pixelCode(), AIK_PIXEL_MONO16);
 }
 
 }   // namespace
