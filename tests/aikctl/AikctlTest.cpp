@@ -1,8 +1,8 @@
 #include "tests/aikctl/AikctlTest.h"
 
-#include <algorithm>
 #include <iterator>
 #include <sstream>
+#include <vector>
 
 #include "aikctl/commands/CommandLine.h"
 #include "aikctl/console/Console.h"
@@ -21,15 +21,6 @@ Outcome AikctlTest::run(const std::string& arguments) const
     Console console(out, err, false, [] { return false; });
     const int exitCode = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
     return {exitCode, out.str(), err.str()};
-}
-
-std::vector<std::string> AikctlTest::savedFiles() const
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(pictures()))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 }   // namespace orvo::aikctl

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -26,8 +25,8 @@ struct Outcome {
     nlohmann::json json() const { return nlohmann::json::parse(out); }
 };
 
-/// The program, run in this process over the two built-in boards, with a folder of its own. Board 0 has the channels 0 and
-/// 1 with GigE Vision cameras, board 1 has channel 2.
+/// The program, run in this process over the two built-in boards, with a folder of its own. Board 0 has the
+/// channels 0 and 1 and GigE Vision cameras, board 1 has channel 2.
 class AikctlTest : public testing::Test {
 protected:
     AikctlTest()
@@ -46,7 +45,7 @@ protected:
         return "ORVO_COGNEX_APPLET_" + std::to_string(board) + " is not a valid environment variable.";
     }
 
-    /// Runs the program with arguments that have blanks between.
+    /// Runs the program with these arguments, separated by blanks.
     Outcome run(const std::string& arguments) const;
     /// A grab into pictures().
     Outcome grab(const std::string& arguments) const
@@ -56,8 +55,6 @@ protected:
 
     const std::filesystem::path& folder() const { return m_machine.folder(); }
     std::filesystem::path pictures() const { return folder() / "pictures"; }
-    /// The names in pictures(), sorted.
-    std::vector<std::string> savedFiles() const;
 
     test::Machine m_machine;
 };
