@@ -1,7 +1,7 @@
 #include <iostream>
 
-#include "aikctl/CommandLine.h"
-#include "aikctl/Console.h"
+#include "aikctl/commands/CommandLine.h"
+#include "aikctl/console/Console.h"
 #include "os/Program.h"
 
 int main(int argc, char** argv)

@@ -1,38 +1,26 @@
 #include "tests/aikctl/AikctlTest.h"
 
-#include <algorithm>
+#include <iterator>
 #include <sstream>
+#include <vector>
 
 #include "aikctl/commands/CommandLine.h"
 #include "aikctl/console/Console.h"
 
 namespace orvo::aikctl {
 
-Outcome AikctlTest::run(const std::vector<std::string>& arguments) const
+Outcome AikctlTest::run(const std::string& arguments) const
 {
-    std::vector<const char*> argv = {"aikctl"};
-    std::transform(arguments.begin(), arguments.end(), std::back_inserter(argv),
-                   [](const std::string& argument) { return argument.c_str(); });
+    std::istringstream line("aikctl " + arguments);
+    const std::vector<std::string> words{std::istream_iterator<std::string>(line), {}};
+    std::vector<const char*> argv;
+    for (const std::string& word : words)
+        argv.push_back(word.c_str());
     std::ostringstream out;
     std::ostringstream err;
-    Console console(out, err, false, m_isInterrupted);
+    Console console(out, err, false, [] { return false; });
     const int exitCode = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
     return {exitCode, out.str(), err.str()};
-}
-
-Outcome AikctlTest::grab(std::vector<std::string> arguments) const
-{
-    arguments.insert(arguments.begin(), {"grab", "--output", pictures().string()});
-    return run(arguments);
-}
-
-std::vector<std::string> AikctlTest::savedFiles() const
-{
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(pictures()))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 }   // namespace orvo::aikctl

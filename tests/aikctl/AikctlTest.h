@@ -1,11 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
-#include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
 #include "sim/orvo_sim.h"
@@ -14,7 +12,9 @@
 
 namespace orvo::aikctl {
 
+using nlohmann::json;
 using test::journal;
+using testing::HasSubstr;
 
 /// What a run of the program said and how it ended.
 struct Outcome {
@@ -25,34 +25,37 @@ struct Outcome {
     nlohmann::json json() const { return nlohmann::json::parse(out); }
 };
 
-/// The program run in this process, over two simulated boards whose applets the test chooses, with a folder
-/// of its own.
+/// The program, run in this process over the two built-in boards, with a folder of its own. Board 0 has the
+/// channels 0 and 1 and GigE Vision cameras, board 1 has channel 2.
 class AikctlTest : public testing::Test {
 protected:
-    AikctlTest() { OrvoSim_setManual(0); }
+    AikctlTest()
+    {
+        OrvoSim_setManual(0);
+        applet(0, json::object());
+        applet(1, json::object());
+    }
 
     /// The applet of a board, 0 or 1.
-    void applet(int board, const nlohmann::json& applet = nlohmann::json::object())
-    {
-        m_machine.applet(board, applet);
-    }
-    /// Takes the applet of a board away, so that its one channel fails.
+    void applet(int board, const json& applet) { m_machine.applet(board, applet); }
+    /// Takes the applet of a board away, so that its only channel fails with noAppletFailure().
     void noApplet(int board) { m_machine.appletVariable(board, ""); }
-    void noBoards() { m_machine.boards({}); }
+    static std::string noAppletFailure(int board)
+    {
+        return "ORVO_COGNEX_APPLET_" + std::to_string(board) + " is not a valid environment variable.";
+    }
 
-    Outcome run(const std::vector<std::string>& arguments) const;
+    /// Runs the program with these arguments, separated by blanks.
+    Outcome run(const std::string& arguments) const;
     /// A grab into pictures().
-    Outcome grab(std::vector<std::string> arguments) const;
+    Outcome grab(const std::string& arguments) const
+    {
+        return run("grab --output " + pictures().string() + " " + arguments);
+    }
 
     const std::filesystem::path& folder() const { return m_machine.folder(); }
     std::filesystem::path pictures() const { return folder() / "pictures"; }
-    /// The names in pictures(), sorted.
-    std::vector<std::string> savedFiles() const;
 
-    /// Whether the person at the console has pressed Ctrl-C; false if not set.
-    std::function<bool()> m_isInterrupted = [] { return false; };
-
-private:
     test::Machine m_machine;
 };
 

@@ -4,44 +4,37 @@
 
 #include <gtest/gtest.h>
 
+#include "aikctl/pictures/PixelFormat.h"
+
 namespace orvo::aikctl {
 namespace {
 
-constexpr int32_t kWidth = 5;
-constexpr int32_t kHeight = 2;
-constexpr size_t kPixels = 10;
+constexpr int32_t kPixels = 10;
 
-// An adapter whose next answers the test sets: what no board does when a test would like it to.
+// What an adapter answers next. No board would do it at the moment when a test needs it.
 struct {
-    const char* attributesFailure = nullptr;
-    int32_t pixelCode = 0;
-    size_t imageSize = 0;
-    bool isPending = false;
-    int fetched = 0;
+    bool isPending;
+    bool isRingFull;
+    int fetched;
 } g_adapter;
 
 int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttributes* attributes,
                          uint32_t* result)
 {
+    constexpr char kRingIsFull[] = "Acquisistion is not setup";
     *result = g_adapter.isPending ? AIK_ACQ_PENDING : AIK_ACQ_COMPLETED;
-    if (g_adapter.attributesFailure) {
-        std::memcpy(errstr, g_adapter.attributesFailure, std::strlen(g_adapter.attributesFailure) + 1);
-        return AIK_FAILED;
-    }
-    attributes->pixelFormat = g_adapter.pixelCode;
-    return AIK_OK;
+    attributes->pixelFormat = AIK_PIXEL_MONO16;
+    if (!g_adapter.isRingFull)
+        return AIK_OK;
+    std::memcpy(errstr, kRingIsFull, sizeof(kRingIsFull));
+    return AIK_FAILED;
 }
 
-// There is always an image: one may come just after the attributes were asked for in vain.
+// There is always an image: one may come right after the attributes were asked for in vain.
 int32_t answerImage(char* /*errstr*/, int64_t /*channelID*/, void* image, uint32_t* result)
 {
     *result = AIK_ACQ_COMPLETED;
-    std::memset(image, ++g_adapter.fetched, g_adapter.imageSize);
-    return AIK_OK;
-}
-
-int32_t answerRelease(char* /*errstr*/, int64_t /*channelID*/)
-{
+    std::memset(image, ++g_adapter.fetched, 2 * kPixels);
     return AIK_OK;
 }
 
@@ -50,54 +43,47 @@ protected:
     Reader()
     {
         g_adapter = {};
-        m_exports.getImageAttributes = answerAttributes;
-        m_exports.getImage = answerImage;
-        m_exports.releaseVideoChannel = answerRelease;
+        m_exports.GetImageAttributes = answerAttributes;
+        m_exports.GetImage = answerImage;
+        m_exports.ReleaseVideoChannel = [](char*, int64_t) -> int32_t { return AIK_OK; };
+        m_reader.allocate();
     }
 
     static csAIK_ChannelRecord record()
     {
         csAIK_ChannelRecord record{};
         record.channelID = 1;
-        record.width = kWidth;
-        record.height = kHeight;
+        record.width = kPixels;
+        record.height = 1;
         return record;
     }
 
-    Exports m_exports{};
+    Exports m_exports;
     Channel m_channel{m_exports, 0, record(), ""};
+    ImageReader m_reader{m_channel, false};
 };
 
-TEST_F(Reader, FetchesNoImageThatItDidNotAskAbout)
+TEST_F(Reader, FetchesNoImageWithoutItsAttributes)
 {
-    ImageReader reader(m_channel, false);
-    reader.allocate();
     g_adapter.isPending = true;
-    EXPECT_FALSE(reader.next());
+    EXPECT_FALSE(m_reader.next());
     EXPECT_EQ(g_adapter.fetched, 0);
 
     g_adapter.isPending = false;
-    g_adapter.imageSize = kPixels * 2;
-    const auto image = reader.next();
+    const auto image = m_reader.next();
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), g_adapter.imageSize);
-    EXPECT_EQ(reader.pixelCode(), 0);
+    EXPECT_EQ(image->size(), 2U * kPixels);
 }
 
 TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)
 {
-    ImageReader reader(m_channel, false);
-    reader.allocate();
-    g_adapter.imageSize = kPixels;
-    g_adapter.pixelCode = AIK_PIXEL_MONO8;
-    g_adapter.attributesFailure = "Acquisistion is not setup";
-    ASSERT_TRUE(reader.next());
-    EXPECT_EQ(reader.pixelCode(), std::nullopt);
+    g_adapter.isRingFull = true;
+    ASSERT_TRUE(m_reader.next());
+    EXPECT_EQ(describePixelFormat(m_reader.pixelCode(), 2, false), "2 bytes a pixel (code unknown)");
 
-    g_adapter.attributesFailure = nullptr;
-    ASSERT_TRUE(reader.next());
-    EXPECT_EQ(reader.pixelCode(), AIK_PIXEL_MONO8);
-    EXPECT_EQ(g_adapter.fetched, 2);
+    g_adapter.isRingFull = false;
+    ASSERT_TRUE(m_reader.next());
+    EXPECT_EQ(m_reader.pixelCode(), AIK_PIXEL_MONO16);
 }
 
 }   // namespace

@@ -1,6 +1,5 @@
 #!/bin/bash
-# interrupt.sh <folder> <command...>: runs aikctl's command, presses Ctrl-C once pictures come, and looks at how
-# it ends.
+# interrupt.sh <folder> <aikctl...>: starts a grab, presses Ctrl-C once pictures come, and checks how it ends.
 set -u
 folder=$1
 shift
@@ -9,7 +8,7 @@ rm -rf "$folder" && mkdir -p "$folder" && cd "$folder" || exit 1
 echo '{ "width": 64, "height": 48, "picturesPerSecond": 100 }' >applet.hap
 # A background job of a script ignores Ctrl-C, unless job control is on.
 set -m
-ORVO_COGNEX_APPLET_0=applet.hap "$@" grab 0 --count 1000000 --output pictures >out 2>err &
+ORVO_COGNEX_APPLET_0=applet.hap "$@" grab 0 1 --count 1000000 --output pictures >out 2>err &
 job=$!
 until [[ -e pictures/channel0-000003.png ]]; do
     kill -0 $job 2>/dev/null || { echo "aikctl ended before it was asked to:"; cat out err; exit 1; }
@@ -21,9 +20,10 @@ code=$?
 cat out err
 
 failed=0
-expect() { if ! eval "$1"; then echo "not so: $1"; failed=1; fi; }
+expect() { if ! eval "$1"; then echo "does not hold: $1"; failed=1; fi; }
 expect '((code == 130))'
 expect 'grep -q "interrupted; saved [0-9]* pictures in" out'
 expect '[[ -z $(find pictures -name "*.part") ]]'
+expect '[[ $(grep -lca IEND pictures/* | wc -l) == $(ls pictures | wc -l) ]]'   # each whole to its last chunk
 expect '[[ $(grep -o "saved [0-9]*" out) == "saved $(ls pictures | wc -l)" ]]'
 exit $failed

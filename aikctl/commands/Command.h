@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace CLI   // NOLINT(readability-identifier-naming): the library's own name
+{
+class App;
+}
+
+namespace orvo::aikctl {
+
+class Adapter;
+class BoardCameras;
+class Channel;
+class Console;
+
+/// The options that all commands have.
+struct CommonOptions {
+    bool json = false;   // results for programs, not for people
+};
+
+/// A command of the program. Declared once, then run at most once.
+class Command {
+public:
+    virtual ~Command() = default;
+
+    /// Adds the command's options to its own part of the command line.
+    virtual void declare(CLI::App& self) = 0;
+    /// Does the work. The failure of a single channel goes to the console; one that ends it all is thrown.
+    virtual void run(const Adapter& adapter, const CommonOptions& common, Console& console) = 0;
+};
+
+// Each is defined in a file of its own. CommandLine.cpp lists them under their names.
+std::unique_ptr<Command> makeListCommand();
+std::unique_ptr<Command> makeFeaturesCommand();
+std::unique_ptr<Command> makeStepsCommand();
+std::unique_ptr<Command> makeGrabCommand();
+std::unique_ptr<Command> makeReferenceCommand();
+
+// What several commands do.
+
+/// Adds the channel that a command works on, as its first argument.
+void declareChannel(CLI::App& command, int32_t& channel);
+/// Connects the cameras, and tells the console if there is none or if the detection failed after the first.
+/// Throws AdapterFailure if no camera could be connected.
+void connectCameras(BoardCameras& cameras, Console& console);
+/// Closes the channels in their order. A failure goes to the console, and the rest are closed all the same.
+void releaseAll(std::vector<Channel>& channels, Console& console);
+
+}   // namespace orvo::aikctl

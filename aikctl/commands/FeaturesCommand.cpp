@@ -1,0 +1,104 @@
+#include <ostream>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "aikctl/adapter/Adapter.h"
+#include "aikctl/adapter/BoardCameras.h"
+#include "aikctl/adapter/FeatureList.h"
+#include "aikctl/commands/Command.h"
+#include "aikctl/console/Console.h"
+#include "aikctl/console/Table.h"
+
+namespace orvo::aikctl {
+
+namespace {
+
+std::string availabilityText(const FeatureDescription& feature)
+{
+    if (!feature.isAvailable)
+        return "?";
+    return *feature.isAvailable ? "yes" : "no";
+}
+
+std::string valueText(const FeatureDescription& feature)
+{
+    if (feature.value)
+        return *feature.value;
+    return feature.failure.empty() ? "-" : "(" + feature.failure + ")";
+}
+
+std::string joined(const std::vector<std::string>& texts)
+{
+    std::string all;
+    for (const std::string& text : texts)
+        all += (all.empty() ? "" : ", ") + text;
+    return all.empty() ? "-" : all;
+}
+
+void printTable(const std::vector<FeatureDescription>& features, std::ostream& out)
+{
+    Table table({"number", "name", "type", "access", "available", "value", "entries", "description"});
+    for (const FeatureDescription& feature : features)
+        table.add({std::to_string(feature.number), feature.name, feature.type, feature.access(),
+                   availabilityText(feature), valueText(feature), joined(feature.entries),
+                   feature.description});
+    table.print(out);
+}
+
+nlohmann::ordered_json toJson(const Channel& channel, const std::vector<FeatureDescription>& features)
+{
+    using nlohmann::ordered_json;
+    ordered_json list = {{"channel", channel.index()}, {"name", channel.name()}};
+    auto& entries = list["features"] = ordered_json::array();
+    for (const FeatureDescription& feature : features)
+        entries.push_back({{"number", feature.number},
+                           {"name", feature.name},
+                           {"type", feature.type},
+                           {"readable", feature.isReadable},
+                           {"writeable", feature.isWriteable},
+                           {"available", feature.isAvailable ? ordered_json(*feature.isAvailable) : nullptr},
+                           {"value", feature.value ? ordered_json(*feature.value) : nullptr},
+                           {"failure", feature.failure},
+                           {"entries", feature.entries},
+                           {"description", feature.description}});
+    return list;
+}
+
+/// `features`: the features of a channel as they are now. Changes and executes none.
+class FeaturesCommand : public Command {
+public:
+    void declare(CLI::App& self) override
+    {
+        declareChannel(self, m_channel);
+        self.add_flag("--camera", m_isWithCamera, "Connect the cameras of the board first");
+    }
+
+    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override
+    {
+        Channel channel = adapter.open(m_channel);
+        BoardCameras cameras(channel);
+        if (m_isWithCamera)
+            connectCameras(cameras, console);
+        const auto features = describeFeatures(channel);
+        if (common.json)
+            console.print(toJson(channel, features));
+        else
+            printTable(features, console.out());
+        cameras.close();
+        channel.release();
+    }
+
+private:
+    int32_t m_channel = 0;
+    bool m_isWithCamera = false;
+};
+
+}   // namespace
+
+std::unique_ptr<Command> makeFeaturesCommand()
+{
+    return std::make_unique<FeaturesCommand>();
+}
+
+}   // namespace orvo::aikctl

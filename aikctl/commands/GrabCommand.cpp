@@ -1,0 +1,225 @@
+#include <algorithm>
+#include <charconv>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <set>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "aikctl/adapter/Adapter.h"
+#include "aikctl/commands/Command.h"
+#include "aikctl/console/Console.h"
+#include "aikctl/grab/ChannelGrab.h"
+#include "aikctl/grab/GrabCameras.h"
+#include "aikctl/grab/GrabReport.h"
+
+namespace orvo::aikctl {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kLookInterval = 100ms;   // how often progress and Ctrl-C are looked at
+
+constexpr const char* kAllChannels = "all";
+
+std::string checkChannel(const std::string& text)
+{
+    int32_t number = -1;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isNumber = error == std::errc() && end == text.data() + text.size() && number >= 0;
+    return isNumber || text == kAllChannels ? ""
+                                            : text + " is neither a channel's number nor " + kAllChannels;
+}
+
+std::string checkSetting(const std::string& text)
+{
+    const size_t sign = text.find('=');
+    return sign == 0 || sign == std::string::npos ? text + " is no NAME=VALUE" : "";
+}
+
+std::string progressText(uint64_t fetched, uint64_t wanted)
+{
+    constexpr uint64_t kWidth = 40;
+    const uint64_t filled = wanted == 0 ? 0 : kWidth * fetched / wanted;
+    return "[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] " +
+           std::to_string(fetched) + " of " + std::to_string(wanted) + " pictures";
+}
+
+/// `grab`: pictures from chosen channels into files, all channels at the same time, and a report.
+class GrabCommand : public Command {
+public:
+    void declare(CLI::App& self) override;
+    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override;
+
+private:
+    using Grabs = std::deque<ChannelGrab>;   // a deque never moves its elements
+
+    void choose(std::vector<Channel>& channels, const PictureFolder& folder, Grabs& grabs) const;
+    void fetch(Grabs& grabs, GrabCameras& cameras, Console& console) const;
+    void showProgress(const Grabs& grabs, Console& console) const;
+
+    GrabOptions m_options;
+    CameraOptions m_cameraOptions;
+    double m_timeoutSeconds = 5;
+    std::vector<std::string> m_channels = {"all"};
+    std::string m_folder = "pictures";
+    bool m_isOverwriting = false;
+    bool m_isShowingProgress = false;
+};
+
+void GrabCommand::declare(CLI::App& self)
+{
+    self.add_option("CHANNEL", m_channels, "Numbers as `list` shows them, or all")
+        ->check(checkChannel)
+        ->capture_default_str();
+    self.add_option("-n,--count", m_options.count, "Pictures from each channel")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+    self.add_option("-o,--output", m_folder, "The folder for the pictures; made if it isn't there")
+        ->type_name("FOLDER")
+        ->capture_default_str();
+    self.add_flag("--overwrite", m_isOverwriting, "Accept a folder that holds pictures of an earlier grab");
+    self.add_option("-s,--strategy", m_options.strategy,
+                    "What happens when pictures come faster than they are saved; without it, the adapter's "
+                    "own default")
+        ->transform(CLI::IsMember({"NewestOnly", "OldestFirst", "OldestFirstOverwrite"}, CLI::ignore_case));
+    self.add_flag("--planar", m_options.isPlanar, "Have the adapter split the colours into planes");
+    self.add_flag("--raw", m_options.isRaw,
+                  "Save the bytes as they come, with all 16 bits of a sample, instead of a PNG with 8 bits");
+    CLI::Option* const noCamera = self.add_flag("--no-camera", m_cameraOptions.areLeftAlone,
+                                                "Leave the cameras alone; do not connect or start them");
+    self.add_option(
+            "--set", m_cameraOptions.settings,
+            "Set a parameter of each camera before it starts, such as ExposureTime=5000; can be given "
+            "several times")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false)
+        ->check(checkSetting)
+        ->excludes(noCamera);
+    self.add_flag("--action", m_cameraOptions.isByActionCommand,
+                  "Take each picture by one action command, on all GigE Vision cameras of a board at once")
+        ->excludes(noCamera);
+    self.add_option("-t,--timeout", m_timeoutSeconds, "The longest wait for one picture, in seconds")
+        ->check(CLI::Range(0.001, 86'400.0))
+        ->capture_default_str();
+    self.add_flag("--progress", m_isShowingProgress, "Show progress even if standard error is no terminal");
+}
+
+void GrabCommand::run(const Adapter& adapter, const CommonOptions& common, Console& console)
+{
+    m_options.timeout = std::chrono::duration<double>(m_timeoutSeconds);
+    m_options.isTimed = m_cameraOptions.isByActionCommand;
+    const PictureFolder folder(m_folder, m_isOverwriting);
+    std::vector<Channel> channels = adapter.openAll();
+
+    Grabs grabs;
+    choose(channels, folder, grabs);
+    for (ChannelGrab& grab : grabs)
+        grab.prepare();
+    GrabCameras cameras(m_cameraOptions, console);
+    for (const ChannelGrab& grab : grabs)
+        cameras.connect(grab.channel());
+    for (ChannelGrab& grab : grabs)   // before the cameras, so that no picture is lost
+        grab.start();
+    cameras.start();
+    fetch(grabs, cameras, console);
+    cameras.stop();
+    for (ChannelGrab& grab : grabs)
+        grab.stop();
+    cameras.close();
+
+    for (const ChannelGrab& grab : grabs) {
+        const std::string channel = "channel " + std::to_string(grab.channel().index()) + ": ";
+        if (!grab.result().note.empty())
+            console.note(channel + grab.result().note);
+        if (!grab.result().failure.empty())
+            console.fail(channel + grab.result().failure);
+    }
+    releaseAll(channels, console);
+    const GrabReport report(grabs, folder, console.interrupted());
+    if (common.json)
+        console.print(report.toJson());
+    else
+        report.printTable(console.out());
+}
+
+void GrabCommand::choose(std::vector<Channel>& channels, const PictureFolder& folder, Grabs& grabs) const
+{
+    if (channels.empty())
+        throw std::runtime_error("There is no channel: the adapter found no board");
+    std::set<size_t> chosen;
+    for (const std::string& text : m_channels) {
+        if (text == kAllChannels) {
+            for (size_t index = 0; index < channels.size(); ++index)
+                chosen.insert(index);
+        } else if (std::stoul(text) < channels.size()) {
+            chosen.insert(std::stoul(text));
+        } else {
+            throw std::runtime_error("There is no channel " + text + ": the last one is " +
+                                     std::to_string(channels.size() - 1));
+        }
+    }
+    for (const size_t index : chosen)
+        grabs.emplace_back(channels[index], m_options, folder);
+}
+
+void GrabCommand::fetch(Grabs& grabs, GrabCameras& cameras, Console& console) const
+{
+    std::mutex mutex;
+    std::condition_variable news;
+    for (ChannelGrab& grab : grabs)
+        grab.fetch([&] {
+            const std::lock_guard lock(mutex);
+            news.notify_one();
+        });
+
+    uint64_t shots = 0;   // action commands sent
+    const auto allAre = [&](auto&& state) { return std::all_of(grabs.begin(), grabs.end(), state); };
+    const auto areDone = [&] { return allAre([](const ChannelGrab& grab) { return grab.isDone(); }); };
+    const auto isShotDue = [&] {
+        return m_cameraOptions.isByActionCommand && shots < m_options.count &&
+               allAre([&](const ChannelGrab& grab) { return grab.isDone() || grab.fetched() >= shots; });
+    };
+    std::unique_lock lock(mutex);
+    while (!areDone()) {
+        if (isShotDue()) {
+            ++shots;
+            lock.unlock();
+            cameras.shoot();
+            lock.lock();
+        }
+        news.wait_for(lock, kLookInterval, [&] { return areDone() || isShotDue(); });
+        if (console.interrupted())
+            std::for_each(grabs.begin(), grabs.end(), [](ChannelGrab& grab) { grab.askToEnd(); });
+        showProgress(grabs, console);
+    }
+    lock.unlock();
+    for (ChannelGrab& grab : grabs)
+        grab.join();
+    console.progress("");
+}
+
+void GrabCommand::showProgress(const Grabs& grabs, Console& console) const
+{
+    if (!m_isShowingProgress && !console.isTerminal())
+        return;
+    uint64_t fetched = 0;
+    uint64_t wanted = 0;
+    for (const ChannelGrab& grab : grabs) {
+        fetched += grab.fetched();
+        wanted += grab.isDone() ? grab.fetched() : m_options.count;
+    }
+    console.progress(progressText(fetched, wanted));
+}
+
+}   // namespace
+
+std::unique_ptr<Command> makeGrabCommand()
+{
+    return std::make_unique<GrabCommand>();
+}
+
+}   // namespace orvo::aikctl

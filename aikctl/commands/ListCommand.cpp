@@ -1,0 +1,69 @@
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include "aikctl/adapter/Adapter.h"
+#include "aikctl/commands/Command.h"
+#include "aikctl/console/Console.h"
+#include "aikctl/console/Table.h"
+
+namespace orvo::aikctl {
+
+namespace {
+
+nlohmann::ordered_json toJson(const Adapter& adapter, const std::vector<Channel>& channels)
+{
+    nlohmann::ordered_json list = {{"adapter", adapter.path()}};
+    auto& entries = list["channels"] = nlohmann::ordered_json::array();
+    for (const Channel& channel : channels)
+        entries.push_back({{"channel", channel.index()},
+                           {"name", channel.name()},
+                           {"width", channel.width()},
+                           {"height", channel.height()},
+                           {"board", channel.boardText()},
+                           {"failure", channel.failure()}});
+    return list;
+}
+
+void printTable(const Adapter& adapter, const std::vector<Channel>& channels, std::ostream& out)
+{
+    out << "adapter  " << adapter.path() << "\n\n";
+    Table table({"channel", "name", "size", "board"});
+    for (const Channel& channel : channels)
+        table.add({std::to_string(channel.index()), channel.name(),
+                   channel.failure().empty()
+                       ? std::to_string(channel.width()) + " x " + std::to_string(channel.height())
+                       : "failed",
+                   channel.boardText()});
+    table.print(out);
+    for (const Channel& channel : channels)
+        if (!channel.failure().empty())
+            out << "channel " << channel.index() << " failed: " << channel.failure() << '\n';
+}
+
+/// `list`: every channel with its name, size and board, and the reason if it failed.
+class ListCommand : public Command {
+public:
+    void declare(CLI::App& /*self*/) override {}
+
+    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override
+    {
+        std::vector<Channel> channels = adapter.openAll();
+        if (common.json)
+            console.print(toJson(adapter, channels));
+        else if (channels.empty())
+            console.out() << "no channels: the adapter found no board\n";
+        else
+            printTable(adapter, channels, console.out());
+        releaseAll(channels, console);
+    }
+};
+
+}   // namespace
+
+std::unique_ptr<Command> makeListCommand()
+{
+    return std::make_unique<ListCommand>();
+}
+
+}   // namespace orvo::aikctl

@@ -1,0 +1,137 @@
+#include <algorithm>
+#include <ostream>
+#include <stdexcept>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "aikctl/adapter/Adapter.h"
+#include "aikctl/adapter/BoardCameras.h"
+#include "aikctl/commands/Command.h"
+#include "aikctl/commands/Step.h"
+#include "aikctl/console/Console.h"
+
+namespace orvo::aikctl {
+
+namespace {
+
+/// `do`: any number of steps on one open channel, in their order. Under the name of a step, such as `get`, it
+/// is that one step.
+class StepsCommand : public Command {
+public:
+    void declare(CLI::App& self) override;
+    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override;
+
+private:
+    void settle();
+    void insertKey();
+    std::optional<std::string> carryOutStep(const Step& step, Channel& channel) const;
+
+    std::string m_name;
+    bool m_isSingle = false;
+    int32_t m_channel = 0;
+    std::vector<std::string> m_words;
+    std::vector<Step> m_steps;   // that the words ask for
+    bool m_isWithCamera = false;
+    std::optional<int32_t> m_port;
+    std::string m_key;
+};
+
+void StepsCommand::declare(CLI::App& self)
+{
+    m_name = self.get_name();
+    declareChannel(self, m_channel);
+    if (const StepWord* const step = findStepWord(m_name)) {
+        m_isSingle = true;
+        self.add_option(step->operand, m_words, step->help)->required()->expected(1);
+    } else {
+        self.add_option("STEP", m_words, describeSteps() + ", any number of them")->required();
+    }
+    self.add_flag("--camera", m_isWithCamera,
+                  "Connect the cameras of the board first and close them at the end");
+    self.add_option("--port", m_port, "With --camera: select the camera at this port, not the first one")
+        ->needs("--camera")
+        ->check(CLI::NonNegativeNumber);
+    self.add_option("-k,--key", m_key,
+                    "The parameter's name, for the features Brd...Value, Camera...Value and CameraCommand");
+    self.parse_complete_callback([this] { settle(); });
+}
+
+/// Makes steps of the words. Words that make no sense are wrong usage.
+void StepsCommand::settle()
+{
+    try {
+        m_steps = m_isSingle ? parseSteps({m_name, m_words.front()}) : parseSteps(m_words);
+        if (!m_key.empty())
+            insertKey();
+    } catch (const std::runtime_error& nonsense) {
+        throw CLI::ValidationError(m_name, nonsense.what());
+    }
+}
+
+/// Sets the key right before the first step that needs it, for board and camera each.
+void StepsCommand::insertKey()
+{
+    bool isNeeded = false;
+    for (const char* const keyFeature : {"BrdFeatureKey", "CameraFeatureKey"}) {
+        const auto user = std::find_if(m_steps.begin(), m_steps.end(), [&](const Step& step) {
+            return keyFeatureOf(step.feature) == keyFeature;
+        });
+        if (user == m_steps.end())
+            continue;
+        m_steps.insert(user, {Step::Kind::Set, keyFeature, m_key});
+        isNeeded = true;
+    }
+    if (!isNeeded)
+        throw std::runtime_error("--key " + m_key + " is for none of the features");
+}
+
+void StepsCommand::run(const Adapter& adapter, const CommonOptions& common, Console& console)
+{
+    Channel channel = adapter.open(m_channel);
+    BoardCameras cameras(channel);
+    auto readings = nlohmann::ordered_json::array();
+    try {
+        if (m_isWithCamera)
+            connectCameras(cameras, console);
+        if (m_port)
+            cameras.select(*m_port);
+        for (const Step& step : m_steps) {
+            const auto value = carryOutStep(step, channel);
+            if (!value)
+                continue;
+            if (common.json)
+                readings.push_back({{"feature", step.feature}, {"value", *value}});
+            else
+                console.out() << (m_isSingle ? "" : step.feature + "=") << *value << std::endl;
+        }
+    } catch (const std::exception& failure) {
+        console.fail(failure.what());   // cameras and channel are closed all the same
+    }
+    if (common.json)
+        console.print({{"channel", m_channel}, {"readings", readings}});
+    cameras.close();
+    channel.release();
+}
+
+/// Throws runtime_error that names the step.
+std::optional<std::string> StepsCommand::carryOutStep(const Step& step, Channel& channel) const
+{
+    try {
+        return carryOut(step, channel);
+    } catch (const AdapterFailure& failure) {
+        const bool isCameraMissing = failure.isFeatureUnavailable() && !m_isWithCamera;
+        throw std::runtime_error(
+            step.text() + ": " + failure.what() +
+            (isCameraMissing ? "\nWhat belongs to a camera needs it connected: --camera does that" : ""));
+    }
+}
+
+}   // namespace
+
+std::unique_ptr<Command> makeStepsCommand()
+{
+    return std::make_unique<StepsCommand>();
+}
+
+}   // namespace orvo::aikctl

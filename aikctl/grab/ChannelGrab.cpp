@@ -1,0 +1,202 @@
+#include "aikctl/grab/ChannelGrab.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string_view>
+
+#include "aikctl/pictures/PixelFormat.h"
+
+namespace orvo::aikctl {
+
+namespace {
+
+constexpr std::string_view kNotRunning = "Acquisition is not running";
+constexpr std::string_view kOverflow = " images lost due buffer overflow";
+
+uint64_t leadingNumber(std::string_view text)
+{
+    uint64_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+// How many pictures the board lost for want of a buffer, if the failure says so. The frame counter doesn't
+// include them.
+uint64_t lostByOverflow(std::string_view failure)
+{
+    return failure.ends_with(kOverflow) ? leadingNumber(failure) : 0;
+}
+
+}   // namespace
+
+ChannelGrab::ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder)
+    : m_channel(channel),
+      m_options(options),
+      m_folder(folder),
+      m_reader(channel, options.isPlanar, options.isTimed)
+{
+    m_result.failure = channel.failure();
+}
+
+ChannelGrab::~ChannelGrab()
+{
+    askToEnd();
+    join();
+}
+
+void ChannelGrab::prepare()
+{
+    if (!m_result.failure.empty())
+        return;
+    try {
+        if (!m_options.strategy.empty())
+            m_channel.write("AcquisitionStrategy", m_options.strategy);
+        if (m_options.isPlanar)
+            m_channel.write("Transformation", "RGB8PackedToPlanar");
+        m_channel.setup();
+        m_reader.allocate();
+    } catch (const std::bad_alloc&) {
+        fail("There is no memory for a picture of " + std::to_string(m_channel.width()) + " x " +
+             std::to_string(m_channel.height()));
+    } catch (const std::exception& failure) {
+        fail(failure.what());
+    }
+}
+
+void ChannelGrab::start()
+{
+    if (!m_result.failure.empty())
+        return;
+    try {
+        m_channel.start();
+        m_isRunning = true;
+    } catch (const AdapterFailure& failure) {
+        fail(failure.what());
+    }
+}
+
+void ChannelGrab::fetch(std::function<void()> onNews)
+{
+    if (m_result.failure.empty()) {
+        try {
+            m_thread = std::thread([this, onNews = std::move(onNews)] {
+                fetchAll(onNews);
+                m_isDone = true;
+                onNews();
+            });
+            return;
+        } catch (const std::exception& failure) {
+            fail(failure.what());
+        }
+    }
+    m_isDone = true;
+}
+
+void ChannelGrab::join()
+{
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void ChannelGrab::stop()
+{
+    if (!m_isRunning)
+        return;
+    try {
+        m_channel.stop();
+    } catch (const AdapterFailure& failure) {
+        // Stopping another channel of the same applet process has stopped this one, too. Nothing tells
+        // beforehand which channels share a process.
+        if (failure.what() != kNotRunning)
+            fail(failure.what());
+    }
+}
+
+void ChannelGrab::fetchAll(const std::function<void()>& onNews)
+{
+    const auto timeout = std::chrono::duration_cast<Clock::duration>(m_options.timeout);
+    try {
+        auto deadline = Clock::now() + timeout;
+        while (m_fetched < m_options.count && !m_isAskedToEnd) {
+            if (const auto image = m_reader.next()) {
+                take(*image);
+                onNews();
+                deadline = Clock::now() + timeout;   // the time that saving took is not waiting time
+            } else if (Clock::now() >= deadline) {
+                throw std::runtime_error("No picture came in time");
+            }
+        }
+        saveWaiting();
+    } catch (const std::exception& failure) {
+        fail(failure.what());
+    }
+    if (m_fetched < m_options.count)
+        account();
+}
+
+void ChannelGrab::take(Image image)
+{
+    const auto now = Clock::now();
+    if (const auto timestamp = m_reader.timestamp())
+        m_result.timestamps.push_back(*timestamp);
+    if (++m_fetched == 1)
+        m_firstTime = now;
+    const std::chrono::duration<double> sinceFirst = now - m_firstTime;
+    if (sinceFirst.count() > 0)
+        m_result.picturesPerSecond = static_cast<double>(m_fetched - 1) / sinceFirst.count();
+    if (m_fetched == m_options.count)
+        account();   // now, since more pictures come while the last one is saved
+
+    if (!m_reader.pixelCode()) {
+        m_waiting.emplace_back(image.begin(), image.end());
+        return;
+    }
+    saveWaiting();
+    save(image);
+}
+
+void ChannelGrab::saveWaiting()
+{
+    for (const auto& image : m_waiting)
+        save(image);
+    m_waiting.clear();
+}
+
+void ChannelGrab::save(Image image)
+{
+    const auto code = m_reader.pixelCode();
+    const PixelFormat* const format = findPixelFormat(code, m_reader.bytesPerPixel(), m_options.isPlanar);
+    if (m_result.pictures == 0) {
+        m_result.format = describePixelFormat(code, m_reader.bytesPerPixel(), m_options.isPlanar);
+        if (!format && !m_options.isRaw)
+            m_result.note = "saved raw, for no PNG can show this: " + m_result.format;
+    }
+    const uint64_t number = m_result.pictures + 1;
+    if (!format || m_options.isRaw) {
+        m_folder.save(m_channel.index(), number, "raw", image);
+    } else {
+        const auto picture = format->toPicture(image, m_channel.width(), m_channel.height());
+        m_folder.save(m_channel.index(), number, "png", encodePng(picture));
+    }
+    m_result.pictures = number;
+}
+
+void ChannelGrab::account()
+{
+    try {
+        const uint64_t counted = leadingNumber(m_channel.read("FrameCountSinceLastStart"));
+        if (counted > m_fetched)
+            m_result.lost = counted - m_fetched;
+    } catch (const AdapterFailure& failure) {
+        fail(failure.what());
+    }
+    m_result.lost += lostByOverflow(m_result.failure);
+}
+
+void ChannelGrab::fail(const std::string& text)
+{
+    if (m_result.failure.empty())
+        m_result.failure = text;
+}
+
+}   // namespace orvo::aikctl

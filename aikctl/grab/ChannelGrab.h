@@ -1,0 +1,93 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "aikctl/adapter/Channel.h"
+#include "aikctl/grab/ImageReader.h"
+#include "aikctl/pictures/PictureFolder.h"
+
+namespace orvo::aikctl {
+
+struct GrabOptions {
+    uint64_t count = 10;    // pictures from each channel
+    std::string strategy;   // for "AcquisitionStrategy"; empty leaves it alone
+    bool isPlanar = false;
+    bool isTimed = false;                       // keep the time stamp of each picture
+    bool isRaw = false;                         // save the bytes as they come, not as PNG
+    std::chrono::duration<double> timeout{5};   // the longest wait for one picture
+};
+
+/// How the grab of one channel went.
+struct GrabResult {
+    std::string format;                 // of the first picture, for people; empty without one
+    uint64_t pictures = 0;              // saved
+    uint64_t lost = 0;                  // counted by adapter or board, and not fetched
+    double picturesPerSecond = 0;       // from the first to the last; 0 below two pictures
+    std::vector<uint64_t> timestamps;   // of the pictures, in the board's ticks, if they are wanted
+    std::string note;                   // worth telling, but no failure
+    std::string failure;                // why it ended early
+};
+
+/// Fetches pictures from one channel and saves them, on a thread of its own. Call in this order: prepare(),
+/// start(), fetch(), askToEnd() if need be, join(), stop(), result().
+/// Threads: fetched() and isDone() on any, the rest on one.
+/// Throws:  nothing. A failure ends this channel's grab alone, and stands in its result.
+class ChannelGrab {
+public:
+    /// Copies the options. Channel and folder outlive the grab.
+    ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder);
+    ChannelGrab(const ChannelGrab&) = delete;
+    ChannelGrab& operator=(const ChannelGrab&) = delete;
+    ~ChannelGrab();
+
+    /// Writes the features and builds the ring.
+    void prepare();
+    /// Starts the channel.
+    void start();
+    /// Starts the thread. It calls `onNews` after each picture and when it is done. If this or an earlier
+    /// step fails, the grab is done at once and `onNews` is never called.
+    void fetch(std::function<void()> onNews);
+    void askToEnd() { m_isAskedToEnd = true; }
+    void join();
+    void stop();
+
+    Channel& channel() const { return m_channel; }
+    uint64_t fetched() const { return m_fetched; }
+    bool isDone() const { return m_isDone; }
+    const GrabResult& result() const { return m_result; }   // after join()
+
+private:
+    using Clock = std::chrono::steady_clock;
+    using Image = std::span<const uint8_t>;
+
+    void fetchAll(const std::function<void()>& onNews);
+    void take(Image image);
+    void save(Image image);
+    void saveWaiting();
+    void account();
+    void fail(const std::string& text);
+
+    Channel& m_channel;
+    const GrabOptions m_options;
+    const PictureFolder& m_folder;
+    bool m_isRunning = false;
+    std::thread m_thread;
+    std::atomic<bool> m_isAskedToEnd{false};
+    std::atomic<uint64_t> m_fetched{0};
+    std::atomic<bool> m_isDone{false};
+
+    // Used by the fetching thread alone from fetch() to join().
+    ImageReader m_reader;
+    std::vector<std::vector<uint8_t>> m_waiting;   // a few, fetched before the pixel code was known
+    Clock::time_point m_firstTime;
+    GrabResult m_result;
+};
+
+}   // namespace orvo::aikctl

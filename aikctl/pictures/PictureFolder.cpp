@@ -1,0 +1,56 @@
+#include "aikctl/pictures/PictureFolder.h"
+
+#include <fstream>
+#include <iomanip>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+
+namespace orvo::aikctl {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void refuseOlderPictures(const fs::path& folder)
+{
+    const std::regex ours(R"(channel\d+-\d+\.(png|raw))");
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (std::regex_match(entry.path().filename().string(), ours))
+            throw std::runtime_error(entry.path().string() +
+                                     " is there from an earlier grab; name another folder, or --overwrite");
+}
+
+}   // namespace
+
+PictureFolder::PictureFolder(const std::string& path, bool overwrite)
+    : m_path(fs::absolute(path).lexically_normal())
+{
+    fs::create_directories(m_path);
+    if (!overwrite)
+        refuseOlderPictures(m_path);
+}
+
+void PictureFolder::save(int32_t channel, uint64_t number, const std::string& ending,
+                         std::span<const uint8_t> content) const
+{
+    std::ostringstream name;
+    name << "channel" << channel << '-' << std::setw(6) << std::setfill('0') << number << '.' << ending;
+    const fs::path whole = m_path / name.str();
+    const fs::path part = whole.string() + ".part";
+    try {
+        std::ofstream file(part, std::ios::binary);
+        file.write(reinterpret_cast<const char*>(content.data()),
+                   static_cast<std::streamsize>(content.size()));
+        file.close();
+        if (!file)
+            throw std::runtime_error("Can't write " + part.string());
+        fs::rename(part, whole);
+    } catch (const std::exception&) {
+        std::error_code ignored;
+        fs::remove(part, ignored);
+        throw;
+    }
+}
+
+}   // namespace orvo::aikctl
