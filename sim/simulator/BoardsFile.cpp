@@ -89,8 +89,8 @@ void presetParameter(ParameterSheet& parameters, const std::string& name, const 
         throw JsonError(value.place() + ": " + cameraErrorTextOf(static_cast<int32_t>(status)));
 }
 
-/// In three passes, since each limits the next: what a host only reads, such as the sensor's size; all else; the
-/// offsets.
+/// In three passes, since each limits the next: what a host only reads, such as the sensor's size; what it
+/// writes; the offsets.
 void readParameters(const JsonValue& values, ParameterSheet& parameters)
 {
     enum class Pass { ReadOnly, Writable, Offsets };
