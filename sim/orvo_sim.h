@@ -1,17 +1,18 @@
 #ifndef ORVO_SIM_H
 #define ORVO_SIM_H
 
-/// The wheel of the simulator, in plain C: a program that hosts the simulated boards takes it to deliver
-/// pictures by hand, to make chosen library calls fail or wait, and to read the journal of all calls and
-/// the ledger of all pictures. Exported by the library `orvo_sim`, which every stand-in loads; link it, or
-/// find the functions at run time with the pointer types at the end.
+/// The control interface of the simulator, in plain C. A program that runs on the simulated boards uses it to
+/// deliver pictures by hand, to make chosen library calls fail or wait, and to read the journal of all calls
+/// and the ledger of all pictures. The library `orvo_sim` exports it, and every stand-in loads that library:
+/// link it, or find the functions at run time with the pointer types at the end.
 ///
-/// Threads: every function may be called on any thread at any time, also inside an image callback, but
-///          for what OrvoSim_deliver() and OrvoSim_callBack() say. None needs an initialised library.
-/// Texts:   handed in: read during the call, and null counts as empty. Handed out: copied into the
-///          caller's buffer, always with a NUL, cut if the buffer is too small. The result is the whole
-///          size in bytes with the NUL, so a call with a size of 0 tells how much is needed.
-/// Waiting: a timeout is in milliseconds. Give a generous one: it only bounds a test that has failed.
+/// Threads: every function may be called on any thread at any time, also inside an image callback;
+///          OrvoSim_deliver() and OrvoSim_callBack() have one exception. No function needs an initialised
+///          library.
+/// Texts:   a text passed in is read during the call; null counts as empty. A text returned is copied into
+///          the caller's buffer, always with a NUL, and cut if the buffer is too small. The result is the
+///          full size in bytes, the NUL included: call with a size of 0 to learn how much is needed.
+/// Waiting: timeouts are in milliseconds. Choose a generous one: it only limits a test that has failed.
 
 #include <stdint.h>
 
@@ -19,12 +20,12 @@
 extern "C" {
 #endif
 
-/// Back to the beginning: the script is empty and whoever it held goes on, the journal is empty and
-/// records again up to its default limit, the ledger is empty, manual mode is off, messages are on, cameras
-/// that vanished are back. Boards that are open, and DMAs that run, are not touched.
+/// Resets the simulator. The script is emptied and calls that it held continue; the journal is emptied and
+/// records again, up to its default limit; the ledger is emptied; manual mode is off; messages are on; cameras
+/// that vanished are back. Open boards and running DMAs are not touched.
 void OrvoSim_reset(void);
 
-/// Messages to standard error, such as what is wrong with a boards file: 0 switches them off.
+/// Switches the messages to standard error, such as what is wrong with a boards file, on (1) or off (0).
 void OrvoSim_setMessages(int32_t on);
 
 // Delivering by hand
@@ -34,44 +35,45 @@ enum {
     ORVO_SIM_BUSY = -2           // asked from inside the very callback that would have to end first
 };
 
-/// Manual mode: 1 and no run delivers by itself, 0 and every run does. A run keeps the mode in which
-/// `Brd_AcquireEx` found it. In manual mode time stamps don't come from a clock: the n-th picture produced
-/// in a run has n times the picture time (1 / picturesPerSecond of the applet, 1 ms if that is 0).
+/// Switches manual mode on (1): runs deliver only what OrvoSim_deliver() asks for; or off (0): runs deliver by
+/// themselves. A run keeps the mode that was set when `Brd_AcquireEx` started it. In manual mode time stamps
+/// don't come from a clock: the n-th picture produced in a run has n times the picture time (1 /
+/// picturesPerSecond of the applet, 1 ms if that is 0).
 void OrvoSim_setManual(int32_t manual);
 
 /// Produces the next `count` pictures of a DMA (its id, on the board of that index) on the calling thread:
-/// fills the block, calls the callback, comes back when the last callback has ended. Returns how many were
-/// delivered. The others found no free block, met a drop that the script of faults asks for, or came after
-/// the end of a run that was stopped meanwhile or had a limit: the ledger tells which. Works in manual mode
-/// and beside a run that delivers by itself; callbacks of one DMA never overlap. Negative:
-/// ORVO_SIM_NOT_RUNNING, or ORVO_SIM_BUSY from inside a callback of this DMA.
+/// fills a block, calls the callback, and returns when the last callback has ended. Returns how many were
+/// delivered. The others found no free block, were dropped by a fault of the boards file, or came after the
+/// run had ended because it was stopped or had a limit; the ledger tells which. Works in manual mode, and
+/// beside a run that delivers by itself; callbacks of one DMA never overlap. Returns ORVO_SIM_NOT_RUNNING, or
+/// ORVO_SIM_BUSY from inside a callback of this DMA.
 int32_t OrvoSim_deliver(uint32_t boardIndex, uint32_t dma, uint32_t count);
 
 /// Calls the registered callback with exactly this number on the calling thread and changes nothing else:
-/// no block is filled, no picture counted. Works also while the DMA stands still, as long as a callback is
-/// registered. Returns 0, or negative as OrvoSim_deliver().
+/// no block is filled, no picture is counted. Works also while the DMA is stopped, as long as a callback is
+/// registered. Returns 0, or a negative number as OrvoSim_deliver() does.
 int32_t OrvoSim_callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumber);
 
-/// Waits until the DMA has ended at least `count` callbacks with pictures since the ledger began. Returns 1,
-/// or 0 after the timeout.
+/// Waits until at least `count` pictures of the DMA are delivered, their callbacks ended, since the ledger
+/// began. Returns 1, or 0 after the timeout.
 int32_t OrvoSim_waitForDelivered(uint32_t boardIndex, uint32_t dma, uint64_t count, uint32_t timeoutMs);
 
 // The script: what chosen calls do
 
-// A `call` is chosen by its function's name, and by any of its arguments as the journal writes them:
-// "Brd_AddMem", "Brd_getParameter id=3080", "Brd_AcquireEx board=1 dma=0". `nth` counts the calls that match
-// from now on: 1 is the next one, 0 is every one. Rules are tried in the order in which they were made; each
-// counts for itself. A call that several rules meet is held, is slow, and takes the answer of the first
-// that has one.
+// `call` chooses calls by the function's name and any of the arguments as the journal writes them:
+// "Brd_AddMem", "Brd_getParameter id=3080", "Brd_AcquireEx board=1 dma=0". `nth` counts the matching calls
+// from now on: 1 is the next one, 0 means all of them. Each rule counts for itself, and rules apply in the
+// order in which they were made. Several rules may match one call: every hold and every delay applies, and
+// the first answer.
 
-/// The call answers `result` and does nothing else; 0 is a call that claims success and did nothing. A
+/// The call returns `result` and does nothing else; with 0 it claims success and has done nothing. A
 /// function that returns a pointer returns null, and `result` becomes the board's last error number.
-/// `Brd_stopAcquireEx` stops all the same, and a function without result does its work all the same.
+/// `Brd_stopAcquireEx` and `Brd_FreeLibraries` do their work nevertheless.
 void OrvoSim_answer(const char* call, uint32_t nth, int64_t result);
 
-/// As OrvoSim_answer(), and the call hands out these bytes: into its `value` or `buffer` (as many as there
-/// are: the length word is checked and set as ever), or, from a function that returns a pointer, as the
-/// address of a copy that stays for good.
+/// As OrvoSim_answer(), and the call hands out these bytes: it writes them to its `value` or `buffer` (all of
+/// them; the length word is checked and set as usual), or, if it returns a pointer, returns the address of a
+/// copy that is never freed.
 void OrvoSim_answerWith(const char* call, uint32_t nth, int64_t result, const void* bytes, uint64_t size);
 
 /// The call takes this much longer, before it has any effect.
@@ -82,86 +84,86 @@ enum {
     ORVO_SIM_AT_EXIT = 1     // after its effect, before it returns
 };
 
-/// The call waits until OrvoSim_letGo(). No lock is held meanwhile: all other calls work.
+/// The call waits until OrvoSim_letGo(). No lock is held while it waits: all other calls work.
 void OrvoSim_hold(const char* call, uint32_t nth, int32_t where);
 
-/// Waits until a thread is held by the rule that was made with the same text. Returns 1, or 0 after the
-/// timeout.
+/// Waits until the rule made with the same text holds a thread. Returns 1, or 0 after the timeout.
 int32_t OrvoSim_waitUntilHeld(const char* call, uint32_t timeoutMs);
 
-/// Ends the holding rules that were made with the same text: whoever waits there goes on, nobody else stops.
+/// Ends the holding rules made with the same text: the calls that they hold continue, and they hold no more.
 void OrvoSim_letGo(const char* call);
 
-/// Ends all rules, those of the boards file too; whoever is held goes on.
+/// Ends all rules, those of the boards file included; the calls that they hold continue.
 void OrvoSim_clearScript(void);
 
 // Cameras
 
-/// The camera behind that port of the board answers `calls` further calls of the camera libraries that name
-/// it, and then none: each fails, and no search finds it; 0: it is gone at once. Connections that are open
-/// stay so for the hosts. Returns 1, or 0 if no camera is described there.
+/// The camera at that port of the board answers this many more calls of the camera libraries, and then none:
+/// each call fails, and no search finds it. With 0 it is gone at once. Handles and connections of the hosts
+/// stay open. Returns 1, or 0 if no camera is described there.
 int32_t OrvoSim_vanishCamera(uint32_t boardIndex, uint32_t port, uint64_t calls);
 
-/// It answers again. If it was gone it is as after a loss of power: not connected, not started, and its
-/// parameters are those at first. Returns 1, or 0 if no camera is described there.
+/// The camera answers again. If it was gone, it is as after a loss of power: not connected, not started, with
+/// its initial parameters. Returns 1, or 0 if no camera is described there.
 int32_t OrvoSim_restoreCamera(uint32_t boardIndex, uint32_t port);
 
-// The journal: one line a call
+// The journal: one line for each call
 
-// `Brd_AddMem board=0 buffer=b0 size=307200 index=0 head=h1 -> 0`: name, arguments in their order, result.
-// The arguments bear the names of the prototypes, a memory head is `head`. Lines stand in the order in which
-// the calls began; ` ...` stands in the place of the result while a call is under way.
+// `Brd_AddMem board=0 buffer=b0 size=307200 index=0 head=h1 -> 0`: the name, the arguments in their order,
+// the result. The arguments have the names of the prototypes; a memory head is `head`. Lines are in the order
+// in which the calls began. While a call is under way, its line ends with ` ...` instead of a result.
 //
-// Symbols stand for addresses: a board handle is its board's index, a memory head is h1, h2, ... in the order
-// of making since the library's life began, a block is b and the index under which its head has it, null is
-// `null`, and whatever is no longer known is `?`. Texts stand in double quotes. A callback record is
-// `control=set` or `control=null`, a buffer to be filled `buffer=set` or `buffer=null`. The image number of
-// picture n is 1000000000 + n.
+// Handles and addresses appear as symbols. A board handle is its board's index. A memory head is h1, h2, ...
+// in the order in which the session made them; a session of the library lasts from its first
+// Brd_InitLibraries to its last Brd_FreeLibraries. A block is b and its index in its memory head. Null is
+// `null`; what is not, or no longer, known is `?`. Texts are in double quotes. A callback record is
+// `control=set` or `control=null`, a buffer to be filled is `buffer=set` or `buffer=null`. The image number
+// of picture n is 1000000000 + n.
 //
-// What a call hands out stands behind the result by the name of its argument, if the result is 0:
-// `Brd_getParameter board=0 id=100 dma=0 -> 0 value=640`. A value that goes in as well, as the word of ids
-// 3080 and 3090 does, stands in both places. A length word is `length=256`; with a buffer of null it isn't
-// read, and stands behind the result alone. Brd_FreeLibraries has neither arguments nor result.
+// If the result is 0, what the call hands out follows it, by the name of its argument:
+// `Brd_getParameter board=0 id=100 dma=0 -> 0 value=640`. A value that is passed in as well, such as the
+// position for ids 3080 and 3090, appears in both places. A length word is `length=256`; with a null buffer
+// it isn't read, and appears after the result only. Brd_FreeLibraries has neither arguments nor a result.
 //
-// A camera library's handle is its board's index. Its cameras are c1, c2, ... in the order in which a life's
-// handles are given out, of each library for itself: `Eth_getCameraByIndex library=0 port=0 index=0 -> 0
+// A camera library's handle is its board's index. Its cameras are c1, c2, ... in the order in which a session
+// gives out their handles; each library counts its own: `Eth_getCameraByIndex library=0 port=0 index=0 -> 0
 // camera=c1`. A handle that has ended is `?`, and 0 is `null`. A camera's record is `set` or `null`.
 
-/// The journal as text, each line ended by a line feed. `filter`: empty for all lines, or function names with
-/// blanks between. A name keeps its lines, a name with a minus in front drops them, and a star at the end
-/// stands for any rest: "Brd_AddMem Brd_DelMem", "-Brd_get* -Brd_InitLibraries". `from` skips that many
-/// lines of the whole journal first.
+/// The journal as text, each line ended by a line feed. `filter` is empty for all lines, or holds function
+/// names separated by blanks: a name keeps its lines, a name after a minus drops them, and a star at the end
+/// matches any rest: "Brd_AddMem Brd_DelMem", "-Brd_get* -Brd_InitLibraries". `from` first skips that many
+/// lines of the whole journal.
 uint64_t OrvoSim_readJournal(const char* filter, uint64_t from, char* buffer, uint64_t size);
 
 /// The number of lines of the whole journal.
 uint64_t OrvoSim_countJournal(void);
 
-/// Forgets all lines.
+/// Removes all lines.
 void OrvoSim_clearJournal(void);
 
-/// Records so many lines and then no more; 0 records nothing, and the calls then cost nothing extra. At
-/// first 10000.
+/// Records at most this many lines; with 0 it records nothing, and calls then cost nothing extra. The default
+/// is 10000.
 void OrvoSim_limitJournal(uint64_t lines);
 
 // The ledger: what became of every picture
 
-/// The account of one DMA since the first `Brd_InitLibraries` of this life of the library, or since
-/// OrvoSim_reset(). It can still be read after the last `Brd_FreeLibraries`.
+/// The account of one DMA since the session of the library began, or since OrvoSim_reset(). It can still be
+/// read after the session has ended.
 /// produced = delivered + droppedNoBlock + droppedByFault; a picture counts when its callback has ended.
 typedef struct OrvoSim_Ledger {
     uint64_t runs;   // successful calls of Brd_AcquireEx
     uint64_t produced;
     uint64_t delivered;
-    uint64_t droppedNoBlock;   // status 30 counts these too, and starts anew with each run
+    uint64_t droppedNoBlock;   // status 30 counts these as well, from 0 in each run
     uint64_t droppedByFault;
-    double askedRate;   // pictures per second of the latest run; 0: as the ring allows, or as triggers come
-    double heldRate;    // pictures per second produced in it, first to last; 0 below two pictures
+    double askedRate;   // pictures per second, of the latest run; 0: as the ring allows, or as triggers come
+    double heldRate;    // pictures per second that it produced, first to last; 0 below two pictures
 } OrvoSim_Ledger;
 
-/// Returns 1, or 0 with `ledger` left alone for a DMA that never ran.
+/// Returns 1, or 0 for a DMA that never ran; `ledger` is then left alone.
 int32_t OrvoSim_readLedger(uint32_t boardIndex, uint32_t dma, OrvoSim_Ledger* ledger);
 
-/// The whole ledger as JSON, as the boards file's "ledger" has it written.
+/// The whole ledger as JSON, as it is written to the file that the boards file names.
 uint64_t OrvoSim_writeLedger(char* buffer, uint64_t size);
 
 // Pointer types, for programs that load the library at run time

@@ -27,7 +27,7 @@ public:
 
     /// Throws BrdError for an id that the applet doesn't have.
     DmaChannel& dma(uint32_t id) const;
-    /// The DMA that stands for the board where a call names none.
+    /// The DMA that is meant where a call names none.
     uint32_t firstDma() const { return m_dmas.empty() ? 0 : m_dmas.begin()->first; }
     void stopAll();
 

@@ -15,7 +15,7 @@
 
 namespace orvo::sim {
 
-// What stands in the journal for handles and addresses of the board library, `?` for those that aren't known.
+// How the journal shows handles and addresses of the board library: `?` for those that aren't known.
 std::string boardSymbol(const void* handle);
 std::string headSymbol(const void* board, const void* head);
 std::string blockSymbol(const void* board, const void* head, const void* block);
@@ -73,8 +73,7 @@ auto bufferArgument(const void* buffer, const Length* length)
     };
 }
 
-/// A number behind a value pointer; `typeOf()` as above. What is written in a type that isn't known isn't
-/// shown.
+/// A number behind a value pointer; `typeOf()` as above. A number of an unknown type isn't shown.
 template <typename TypeOf>
 struct ParameterOut {
     ParameterOut(void* pointer, TypeOf type) : value(pointer), typeOf(type) {}

@@ -35,7 +35,8 @@ private:
 
 }   // namespace
 
-/// What belongs to one run: guarded by the channel's mutex, but for the painters, which belong to the turn.
+/// What belongs to one run. The channel's mutex guards it, which clang's analysis can't follow; the painters
+/// belong to the delivering thread.
 struct DmaChannel::Run {
     Run(std::shared_ptr<MemoryHead> ring, const PictureChoice& shows, const Geometry& geometry,
         int64_t pictureCount, Pacer schedule, Camera* sender)
@@ -257,7 +258,7 @@ std::optional<uint64_t> DmaChannel::awaitDueTime(Run& run, Lock& lock)
     return timestampOf(due);
 }
 
-/// False, and the turn not taken, if the run is over before the turn comes.
+/// Waits until no other thread delivers. False, and nothing has begun, if the run is over before that.
 bool DmaChannel::beginDelivery(Lock& lock, const Run* run)
 {
     const auto isOver = [&] { return run && (run->isEnded || run->isComplete()); };

@@ -15,11 +15,11 @@
 
 namespace orvo::sim {
 
-/// One DMA port of an open board: makes the pictures of a run, on a thread of its own or by the wheel, and
-/// calls back. A camera says when they come and how they look, if there is one. Threads: any. Whoever calls
-/// back has the channel's turn, so callbacks don't overlap; no lock is held during a callback, nor while
-/// somebody waits for the turn. Owns: the running thread shares the channel, so it outlives its board for as
-/// long as a callback takes.
+/// One DMA port of an open board: makes the pictures of a run, on a thread of its own or by hand, and calls
+/// back. If a camera feeds the port, it decides when pictures come and how they look. Threads: any. Only one
+/// thread delivers at a time, so callbacks don't overlap; no lock is held during a callback, nor while a
+/// thread waits to deliver. Ownership: the running thread shares the channel, which so outlives its board for
+/// as long as a callback takes.
 class DmaChannel : public std::enable_shared_from_this<DmaChannel> {
 public:
     using Extent = uint32_t Geometry::*;
@@ -50,7 +50,7 @@ public:
     int64_t lostPictures() const;
     void giveBack(MemoryHead& head, int64_t blockIndex);
 
-    /// The wheel: results as OrvoSim_deliver() and OrvoSim_callBack() have them.
+    /// By hand: results as OrvoSim_deliver() and OrvoSim_callBack() have them.
     int32_t deliver(uint32_t count);
     int32_t callBack(int64_t pictureNumber);
 
@@ -74,12 +74,11 @@ private:
     Camera* const m_camera;
 
     mutable os::Mutex m_mutex;
-    std::condition_variable m_changed;   // the turn, the run, or a block given back
+    std::condition_variable m_changed;   // the deliverer, the run, or a block given back
     Geometry m_geometry ORVO_GUARDED_BY(m_mutex);
     std::optional<BrdApcControl> m_callback ORVO_GUARDED_BY(m_mutex);
-    std::shared_ptr<Run> m_run ORVO_GUARDED_BY(m_mutex);   // null while the DMA stands still
-    std::optional<std::thread::id>
-        m_deliverer ORVO_GUARDED_BY(m_mutex);   // who makes a picture or calls back
+    std::shared_ptr<Run> m_run ORVO_GUARDED_BY(m_mutex);                   // null while the DMA is stopped
+    std::optional<std::thread::id> m_deliverer ORVO_GUARDED_BY(m_mutex);   // makes a picture or calls back
     int64_t m_lost ORVO_GUARDED_BY(m_mutex) = 0;
 };
 

@@ -17,7 +17,7 @@ namespace orvo::sim {
 /// The latest failure of each board, and of the calls that have none. Threads: any.
 class LastErrors {
 public:
-    static constexpr size_t kNoBoard = 8;   // the slot behind those of the board indices
+    static constexpr size_t kNoBoard = 8;   // the slot after those of the board indices
 
     void clear();
     void set(size_t slot, int32_t number, std::string_view text);
@@ -35,9 +35,9 @@ private:
     std::array<Entry, kNoBoard + 1> m_entries ORVO_GUARDED_BY(m_mutex);
 };
 
-/// The library as a whole: its nested lives, the open boards by handle, the failures. Handles are numbers
-/// that are never given out twice, so one that has ended is found out. Threads: any, but init() and free()
-/// are left to one. No lock is held while a board is loaded or stopped.
+/// The library as a whole: its sessions, the open boards by handle, the failures. Handles are numbers that
+/// are never given out twice, so an ended one is recognised. Threads: any, but init() and free() only one.
+/// No lock is held while a board is loaded or stopped.
 class Library final : public PictureDelivery {
 public:
     static constexpr uint32_t kMostBoards = 8;
@@ -48,7 +48,7 @@ public:
     void init();
     void free();
 
-    /// Negative for an index without board, and outside of every life.
+    /// Negative for an index without a board, and outside of a session.
     int32_t boardType(int32_t boardIndex) const;
     std::string boardText(int32_t boardIndex) const;
 
@@ -61,7 +61,7 @@ public:
     /// Makes a memory head and returns its handle. Throws BrdError.
     void* addHead(const void* boardHandle, uint64_t totalSize, int64_t blockCount);
 
-    /// The failures of the board behind a handle, or of calls without one.
+    /// The failures of the board of a handle, or of calls without one.
     void setLastError(const void* handle, int32_t number, std::string_view text);
     int32_t lastErrorNumber(const void* handle) const;
     void copyLastErrorText(const void* handle, std::span<char> buffer) const;
@@ -90,9 +90,9 @@ private:
     mutable os::Mutex m_mutex;
     std::array<Slot, kMostBoards> m_slots ORVO_GUARDED_BY(m_mutex);
     uint32_t m_users ORVO_GUARDED_BY(m_mutex) = 0;
-    uint64_t m_openings ORVO_GUARDED_BY(m_mutex) = 0;   // in the process's time: part of a board's handle
+    uint64_t m_openings ORVO_GUARDED_BY(m_mutex) = 0;   // since the process began: part of a board's handle
     uint64_t m_sessions ORVO_GUARDED_BY(m_mutex) = 0;   // likewise, of a memory head's
-    uint64_t m_heads ORVO_GUARDED_BY(m_mutex) = 0;      // made in this life
+    uint64_t m_heads ORVO_GUARDED_BY(m_mutex) = 0;      // made in this session
 };
 
 }   // namespace orvo::sim

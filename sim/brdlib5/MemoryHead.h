@@ -53,7 +53,7 @@ public:
     void endUse();
 
     size_t freeCount() const;
-    /// The next free block behind the last taken one, for filling, or nothing.
+    /// The next free block after the last taken one, to be filled; nothing if none is free.
     std::optional<Taken> takeNext();
     /// The taken block holds a picture now.
     void publish(int64_t index, int64_t picture, uint64_t timestamp);

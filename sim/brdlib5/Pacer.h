@@ -18,8 +18,8 @@ inline uint64_t timestampOf(std::chrono::steady_clock::time_point time)
     return std::chrono::duration_cast<BoardTicks>(time.time_since_epoch()).count();
 }
 
-/// When the pictures of one run are due. The schedule is absolute: a late picture doesn't delay those behind
-/// it. The first picture comes one picture time after the start, and never before kFirstExposure. Threads:
+/// When the pictures of one run are due. The schedule is absolute: a late picture doesn't delay the next
+/// ones. The first picture comes one picture time after the start, and never before kFirstExposure. Threads:
 /// one at a time.
 class Pacer {
 public:
@@ -30,7 +30,7 @@ public:
 
     /// The time of the next picture.
     Clock::time_point due() const { return m_due; }
-    /// On to the picture behind it.
+    /// On to the next picture.
     void advance();
 
     /// How much later than due the next picture comes.

@@ -34,7 +34,7 @@ std::vector<std::byte> bytesOf(const std::string& text)
     return bytes;
 }
 
-/// Packed: each entry's number, then its name with the NUL; the end mark where the next number would stand.
+/// Packed: each entry's number, then its name with the NUL; then the end mark in the place of a number.
 std::vector<std::byte> tableOf(const Parameter& parameter)
 {
     std::vector<std::byte> bytes;

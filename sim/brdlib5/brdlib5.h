@@ -32,7 +32,8 @@ int32_t Brd_FreeGrabber(void* board);
 int32_t Brd_getLastErrorNumber(void* board);
 const char* Brd_getLastErrorDescription(void* board);
 
-// Parameters. For ids 3050, 3060, 3080 and 3090 `dma` is the process index. Ids by name are negative on failure.
+// Parameters. For ids 3050, 3060, 3080 and 3090 `dma` is the process index. An id by name is negative on
+// failure.
 int32_t Brd_getParameterIdByName(void* board, const char* name);
 int32_t Brd_getParameter(void* board, int32_t id, void* value, uint32_t dma);
 int32_t Brd_setParameter(void* board, int32_t id, const void* value, uint32_t dma);

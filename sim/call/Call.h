@@ -12,8 +12,8 @@
 
 namespace orvo::sim {
 
-// Arguments: callables that write themselves into a CallText, by the names of the prototype. They are asked
-// only while the journal or the script want to know of calls.
+// Arguments: callables that write themselves into a CallText, under the names of the prototype. They run only
+// while the journal or the script want calls.
 
 /// A number or a text.
 template <typename Value>
@@ -22,22 +22,22 @@ auto named(const char* name, Value value)
     return [=](CallText& text) { text.add(name, value); };
 }
 
-/// A handle or an address: `symbolOf()` answers what stands for it.
+/// A handle or an address: `symbolOf()` answers its symbol.
 template <typename SymbolOf>
 auto symbol(const char* name, SymbolOf symbolOf)
 {
     return [=](CallText& text) { text.addWord(name, symbolOf()); };
 }
 
-/// A pointer of which only matters whether it is null.
+/// A pointer that the journal shows as `set` or `null`.
 inline auto setOrNull(const char* name, const void* pointer)
 {
     return [=](CallText& text) { text.addWord(name, CallText::setOrNull(pointer)); };
 }
 
-// What a call hands out besides its result. `take(pass)` does what a call that the script answers still has
-// to do, such as handing out the script's bytes; `show(text, pass)` writes what was handed out, if the
-// result is 0. `resultText(result)`, where there is one, is the result in the journal.
+// What a call hands out besides its result. `take(pass)` does what remains to be done when the script answers
+// the call, such as handing out the script's bytes. `show(text, pass)` writes to the journal what was handed
+// out; it is called if the result is 0. `resultText(result)` is optional: the result as the journal has it.
 
 struct NothingOut {
     void take(const CallPass&) const {}

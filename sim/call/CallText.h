@@ -18,7 +18,7 @@ public:
     void add(std::string_view name, double value);
     /// In double quotes; null is `null`.
     void add(std::string_view name, const char* text);
-    /// As it is: a symbol that stands for a handle or an address.
+    /// As it is: the symbol of a handle or an address.
     void addWord(std::string_view name, std::string_view word);
 
     /// " -> " and the result, which comes before everything that is handed out.

@@ -36,8 +36,8 @@ inline auto cameraArgument(uint64_t camera)
     return symbol("camera", [=] { return Handles::instance().cameraSymbol(camera); });
 }
 
-/// A value behind a pointer; `argumentOf(value)` writes it as it would write an argument. What a call that
-/// the script answers leaves alone isn't shown.
+/// A value behind a pointer, which `argumentOf(value)` writes as it would write an argument. A call that the
+/// script answers without bytes hands out nothing.
 template <typename Value, typename ArgumentOf>
 struct ValueOut {
     ValueOut(Value* pointer, ArgumentOf argument) : value(pointer), argumentOf(argument) {}
@@ -68,7 +68,7 @@ struct TextOut {
 /// Throws CameraError unless there is a board of that index whose cameras are of that family.
 void requireFamily(uint32_t boardIndex, const CameraFamily& family);
 
-/// The camera behind a handle. Throws CameraError for a handle that has ended.
+/// The camera of a handle. Throws CameraError for a handle that has ended.
 Camera& cameraOf(uint64_t handle);
 
 /// The frame of the function that describes a camera: null for a handle that has ended, and for a camera

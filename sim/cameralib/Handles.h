@@ -41,8 +41,8 @@ inline void require(const void* argument)
         throw CameraError(CameraStatus::NullArgument);
 }
 
-/// What an `ethlib` or `orvo_genicam` has given out for a camera. What a call hands out by address stays
-/// here until the next one.
+/// What a camera library has given out for a camera. What a call hands out by address stays here until the
+/// next call.
 struct CameraHandle {
     uint64_t number = 0;
     uint64_t library = 0;   // the number of its handle
@@ -55,7 +55,7 @@ struct CameraHandle {
     CameraIdentity identity ORVO_GUARDED_BY(mutex);
     alignas(std::max_align_t) std::byte record[128] ORVO_GUARDED_BY(mutex) = {};
 
-    /// The record that the library hands out; of one type for all its handles.
+    /// The record that the library hands out, of one type for all its handles.
     template <typename Record>
     Record& place() ORVO_REQUIRES(mutex)
     {
@@ -64,8 +64,8 @@ struct CameraHandle {
     }
 };
 
-/// The handles of one camera library: numbers that are never given out twice, and that end with the life of
-/// the boards at the latest. Threads: any. All throw CameraError for a handle that isn't one.
+/// The handles of one camera library: numbers that are never given out twice and end with the
+/// session at the latest. Threads: any. All throw CameraError for a handle that isn't one.
 class Handles {
 public:
     /// Made at the first call and never destroyed: a host may call while the process ends.
@@ -76,18 +76,19 @@ public:
     void closeLibrary(uint64_t library);
     uint32_t boardOf(uint64_t library);
 
-    /// Looks for cameras behind the ports whose bits are set in `mask`; the ports from `maskedPorts` on have
-    /// no bit and are always searched.
+    /// Looks for cameras at the ports whose bits are set in `mask`; ports from `maskedPorts` on have no bit
+    /// and are always searched.
     void scan(uint64_t library, uint32_t mask, uint32_t maskedPorts);
     /// The ports at which the latest scan found a camera, and those whose camera is connected, rising.
     std::vector<uint32_t> found(uint64_t library);
 
-    /// A new handle of the camera behind a port.
+    /// A new handle of the camera at a port.
     uint64_t addCamera(uint64_t library, uint32_t port);
     std::shared_ptr<CameraHandle> camera(uint64_t handle);
     void endCamera(uint64_t handle);
 
-    // What stands in the journal: the board's index, and c1, c2, ... in the order of giving out in a life.
+    // As the journal has them: the board's index, and c1, c2, ... in the order in which a session gives out
+    // its handles.
     std::string librarySymbol(uint64_t library);
     std::string cameraSymbol(uint64_t handle);
 

@@ -152,8 +152,7 @@ int64_t Dispatcher::idOf(const std::string& name)
     if (isNew) {
         auto logger = std::make_shared<spdlog::logger>(name, m_sinks.begin(), m_sinks.end());
         logger->set_level(m_rules.levelOf(name));
-        logger->flush_on(
-            spdlog::level::trace);   // a process that ends in a fault leaves its last record behind
+        logger->flush_on(spdlog::level::trace);   // a crash loses no record
         m_loggers.push_back(std::move(logger));
     }
     return entry->second;

@@ -16,13 +16,13 @@
 
 namespace orvo::sim {
 
-/// Records kept in memory, as they arrived, for whoever wants to read them back. Threads: any.
+/// Records kept in memory in the order of arrival, to be read back. Threads: any.
 class RecordCapture {
 public:
     void set(bool on);
     void add(int64_t id, int32_t level, const std::string& logger, const std::string& text, uint32_t word,
              uint64_t longWord);
-    /// False behind the last. The texts live until clear().
+    /// False after the last. The texts live until clear().
     bool read(uint64_t index, OrvoSimLog_Record& record);
     void clear();
 
@@ -47,7 +47,8 @@ private:
 /// plus 1: 1 is trace, 7 is off.
 /// Threads: any. No lock is held while a client is called back; detach() waits until such calls have ended,
 ///          so a callback must not detach its own client.
-/// Life:    one a process, made at the first use and never destroyed: records may flow to the very end.
+/// Lifetime: one for each process, made at the first use and never destroyed: records may arrive to the very
+///          end.
 class Dispatcher {
 public:
     using GoneFunction = void (*)();
@@ -64,7 +65,7 @@ public:
     void detach(void* client);
     size_t countAttached();
 
-    /// The logger's id, from 1 and the same for the life of the process, and its level now.
+    /// The logger's id, from 1 and the same until the process ends, and its level now.
     void query(const std::string& name, int64_t& id, int32_t& level);
     /// A record of an unknown logger is dropped.
     void write(int64_t id, int32_t level, const std::string& text, uint32_t word, uint64_t longWord);

@@ -21,7 +21,7 @@ int32_t Eth_getCameraCount(uint64_t library, uint32_t port);
 /// Each call gives a new handle, for Eth_releaseCamera.
 int32_t Eth_getCameraByIndex(uint64_t library, uint32_t port, uint32_t index, uint64_t* camera);
 
-/// What Eth_getCameraInfo hands out, good until the next call with that camera.
+/// What Eth_getCameraInfo hands out, valid until the next call with that camera.
 struct EthCameraInfo {
     uint32_t port;
     uint32_t index;

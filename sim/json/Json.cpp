@@ -46,7 +46,7 @@ std::string contentOf(const std::string& path)
     return content;
 }
 
-/// Refuses a key that stands twice in one object: of the two the parser would keep the last in silence.
+/// Refuses a key that appears twice in one object: the parser would silently keep the last of the two.
 class TwinKeys {
 public:
     bool operator()(int /*depth*/, json::parse_event_t event, json& parsed)

@@ -50,7 +50,7 @@ private:
     std::string m_place;
 };
 
-/// The members of one object, taken by key. What nobody took is a mistake of the person who wrote it, and
+/// The members of one object, taken by key. A member that was not taken is a mistake in the file, and
 /// refuseOthers() says so: a misspelled key must not pass for a default.
 class JsonObject {
 public:
@@ -77,10 +77,10 @@ private:
 /// Reads the file at `path`, which must hold one JSON object, and hands it to `read`; members that `read` did
 /// not ask for are refused. Comments in the manner of C are allowed. Throws JsonError, its text beginning
 /// with the path: for a file that can't be read, for a syntax error with line and column, for a key that
-/// stands twice in one object, and for whatever `read` throws as JsonError.
+/// appears twice in one object, and for whatever `read` throws as JsonError.
 void readJsonFile(const std::string& path, const std::function<void(JsonObject&)>& read);
 
-/// `path` as it is meant in a file that lies at `file`: a relative one begins in that file's folder.
+/// `path` as the file at `file` means it: a relative path starts from that file's folder.
 std::string pathBeside(const std::string& file, const std::string& path);
 
 }   // namespace orvo::sim

@@ -23,7 +23,7 @@ int32_t Ogc_getFoundCount(uint64_t library);
 /// handle.
 int32_t Ogc_getCameraOnPort(uint64_t library, uint32_t port, uint64_t* camera);
 
-/// What Ogc_getCameraInfo hands out, good until the next call with that camera.
+/// What Ogc_getCameraInfo hands out, valid until the next call with that camera.
 struct OgcCameraInfo {
     const char* model;
     const char* name;   // for display

@@ -12,8 +12,8 @@ namespace {
 
 constexpr double kWhite = 65'535;
 
-/// Where a part of `length` pixels begins that the board takes `from` pixels behind the camera's first one,
-/// if the camera reads its `size` pixels the other way round or not.
+/// Where on the sensor the board's part of `length` pixels begins, `from` pixels after the camera's first one.
+/// A reversed camera reads its `size` pixels from the other end.
 uint32_t beginOnSensor(uint32_t offset, uint32_t size, uint32_t from, uint32_t length, bool isReversed)
 {
     if (length == 0)

@@ -13,7 +13,7 @@ namespace orvo::sim {
 /// from its offsets on, and leaves zeros where the camera has nothing. Threads: one at a time.
 class CameraPainter {
 public:
-    /// `scene`: what stands before the camera. Bare numbers are painted as they are, whatever the view.
+    /// `scene`: what the camera looks at. Bare numbers are painted as they are, whatever the view.
     CameraPainter(PictureChoice scene, const Geometry& board);
 
     /// As PictureSource::paint().

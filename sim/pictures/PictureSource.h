@@ -19,8 +19,8 @@ public:
     PictureSource& operator=(const PictureSource&) = delete;
     virtual ~PictureSource() = default;
 
-    /// Writes picture `number`, counted from 1. A block that is too small gets the picture's beginning; what
-    /// lies behind the picture in a larger one is left alone.
+    /// Writes picture `number`, counted from 1. A block that is too small gets the picture's beginning; the
+    /// rest of a larger one is left alone.
     virtual void paint(uint64_t number, std::span<std::byte> block) = 0;
 
 protected:

@@ -31,7 +31,7 @@ std::string contentOf(const std::string& path)
     return content.str();
 }
 
-/// PGM and PPM files have the upper byte of a 16-bit sample first, and stb hands it out so.
+/// PGM and PPM files store the upper byte of a 16-bit sample first, and stb leaves it there.
 bool needsSwapping(const std::string& content)
 {
     const auto* bytes = reinterpret_cast<const stbi_uc*>(content.data());

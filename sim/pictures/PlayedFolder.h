@@ -46,10 +46,10 @@ private:
     std::vector<Photo> m_photos;
 };
 
-/// Plays a folder, the picture of number 1 first, and begins again behind the last one.
+/// Plays a folder from its first picture, which has number 1, and begins again after the last.
 class FolderPlayer : public PictureSource {
 public:
-    /// `cropped`: the geometry cuts its part out of each picture, and zeros stand where the picture has
+    /// `cropped`: the geometry cuts its part out of each picture, with zeros where the picture has
     /// nothing; otherwise each picture is scaled to the geometry's size and the offsets mean nothing.
     FolderPlayer(std::shared_ptr<const PlayedFolder> folder, const Geometry& geometry, bool cropped);
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The seam between `orvo_sim`, which has the cameras, and the libraries that reach them. As plain as Core.h.
+/// The seam between `orvo_sim`, which has the cameras, and the libraries that reach them; as plain as Core.h.
 namespace orvo::sim {
 
 /// What a call to a camera comes to: the error numbers of both camera libraries.
@@ -16,7 +16,7 @@ enum class CameraStatus : int32_t {
     UnknownLibrary = -3011,   // no handle, or one that has ended
     UnknownCamera = -3012,    // likewise
     NoCamera = -3013,         // at that port and index
-    Gone = -3014,             // it was there, and doesn't answer any more
+    Gone = -3014,             // it was there, and no longer answers
     InUse = -3015,            // somebody else has connected it
     NotConnected = -3016,
     UnknownParameter = -3020,
@@ -97,26 +97,26 @@ class CameraStream {
 public:
     /// Waits for the camera's next picture. False when the stream is cancelled. Threads: one.
     virtual bool await(Exposure& exposure) = 0;
-    /// Whoever waits stops waiting, now and ever after. Threads: any.
+    /// await() returns, now and from now on. Threads: any.
     virtual void cancel() = 0;
-    /// Ends the stream's life. Nobody waits any more.
+    /// Destroys the stream. Not while await() runs.
     virtual void close() = 0;
 
 protected:
     ~CameraStream() = default;
 };
 
-/// A simulated camera behind one port of a board. Whoever connects it names himself by the handle that he has
-/// of it; only those who have connected it reach its parameters. Threads: any.
+/// A simulated camera at one port of a board. Callers are told apart by their handles of the camera; only a
+/// handle that has connected it reaches its parameters. Threads: any.
 class Camera {
 public:
-    /// Answers whether it is there, without a call to it.
+    /// Whether it is there; this is no call to the camera.
     virtual bool isPresent() const = 0;
     virtual bool isConnected() const = 0;
 
-    // Each of these is a call to the camera, after a number of which it may have been told to vanish.
+    // Calls to the camera: it may vanish after a number of these.
     virtual CameraStatus identify(CameraIdentity& identity) = 0;
-    /// Again by the same handle is no error. `alone`: nobody else may have connected it.
+    /// Connecting again by the same handle is no error. `alone`: no other handle may have connected it.
     virtual CameraStatus connect(uint64_t handle, bool alone) = 0;
     virtual CameraStatus disconnect(uint64_t handle) = 0;
     virtual CameraStatus setStarted(uint64_t handle, bool started) = 0;
@@ -127,14 +127,14 @@ public:
     virtual CameraStatus execute(uint64_t handle, const char* name) = 0;
     virtual CameraStatus writeRegister(uint64_t handle, const char* name, uint32_t value) = 0;
 
-    // The board's side. Nothing is sent earlier than the first exposure allows after the stream's opening.
+    // The board's side. Nothing is sent before kFirstExposure after the stream was opened.
     virtual CameraStream* openStream() = 0;
-    /// As a picture taken now would be, in every state of the camera.
+    /// As a picture would be that was taken now, whatever state the camera is in.
     virtual CameraView view() const = 0;
     /// Pictures per second; 0 for a camera that waits for triggers.
     virtual double pictureRate() const = 0;
 
-    /// The handle ends, whatever the camera would say: no call to it.
+    /// The handle ends. This is no call to the camera, and always succeeds.
     virtual void forget(uint64_t handle) = 0;
 
 protected:

@@ -7,10 +7,10 @@
 
 #include "sim/seam/Camera.h"
 
-/// The seam between `orvo_sim` and the stand-ins. Each of these libraries has its own C++ run time, so what
-/// crosses is plain: virtual calls, structs without destructor, views that are read during the call. No
-/// exception, no container, no memory to be freed on the other side. All objects behind the references live
-/// until the process ends.
+/// The seam between `orvo_sim` and the stand-ins. Each of these libraries has its own C++ run time, so only
+/// plain things cross: virtual calls, structs without destructors, views that are read during the call. No
+/// exceptions, no containers, no memory that the other side would free. All objects that references lead to
+/// live until the process ends.
 namespace orvo::sim {
 
 /// What became of a picture.
@@ -45,10 +45,12 @@ struct BoardDescription {
     PictureFaults faults;
 };
 
-/// No run's first picture comes earlier after its start: its caller first has to know that it has begun.
+/// The first picture of a run never comes earlier than this after the start: the caller must first know that
+/// the run has begun.
 inline constexpr std::chrono::milliseconds kFirstExposure{20};
 
-/// The board library's hands, for the wheel. Results are those of OrvoSim_deliver() and OrvoSim_callBack().
+/// What the control interface asks of the board library. Results are those of OrvoSim_deliver() and
+/// OrvoSim_callBack().
 class PictureDelivery {
 public:
     virtual int32_t deliver(uint32_t boardIndex, uint32_t dma, uint32_t count) = 0;
@@ -62,7 +64,7 @@ protected:
 struct CallPass {
     bool answered = false;   // the call answers `result` and has no effect
     int64_t result = 0;
-    const std::byte* bytes = nullptr;   // what an answered call hands out, null for nothing
+    const std::byte* bytes = nullptr;   // that an answered call hands out, null for none
     size_t size = 0;                    // of `bytes`
     uint64_t journalLine = 0;           // the rest is the recorder's own
     uint64_t journalEpoch = 0;
@@ -72,7 +74,7 @@ struct CallPass {
 /// Journal and script, as the stand-ins' functions meet them. Threads: any.
 class CallRecorder {
 public:
-    /// Whether anybody wants to know of calls. If not, neither of the others needs to be called.
+    /// Whether the journal or the script want calls. If not, don't call the other two.
     virtual bool isWatching() const = 0;
     /// The call begins. `arguments` as the journal has them. Waits as long as the script says.
     virtual CallPass enter(std::string_view function, std::string_view arguments) = 0;
@@ -83,29 +85,30 @@ protected:
     ~CallRecorder() = default;
 };
 
-/// What the stand-ins share. Threads: any, but for the beginning and the end of a life, which the host's
-/// calls keep apart from all others.
+/// What the stand-ins share. A session of the boards lasts from the first Brd_InitLibraries to the last
+/// Brd_FreeLibraries. Threads: any; the host keeps the beginning and the end of a session apart from all
+/// other calls.
 class Core {
 public:
-    /// The first Brd_InitLibraries: reads the boards file anew and begins a new ledger.
+    /// Reads the boards file again and begins a new ledger.
     virtual void beginSession() = 0;
-    /// The last Brd_FreeLibraries: writes what the boards file asks for.
+    /// Writes what the boards file asks for.
     virtual void endSession() = 0;
 
     /// Copies the description of the board at `index`. False if there is none.
     virtual bool findBoard(uint32_t index, BoardDescription& board) const = 0;
-    /// What is wrong with the boards file, empty if nothing. Good until the next life begins.
+    /// What is wrong with the boards file, empty if nothing. Good until the next session begins.
     virtual std::string_view boardsFileError() const = 0;
 
     virtual CallRecorder& calls() = 0;
     virtual DmaAccount& account(uint32_t boardIndex, uint32_t dma) = 0;
-    /// Whether runs that begin now deliver by the wheel alone.
+    /// Whether runs that begin now deliver by hand only.
     virtual bool isManual() const = 0;
     virtual void setDelivery(PictureDelivery& delivery) = 0;
     /// Writes a line to standard error, unless messages are off.
     virtual void say(std::string_view message) = 0;
 
-    /// Counts the lives from 1; 0 before the first.
+    /// Counts the sessions from 1; 0 before the first.
     virtual uint64_t session() const = 0;
     /// The handle under which the board at `index` is open, 0 when it closes.
     virtual void setBoardHandle(uint32_t index, uint64_t handle) = 0;
@@ -113,14 +116,14 @@ public:
     virtual bool findOpenBoard(uint64_t handle, uint32_t& index) const = 0;
 
     static constexpr uint32_t kMostPorts = 256;   // of a board that can have a camera
-    /// The camera that is described behind a port, whether it answers or not; null for none.
+    /// The camera that is described at a port, whether it answers or not; null for none.
     virtual Camera* camera(uint32_t boardIndex, uint32_t port) = 0;
-    /// To the camera behind one port, or all of the board's: those whose keys match are triggered at the same
-    /// moment.
+    /// Sends an action command to the camera at one port, or to all of the board's: those whose keys match are
+    /// triggered at the same moment.
     virtual void sendToPort(uint32_t boardIndex, uint32_t port, const ActionCommand& command) = 0;
     virtual void sendToAll(uint32_t boardIndex, const ActionCommand& command) = 0;
 
-    /// What the `Info` of the applet library answers next: its arguments don't say who asks.
+    /// What the applet library's `Info` returns next: its arguments don't say which board is meant.
     virtual void setAppletInfo(int32_t answer) = 0;
     virtual int32_t appletInfo() const = 0;
 

@@ -89,22 +89,23 @@ void presetParameter(ParameterSheet& parameters, const std::string& name, const 
         throw JsonError(value.place() + ": " + cameraErrorTextOf(static_cast<int32_t>(status)));
 }
 
-/// In an order in which the limits of one stand before the other is set: the sensor, the sizes, the offsets.
+/// In three passes, since each limits the next: what a host only reads, such as the sensor's size; what it
+/// writes; the offsets.
 void readParameters(const JsonValue& values, ParameterSheet& parameters)
 {
-    enum class Turn { First, Second, Third };
-    const auto turnOf = [&](const std::string& name) {
+    enum class Pass { ReadOnly, Writable, Offsets };
+    const auto passOf = [&](const std::string& name) {
         const CameraParameter* const parameter = parameters.find(name);
         if (parameter && parameter->access == ParameterAccess::ReadOnly)
-            return Turn::First;
-        return name.starts_with("Offset") ? Turn::Third : Turn::Second;
+            return Pass::ReadOnly;
+        return name.starts_with("Offset") ? Pass::Offsets : Pass::Writable;
     };
-    for (const Turn turn : {Turn::First, Turn::Second, Turn::Third}) {
+    for (const Pass pass : {Pass::ReadOnly, Pass::Writable, Pass::Offsets}) {
         values.object().eachMember([&](const std::string& name, const JsonValue& value) {
-            if (turnOf(name) == turn)
+            if (passOf(name) == pass)
                 presetParameter(parameters, name, value);
         });
-        if (turn == Turn::First)
+        if (pass == Pass::ReadOnly)
             parameters.fitToSensor();
     }
 }

@@ -8,7 +8,7 @@
 namespace orvo::sim {
 
 /// When a camera exposes for one stream. The schedule of a free-running camera is absolute, as long as its
-/// rate stays: a late picture doesn't delay those behind it. Threads: one at a time.
+/// rate stays: a late picture doesn't delay the next ones. Threads: one at a time.
 class ExposureSchedule {
 public:
     using Clock = std::chrono::steady_clock;
@@ -35,7 +35,7 @@ private:
     const Time m_earliest;
     std::deque<Time> m_triggers;
     bool m_isTriggered = false;
-    bool m_isAnchored = false;   // not while standing still
+    bool m_isAnchored = false;   // not while stopped
     Time m_anchor;               // one period before the first picture of this rate
     std::chrono::nanoseconds m_period{0};
     int64_t m_taken = 0;   // since the anchor

@@ -36,7 +36,7 @@ private:
     /// The way of the board library to one page.
     class Account final : public DmaAccount {
     public:
-        Account(Ledger& ledger, Key key) : m_ledger(ledger), m_key(key) {}
+        Account(Ledger& ledger, Key key) : m_ledger(ledger), m_key(std::move(key)) {}
 
         void beginRun(double askedRate) override { m_ledger.beginRun(m_key, askedRate); }
         void enter(Fate fate) override { m_ledger.enter(m_key, fate); }

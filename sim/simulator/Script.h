@@ -19,7 +19,7 @@ class Script {
 public:
     enum class Origin { ControlInterface, BoardsFile };
 
-    /// What a call gets that meets a rule; a rule has one of these.
+    /// What a rule does to the calls that match it.
     struct Order {
         enum class Kind { Answer, Slow, HoldAtEntry, HoldAtExit };
 
@@ -32,7 +32,7 @@ public:
 
     /// `nth` counts the matching calls from now on; 0 is every one.
     void add(std::string_view call, uint32_t nth, Order order, Origin origin);
-    /// Ends the holding rules of that text, or all rules of an origin; whoever waits there goes on.
+    /// Ends the holding rules of that text, or all rules of an origin; calls held by them continue.
     void letGo(std::string_view call);
     void clear(Origin origin);
     bool waitUntilHeld(std::string_view call, std::chrono::milliseconds timeout);
@@ -61,7 +61,7 @@ private:
 
     os::Mutex m_mutex;
     std::condition_variable m_changed;
-    // Never freed: whoever is held by a rule, or uses the bytes that it handed out, may outlast it.
+    // Never freed: a call that is held, or bytes that were handed out, may outlast the rule.
     std::vector<Rule*> m_all ORVO_GUARDED_BY(m_mutex);
     std::vector<Rule*> m_rules ORVO_GUARDED_BY(m_mutex);   // those in force
     std::atomic<bool> m_empty{true};

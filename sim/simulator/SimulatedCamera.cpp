@@ -14,7 +14,7 @@ namespace {
 
 constexpr uint32_t kMostActionGroups = 128;
 
-/// The group number behind a register's name, nothing if there is none.
+/// The group number at the end of a register's name; nothing if there is none.
 std::optional<uint32_t> groupNumberOf(std::string_view name, std::string_view prefix)
 {
     if (!name.starts_with(prefix))
@@ -278,7 +278,7 @@ CameraStatus SimulatedCamera::called(Action action)
     const os::MutexLock lock(m_mutex);
     if (m_callsLeft && *m_callsLeft == 0)
         m_isGone = true;
-    m_changed.notify_all();   // whatever becomes of the call: streams look for themselves
+    m_changed.notify_all();   // whatever the call does: streams look for themselves
     if (!m_isDescribed || m_isGone)
         return CameraStatus::Gone;
     if (m_callsLeft)
@@ -290,7 +290,7 @@ CameraStatus SimulatedCamera::called(Action action)
     }
 }
 
-/// A call of somebody who must have connected the camera.
+/// A call by a handle that must have connected the camera.
 template <typename Action>
 CameraStatus SimulatedCamera::calledBy(uint64_t handle, Action action)
 {

@@ -24,18 +24,18 @@ struct CameraDescription {
     uint64_t vanishAfterCalls = 0;   // 0: it stays
 };
 
-/// The camera behind one port of a board, life after life. Threads: any.
+/// The camera at one port of a board, for all sessions. Threads: any.
 class SimulatedCamera final : public Camera {
 public:
-    /// A new life: switched on with what the boards file says of it, or not there at all.
+    /// A session begins: the camera is switched on as the boards file describes it, or not there at all.
     void plugIn(const CameraDescription& description);
     void unplug();
-    /// Whether the boards file has it.
+    /// Whether the boards file describes it.
     bool isDescribed() const;
 
-    /// From now on so many calls reach it, then it is gone; 0: it is gone now.
+    /// This many more calls reach it, then it is gone; 0: it is gone now.
     void vanishAfter(uint64_t calls);
-    /// Back again, as after a loss of power: nobody is connected, and the parameters are those at first.
+    /// Back again, as after a loss of power: not connected, with the initial parameters.
     void comeBack();
 
     /// An action command arrives: a trigger, if the keys match.

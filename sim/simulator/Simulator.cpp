@@ -113,7 +113,7 @@ void Simulator::sendToAll(uint32_t boardIndex, const ActionCommand& command)
 
 void Simulator::trigger(const std::vector<SimulatedCamera*>& cameras, const ActionCommand& command)
 {
-    const auto now = ExposureSchedule::Clock::now();   // one moment, whenever each of them hears of it
+    const auto now = ExposureSchedule::Clock::now();   // one moment for all of them
     for (SimulatedCamera* const camera : cameras)
         camera->act(command, now);
 }

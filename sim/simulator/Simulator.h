@@ -19,10 +19,10 @@
 
 namespace orvo::sim {
 
-/// All cameras by board and port. None is ever destroyed: whoever has found one may keep it. Threads: any.
+/// All cameras by board and port. None is ever destroyed: pointers to them stay good. Threads: any.
 class CameraRack {
 public:
-    /// A life begins.
+    /// For the beginning of a session.
     void unplugAll();
     void plugIn(uint32_t boardIndex, const CameraDescription& description);
 
@@ -37,7 +37,7 @@ private:
     std::map<std::pair<uint32_t, uint32_t>, SimulatedCamera*> m_cameras ORVO_GUARDED_BY(m_mutex);
 };
 
-/// The one core of the process: what stand-ins see of it is Core, what the wheel sees are its parts.
+/// The only core of the process. Stand-ins see it as Core, the control interface sees its parts.
 class Simulator final : public Core, private CallRecorder {
 public:
     /// Made at the first call and never destroyed: pictures may flow while the process ends.
@@ -90,7 +90,7 @@ private:
     std::atomic<uint64_t> m_session{0};
     std::array<std::atomic<uint64_t>, BoardsFile::kMostBoards> m_boardHandles{};   // 0: not open
 
-    BoardsFile m_boards;   // changes only where a life begins
+    BoardsFile m_boards;   // changes only when a session begins
     std::string m_boardsFileError;
 };
 
