@@ -1,80 +1,94 @@
 #include "tests/sim/SimulatedBoards.h"
 
-#include <array>
-
-#include "os/Os.h"
+#include <algorithm>
 
 namespace orvo::test {
+
+BoardRing::BoardRing(void* board, uint32_t dma, size_t blockCount, size_t blockSize)
+    : m_board(board),
+      m_dma(dma),
+      blocks(blockCount, Bytes(blockSize)),
+      head(Brd_AllocMemHead(board, blockCount * blockSize, static_cast<int64_t>(blockCount)))
+{
+    int64_t index = 0;
+    for (Bytes& block : blocks)
+        Brd_AddMem(board, block.data(), blockSize, index++, head);
+}
+
+void BoardRing::listen(std::function<void(int64_t)> called)
+{
+    m_called = std::move(called);
+    const auto onPicture = [](int64_t picture, void* ring) {
+        static_cast<BoardRing*>(ring)->m_called(picture);
+        return 0;
+    };
+    BrdApcControl control{0, onPicture, this, 0x7fffffff, 32};
+    EXPECT_EQ(0, Brd_registerApcHandler(m_board, m_dma, &control, 0));
+    control = {};   // the library has a copy
+}
+
+int64_t BoardRing::blockOf(int64_t picture) const
+{
+    const void* const address = Brd_getImagePtrEx(m_board, picture, m_dma, head);
+    const auto found = std::find_if(blocks.begin(), blocks.end(),
+                                    [&](const Bytes& block) { return block.data() == address; });
+    return found == blocks.end() ? -1 : found - blocks.begin();
+}
+
+int64_t BoardRing::timestampOf(int64_t picture) const
+{
+    int64_t stamp = 0;
+    const int64_t image = Brd_getImageEx(m_board, 220, picture, m_dma, 0, head);
+    Brd_getParameterEx(m_board, 22030, &stamp, m_dma, head, image);
+    return stamp;
+}
 
 SimulatedBoards::SimulatedBoards()
 {
     OrvoSim_setManual(0);
-    describeBoards(R"({"boards": [{"index": 0, "type": 2897}, {"index": 1, "type": 1872}]})");
+    machine.boards({Machine::grabber(0), Machine::grabber(1, 1872)});
 }
 
 SimulatedBoards::~SimulatedBoards()
 {
     OrvoSim_clearScript();
-    endLife();
-    OrvoSim_reset();
+    endSession();
 }
 
-void SimulatedBoards::describeBoards(std::string_view text)
+void SimulatedBoards::beginSession()
 {
-    os::setEnvironmentVariable("ORVO_SIM_BOARDS", machine.file("boards.json", std::string(text)));
+    if (!std::exchange(m_isInSession, true))
+        Brd_InitLibraries(nullptr);
 }
 
-void SimulatedBoards::describeNothing()
+void SimulatedBoards::endSession()
 {
-    os::setEnvironmentVariable("ORVO_SIM_BOARDS", "");
-}
-
-void SimulatedBoards::beginLife()
-{
-    Brd_InitLibraries(nullptr);
-    m_inLife = true;
-}
-
-void SimulatedBoards::endLife()
-{
-    if (m_inLife)
+    if (std::exchange(m_isInSession, false))
         Brd_FreeLibraries();
-    m_inLife = false;
 }
 
-void* SimulatedBoards::open(uint32_t boardIndex, std::string_view appletJson)
+void* SimulatedBoards::open(uint32_t boardIndex, const std::string& applet)
 {
-    if (!m_inLife)
-        beginLife();
-    const std::string name = "applet" + std::to_string(boardIndex) + ".hap";
-    const std::string path = machine.file(name, std::string(appletJson));
-    return Brd_InitEx(path.c_str(), boardIndex, 0);
+    beginSession();
+    return Brd_InitEx(machine.file("applet.hap", applet).c_str(), boardIndex, 0);
 }
 
-std::string SimulatedBoards::lastError(void* board) const
-{
-    return Brd_getLastErrorDescription(board);
-}
-
-uint32_t SimulatedBoards::parameter(void* board, int32_t id, uint32_t dma) const
+uint32_t SimulatedBoards::parameter(void* board, int32_t id, uint32_t dma)
 {
     uint32_t value = 0;
     EXPECT_EQ(0, Brd_getParameter(board, id, &value, dma)) << lastError(board);
     return value;
 }
 
-std::string SimulatedBoards::property(void* board, int32_t id, int32_t code) const
+void SimulatedBoards::setParameter(void* board, int32_t id, uint32_t value)
 {
-    std::array<char, 256> text{};
-    int32_t length = text.size();
-    EXPECT_EQ(0, Brd_getParameterProperty(board, id, code, text.data(), &length)) << lastError(board);
-    return text.data();
+    EXPECT_EQ(0, Brd_setParameter(board, id, &value, 0)) << lastError(board);
 }
 
-OrvoSim_Ledger SimulatedBoards::ledger(uint32_t boardIndex, uint32_t dma)
+OrvoSim_Ledger SimulatedBoards::ledger(uint32_t dma)
 {
     OrvoSim_Ledger numbers{};
-    OrvoSim_readLedger(boardIndex, dma, &numbers);
+    OrvoSim_readLedger(0, dma, &numbers);
     return numbers;
 }
 

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "sim/core/Camera.h"
 #include "sim/ethlib/ethlib.h"
-#include "sim/orvo_genicam/orvo_genicam.h"
 #include "tests/sim/SimulatedBoards.h"
 
 namespace orvo::test {
@@ -17,23 +15,34 @@ constexpr int32_t code(CameraStatus status)
     return static_cast<int32_t>(status);
 }
 
-/// The built-in boards, which have cameras, unless a test describes others; reached through both camera
-/// libraries.
+/// The built-in boards with their cameras, unless a test describes others.
 class SimulatedCameras : public SimulatedBoards {
 protected:
-    SimulatedCameras() { describeNothing(); }
+    SimulatedCameras() { useBoardsFile(""); }
 
-    /// A library on an open board with a finished search.
-    uint64_t openEth(int32_t boardIndex = 0);
-    uint64_t openOgc(void* board);
+    /// The library of the first board after a finished search, in a session that is begun if there is none.
+    uint64_t searchedEth()
+    {
+        beginSession();
+        uint64_t library = 0;
+        EXPECT_EQ(0, Eth_openBoard(0, 0, &library));
+        EXPECT_EQ(0, Eth_scanPorts(library, 0xFFFF'FFFF, 200));
+        return library;
+    }
 
-    static uint64_t ethCamera(uint64_t library, uint32_t port);
-    static uint64_t ogcCamera(uint64_t library, uint32_t position);
-    uint64_t connectedEth(uint32_t port = 0);
+    static uint64_t ethCamera(uint64_t library, uint32_t port)
+    {
+        uint64_t camera = 0;
+        EXPECT_EQ(0, Eth_getCameraByIndex(library, port, 0, &camera));
+        return camera;
+    }
 
-    static int64_t integer(uint64_t camera, const char* name);
-    static std::string text(uint64_t camera, const char* name);
-    static std::string entry(uint64_t camera, const char* name);
+    uint64_t connectedEth(uint32_t port = 0)
+    {
+        const uint64_t camera = ethCamera(searchedEth(), port);
+        EXPECT_EQ(0, Eth_connectCamera(camera));
+        return camera;
+    }
 };
 
 }   // namespace orvo::test
