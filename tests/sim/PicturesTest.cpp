@@ -76,12 +76,14 @@ TEST_F(Pictures, BearTheirNumberReadably)
 TEST_F(Pictures, MayBeNumbersAlone)
 {
     const std::string numbers = R"("source": "numbers", )";
+    constexpr uint8_t kNot = BoardRing::kUntouched;
     Bytes expected(25);
+    std::fill_n(expected.begin() + 8, 9, kNot);
     expected[0] = expected[17] = 2;
     EXPECT_EQ(expected, pictures(numbers + R"("width": 5, "height": 5)", 2, 25)[1]);
-    EXPECT_EQ((Bytes{3, 0, 0, 0, 0, 0, 0, 0, 0, 0}),
+    EXPECT_EQ((Bytes{3, 0, 0, 0, 0, 0, 0, 0, kNot, kNot}),
               pictures(numbers + R"("width": 10, "height": 1)", 3, 10)[2]);
-    EXPECT_EQ(Bytes(7), pictures(numbers + R"("width": 7, "height": 1)", 1, 7)[0]) << "no room";
+    EXPECT_EQ(Bytes(7, kNot), pictures(numbers + R"("width": 7, "height": 1)", 1, 7)[0]) << "no room";
 }
 
 /// A folder with three pictures of 2 x 2 pixels: colour, grey, grey with 16 bits.

@@ -65,9 +65,9 @@ TEST_F(HandDrivenRing, DoesNotChangeWhileItIsUsed)
 
 TEST_F(HandDrivenRing, WritesNoByteAfterTheEndOfASmallBlock)
 {
-    const BoardRing small(board, 1, 1, 10);
-    small.start();
-    EXPECT_EQ(1, OrvoSim_deliver(0, 1, 1));
+    const BoardRing small(board, 1, 2, 10);
+    small.start(1);
+    EXPECT_EQ(1, OrvoSim_deliver(0, 1, 2)) << "the run ends with its last picture";
     deliver(1);
     EXPECT_THAT(small.blocks[0], testing::ElementsAreArray(ring.blocks[0].data(), 10));
 }
@@ -81,9 +81,12 @@ TEST_F(FlowingRing, StopsAfterACallbackThatMayCallTheLibraryMeanwhile)
 {
     BoardRing ring(open(0, kFreeRunning), 0, 4, 64);
     std::atomic<int64_t> block{-2}, blockBeforeStop{-2};
-    ring.listen([&](int64_t picture) { block = ring.blockOf(picture); });   // held until the stop waits
+    ring.listen([&](int64_t picture) {
+        block = ring.blockOf(picture);   // held until the stop waits
+        ring.giveBack(0);
+    });
     OrvoSim_hold("Brd_getImagePtrEx", 1, ORVO_SIM_AT_ENTRY);
-    ring.start(1);
+    ring.start();
     ASSERT_TRUE(OrvoSim_waitUntilHeld("Brd_getImagePtrEx", kGenerousMs));
     std::thread stopper([&] {
         ring.stop();
@@ -92,7 +95,7 @@ TEST_F(FlowingRing, StopsAfterACallbackThatMayCallTheLibraryMeanwhile)
     EXPECT_EQ(3, ring.free()) << "other threads are not shut out";
     OrvoSim_letGo("Brd_getImagePtrEx");
     stopper.join();
-    EXPECT_EQ(0, blockBeforeStop);
+    EXPECT_LE(0, blockBeforeStop);
 }
 
 TEST_F(FlowingRing, DropsWhatFindsNoBlockAtARateOnly)
