@@ -203,6 +203,7 @@ TEST_F(Faults, AreCountedInTheLedgerThatTheSessionLeavesWithItsJournal)
     OrvoSim_writeLedger(ledger.data(), ledger.size());
     json written = json::parse(std::ifstream(machine.folder() / "ledger.json"));
     EXPECT_EQ(json::parse(ledger.c_str()), written);
+    EXPECT_EQ('\n', ledger.c_str()[ledger.size() - 2]) << "the last byte, too";
     written["dmas"].at(0).erase("heldRate");
     EXPECT_EQ(written["dmas"].at(0), json::parse(R"({"board": 0, "dma": 1, "runs": 1, "produced": 3,
         "delivered": 2, "droppedNoBlock": 1, "droppedByFault": 0, "askedRate": 25.0})"));
