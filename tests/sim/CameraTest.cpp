@@ -165,7 +165,7 @@ TEST_F(Cameras, TakeWhatTheirParametersAllowTogether)
     EXPECT_EQ(kOutOfRange, Eth_setIntegerValue(camera, "Width", 644));
     EXPECT_EQ(kOutOfRange, Eth_setFloatValue(camera, "Gain", std::nan("")));
     EXPECT_EQ(0, Eth_setStringValue(camera, "DeviceUserID", std::string(255, 'x').c_str()));
-    for (const size_t length : {256, 5000})
+    for (const size_t length : {size_t{256}, size_t{5000}})
         EXPECT_EQ(kOutOfRange, Eth_setStringValue(camera, "DeviceUserID", std::string(length, 'y').c_str()));
     EXPECT_EQ(code(CameraStatus::NullArgument), Eth_getIntegerValue(camera, "Width", nullptr));
 }
@@ -234,7 +234,7 @@ TEST_F(CameraPictures, ComeOnceTheGigEVisionCameraOfItsPortIsStarted)
     int32_t word = 1;
     EXPECT_EQ(0, Brd_getParameter(board, 3090, &word, 1));
     EXPECT_EQ(2, word) << "a port beyond the DMAs of its process feeds none";
-    for (const uint32_t dma : {0, 1, 2})
+    for (const uint32_t dma : {0u, 1u, 2u})
         run(board, dma);
     const uint64_t camera = connectedEth(2);
     ASSERT_TRUE(waitForDelivered(3, 0)) << "the applet's own pictures";

@@ -27,7 +27,7 @@ protected:
     Dispatcher()
     {
         os::setEnvironmentVariable("ORVO_SIM_LOG_LEVEL", "info,wordy=trace");
-        const auto library =
+        os::Module library =
             os::loadLibrary(libraryBesideUs("common-logging-dispatcher"), os::Neighbours::BesideTheLibrary);
         m_descriptor =
             reinterpret_cast<const Descriptor*>(os::findSymbol(library, "logging_dispatcher_descriptor"));
@@ -60,10 +60,10 @@ TEST_F(Dispatcher, WritesWhatTheLevelsLetThrough)
 {
     query("wordy", &id, &level);
     EXPECT_EQ(level, 1);
-    OrvoSimLog_setLevel("wordy", 99);
-    query("wordy", &id, &level);
+    OrvoSimLog_setLevel("changing", 99);
+    query("changing", &id, &level);
     EXPECT_EQ(level, 7);
-    OrvoSimLog_setLevel("wordy", 5);
+    OrvoSimLog_setLevel("changing", 5);
     const std::string mark = std::to_string(std::chrono::system_clock::now().time_since_epoch().count());
     write(id, 5, ("passes {} %s " + mark).c_str(), 0, 0);
     write(id, 4, ("stays " + mark).c_str(), 0, 0);
@@ -71,7 +71,7 @@ TEST_F(Dispatcher, WritesWhatTheLevelsLetThrough)
     const auto bin = std::filesystem::path(libraryBesideUs("")).parent_path();
     std::ifstream file(bin.parent_path() / "log" / "orvo-cognex-adapter.log", std::ios::binary);
     const std::string log(std::istreambuf_iterator<char>(file), {});
-    EXPECT_NE(log.find("[wordy] [error] passes {} %s " + mark), std::string::npos);
+    EXPECT_NE(log.find("[changing] [error] passes {} %s " + mark), std::string::npos);
     EXPECT_EQ(log.find("stays " + mark), std::string::npos);
 }
 
@@ -100,14 +100,12 @@ TEST_F(Dispatcher, LetsTheProcessEndWhileRecordsFlow)
     query("flowing", &id, &level);
     EXPECT_EXIT(
         {
-            std::promise<void> isWriting[4];
-            for (std::promise<void>& begun : isWriting)
-                std::thread([&] {
-                    for (int i = 0;; ++i)
-                        i == 100 ? begun.set_value() : write(id, 5, "and another one", 0, 0);
-                }).detach();
-            for (std::promise<void>& begun : isWriting)
-                begun.get_future().wait_for(60s);
+            std::promise<void> isWriting;
+            std::thread([&] {
+                for (int i = 0;; ++i)
+                    i == 100 ? isWriting.set_value() : write(id, 5, "and another one", 0, 0);
+            }).detach();
+            isWriting.get_future().wait_for(60s);
             std::exit(7);
         },
         testing::ExitedWithCode(7), "");

@@ -45,10 +45,10 @@ TEST_F(Pictures, ShowTheMovingPatternInEveryFormat)
     int format = 0;
     for (const Bytes& pixel : pixels) {
         const std::string dma = R"("width": 80, "height": 3, "format": )" + std::to_string(++format);
-        const auto shown = pictures(dma, 2, 80 * 3 * pixel.size(), 5);
-        for (const size_t number : {1, 2}) {
+        const auto shown = pictures(dma, 2, size_t{80} * 3 * pixel.size(), 5);
+        for (const size_t number : {size_t{1}, size_t{2}}) {
             const size_t column = 64 - 5 - (2 + 5) - number;
-            const auto* const at = shown[number - 1].data() + (80 * 2 + column) * pixel.size();
+            const auto* const at = shown[number - 1].data() + (size_t{80} * 2 + column) * pixel.size();
             EXPECT_EQ(pixel, Bytes(at, at + pixel.size())) << format;
         }
     }

@@ -24,15 +24,16 @@ std::vector<Refusal> refusals()
 {
     std::vector<Refusal> rows;
     std::ifstream lines("refusals.txt");
-    std::string file, before, after, content;
+    std::string file, frame, content;
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("== ")) {
-            const size_t place = line.find('$');
-            file = line.substr(3, line.find(": ") - 3);
-            before = line.substr(file.size() + 5, place - file.size() - 5);
-            after = line.substr(place + 1);
+            const size_t split = line.find(": ");
+            file = line.substr(3, split - 3);
+            frame = line.substr(split + 2);
         } else if (line.starts_with("    ")) {
-            rows.push_back({file, before + content + after, line.substr(4)});
+            std::string whole = frame;
+            whole.replace(frame.find('$'), 1, content);
+            rows.push_back({file, whole, line.substr(4)});
         } else {
             content = line;
         }
