@@ -86,6 +86,7 @@ struct FailingObserver : DmaObserver {
         throw std::runtime_error("refused");
     }
     void acquisitionError(int64_t code) override { told.push_back(code); }
+    void buffersGone() override {}
     void buffersChanged() override {}
 
     std::vector<int64_t> told;

@@ -25,7 +25,7 @@ protected:
         m_attributes.size = recordSize;
         m_asking = std::thread([this] {
             std::array<char, AIK_ERRSTR_SIZE> text{};
-            m_code = adapter.getImageAttributes(text.data(), id, &m_attributes, &m_result);
+            m_code = GetImageAttributes(text.data(), id, &m_attributes, &m_result);
         });
         ASSERT_EQ(OrvoSim_waitUntilHeld(kFormatRead, 30'000), 1);
     }

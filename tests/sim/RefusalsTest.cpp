@@ -1,0 +1,130 @@
+#include <array>
+#include <bit>
+#include <fstream>
+
+#include <gmock/gmock.h>
+
+#include "tests/sim/SimulatedBoards.h"
+
+namespace orvo::test {
+
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Refusal {
+    std::string file, content, problem;
+};
+
+/// The rows of refusals.txt, which says how it is to be read.
+std::vector<Refusal> refusals()
+{
+    std::vector<Refusal> rows;
+    std::ifstream lines("refusals.txt");
+    std::string file, frame, content;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("== ")) {
+            const size_t split = line.find(": ");
+            file = line.substr(3, split - 3);
+            frame = line.substr(split + 2);
+        } else if (line.starts_with("    ")) {
+            std::string whole = frame;
+            whole.replace(frame.find('$'), 1, content);
+            rows.push_back({file, whole, line.substr(4)});
+        } else {
+            content = line;
+        }
+    }
+    return rows;
+}
+
+using Refusals = SimulatedBoards;
+
+TEST_F(Refusals, SayWhatIsWrongAndWhereEachTime)
+{
+    machine.file("broken/a.png", "not a picture");
+    EXPECT_LT(40u, refusals().size());
+    for (const auto& [file, content, problem] : refusals()) {
+        SCOPED_TRACE(content);
+        describeBoard(R"("serial": "S")");
+        const std::string applet = machine.file("applet.hap", "{}");
+        const std::string wrong = machine.file(file, content);
+        beginSession();
+        for (const auto openBoard : {Brd_InitEx, Brd_InitConfigEx}) {
+            EXPECT_FALSE(openBoard(applet.c_str(), 0, 0));
+            EXPECT_THAT(lastError(), AllOf(StartsWith(wrong), HasSubstr(problem)));
+            EXPECT_GT(0, Brd_getLastErrorNumber(nullptr));
+        }
+        EXPECT_EQ(2897, Brd_getBoardType(0)) << "the built-in boards take the place of wrong ones";
+        endSession();
+    }
+}
+
+TEST_F(Refusals, OfAParametersValueSayWhy)
+{
+    void* const board = open(0, R"({"parameters": [
+        {"id": 5001, "name": "A", "type": 1, "least": 7},
+        {"id": 5005, "name": "E", "type": 5, "most": 1.5},
+        {"id": 5008, "name": "H", "type": 2, "entries": [{"value": 3, "name": "Fast"}]},
+        {"id": 5009, "name": "I", "type": 1, "value": 9, "writeable": false}]})");
+    EXPECT_EQ(7u, parameter(board, 5001)) << "what is nearest to 0";
+    const struct {
+        int32_t id;
+        int64_t value;
+        int32_t type;
+        uint32_t dma;
+        const char* problem;
+    } rows[] = {
+        {5001, 6, 1, 0, "A can't be 6"},
+        {5005, std::bit_cast<int64_t>(1.6), 5, 0, "E can't be 1.6"},
+        {5008, 4, 2, 0, "H can't be 4"},
+        {5009, 9, 1, 0, "I can't be written"},
+        {5001, 8, 3, 0, "A is of the type 1 and can't be written as one of 3"},
+        {5001, 8, 8, 0, "There is no data type 8"},
+        {5001, 8, 1, 7, "The applet has no DMA 7"},
+    };
+    for (const auto& [id, value, type, dma, problem] : rows) {
+        EXPECT_GT(0, Brd_setParameterWithType(board, id, const_cast<int64_t*>(&value), dma, type));
+        EXPECT_EQ(problem, lastError(board));
+    }
+}
+
+TEST_F(SimulatedBoards, AreReadAnewForEachSession)
+{
+    const auto types = [] {
+        std::vector<int32_t> all;
+        for (int32_t i = -1; i < 9; ++i)
+            all.push_back(Brd_getBoardType(i));
+        return all;
+    };
+    describe(R"({"boards": [
+        {"index": 7, "type": 3652, "serial": "A-1"},   // comments are allowed
+        {"index": 2, "type": 99999}],
+        "script": [{"call": "Brd_AddMem", "nth": 0, "answer": -5}]})");
+    beginSession();
+    describe(R"({"boards": []})");
+    EXPECT_EQ((std::vector<int32_t>{-1, -1, -1, 99999, -1, -1, -1, -1, 3652, -1}), types());
+    EXPECT_EQ(-5, Brd_AddMem(nullptr, nullptr, 0, 0, nullptr));
+    std::array<char, 255> text{};
+    uint32_t length = text.size();
+    EXPECT_EQ(0, Brd_getSystemInformation(nullptr, 1012, 0, 7, text.data(), &length));
+    EXPECT_THAT(text.data(), HasSubstr("A-1"));
+
+    endSession();
+    beginSession();
+    EXPECT_EQ(std::vector<int32_t>(10, -1), types());
+    EXPECT_NE(-5, Brd_AddMem(nullptr, nullptr, 0, 0, nullptr)) << "the rules went with the file";
+    EXPECT_FALSE(open(7));
+
+    endSession();
+    useBoardsFile(machine.folder().string());
+    EXPECT_FALSE(open(0));
+    EXPECT_THAT(lastError(), EndsWith("cannot be read"));
+}
+
+}   // namespace
+
+}   // namespace orvo::test
