@@ -32,8 +32,8 @@ protected:
         applet(1, {{"width", kWidth}, {"height", kHeight}});
     }
 
-    // Puts a picture of 16 bits a sample where a board can play it, and returns what a PNG keeps of it. No two
-    // samples that could be mixed up are equal, nor are the two bytes of one.
+    // Puts a picture of 16 bits a sample where a board can play it, and returns what a PNG keeps of it. No
+    // two samples that could be mixed up are equal, nor are the two bytes of one.
     Seen putPhoto(const std::string& name, int samples)
     {
         Seen seen{kWidth, kHeight, samples, {}};
