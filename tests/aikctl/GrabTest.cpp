@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 constexpr int kWidth = 16;
 constexpr int kHeight = 11;
-constexpr size_t kPixels = 16 * 11;   // no multiple of 3: a split by threes leaves bytes over
+constexpr size_t kPixels = 176;   // no multiple of 3: a split by threes leaves bytes over
 
 /// A picture as a person sees it.
 struct Seen {
@@ -53,7 +53,7 @@ protected:
         uint8_t* const pixels =
             stbi_load((second(channel) + "png").c_str(), &seen.width, &seen.height, &seen.samples, 0);
         if (pixels)
-            seen.bytes.assign(pixels, pixels + seen.width * seen.height * seen.samples);
+            seen.bytes.assign(pixels, pixels + ptrdiff_t{seen.width} * seen.height * seen.samples);
         stbi_image_free(pixels);
         return seen;
     }
