@@ -71,7 +71,7 @@ os::Module load(const std::string& path)
 Exports findExports(os::Module library, const std::string& path)
 {
     const auto find = [&](const char* name) {
-        const os::Symbol function = os::findSymbol(library, name);
+        os::Symbol function = os::findSymbol(library, name);
         if (!function)
             throw std::runtime_error(path + " is no adapter: it doesn't export " + name);
         return function;

@@ -1,5 +1,6 @@
 #include "tests/aikctl/AikctlTest.h"
 
+#include <algorithm>
 #include <iterator>
 #include <sstream>
 #include <vector>
@@ -13,9 +14,8 @@ Outcome AikctlTest::run(const std::string& arguments) const
 {
     std::istringstream line("aikctl " + arguments);
     const std::vector<std::string> words{std::istream_iterator<std::string>(line), {}};
-    std::vector<const char*> argv;
-    for (const std::string& word : words)
-        argv.push_back(word.c_str());
+    std::vector<const char*> argv(words.size());
+    std::ranges::transform(words, argv.begin(), &std::string::c_str);
     std::ostringstream out;
     std::ostringstream err;
     Console console(out, err, false, [] { return false; });

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 constexpr int kWidth = 16;
 constexpr int kHeight = 11;
-constexpr size_t kPixels = 16 * 11;   // no multiple of 3: a split by threes leaves bytes over
+constexpr size_t kPixels = 176;   // no multiple of 3: a split by threes leaves bytes over
 
 /// A picture as a person sees it.
 struct Seen {
@@ -32,8 +32,8 @@ protected:
         applet(1, {{"width", kWidth}, {"height", kHeight}});
     }
 
-    // Puts a picture of 16 bits a sample where a board can play it, and returns what a PNG keeps of it. No two
-    // samples that could be mixed up are equal, nor are the two bytes of one.
+    // Puts a picture of 16 bits a sample where a board can play it, and returns what a PNG keeps of it. No
+    // two samples that could be mixed up are equal, nor are the two bytes of one.
     Seen putPhoto(const std::string& name, int samples)
     {
         Seen seen{kWidth, kHeight, samples, {}};
@@ -53,7 +53,7 @@ protected:
         uint8_t* const pixels =
             stbi_load((second(channel) + "png").c_str(), &seen.width, &seen.height, &seen.samples, 0);
         if (pixels)
-            seen.bytes.assign(pixels, pixels + seen.width * seen.height * seen.samples);
+            seen.bytes.assign(pixels, pixels + ptrdiff_t{seen.width} * seen.height * seen.samples);
         stbi_image_free(pixels);
         return seen;
     }

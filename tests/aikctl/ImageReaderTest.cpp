@@ -34,7 +34,7 @@ int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttribu
 int32_t answerImage(char* /*errstr*/, int64_t /*channelID*/, void* image, uint32_t* result)
 {
     *result = AIK_ACQ_COMPLETED;
-    std::memset(image, ++g_adapter.fetched, 2 * kPixels);
+    std::memset(image, ++g_adapter.fetched, size_t{2} * kPixels);
     return AIK_OK;
 }
 
