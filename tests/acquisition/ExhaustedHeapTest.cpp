@@ -59,6 +59,8 @@ TEST_F(ExhaustedHeap, IsNotNoticedByPictures)
     ringOf(2);
     coordinator->lock().readyQueue().reserve(2);
     givenBack.reserve(2);
+    for (const auto& buffer : ring)
+        buffer->setUnblockCallback([this](Buffer* which) { givenBack.push_back(which->number()); });
     orvo::cognex::NewestOnlyStrategy strategy;
     strategy.setCoordinator(coordinator);
     {

@@ -13,6 +13,8 @@ struct Format {
     size_t bytesPerPixel;
     int32_t packedCode;
     int32_t planarCode;
+
+    friend void PrintTo(const Format& format, std::ostream* stream) { *stream << format.number; }
 };
 
 class SixFormats : public SystemTest, public testing::WithParamInterface<Format> {
