@@ -1,6 +1,5 @@
 // The fifteen exports. Each is its checks and its one dispatch, inside the common frame.
 
-#define AIK_LINKED   // the prototypes, so that a slip in a signature does not compile
 #include "aik/aik.h"
 
 #include "CallFrame.h"

@@ -60,7 +60,7 @@ std::string whenAvailable(const std::vector<std::vector<FeatureDescription>>& st
     return "never";
 }
 
-std::string joined(const std::vector<std::string>& entries)
+std::string asCell(const std::vector<std::string>& entries)
 {
     std::string all;
     for (const std::string& entry : entries)
@@ -108,7 +108,7 @@ public:
                 const auto place = kind.places.find(feature.name);
                 out << " | " << (place == kind.places.end() ? "- | -" : place->second);
             }
-            out << " | " << feature.description << joined(feature.entries) << " |\n";
+            out << " | " << feature.description << asCell(feature.entries) << " |\n";
         }
         out << std::flush;
     }

@@ -12,7 +12,7 @@ namespace orvo::cognex {
 
 namespace {
 
-constexpr const char* kSource = "features/BrdEnumFeature";
+constexpr const char* kBrdEnumSource = "features/BrdEnumFeature";
 constexpr size_t kSizeTextSize = 255;
 constexpr size_t kValueTextSize = 20;
 constexpr int32_t kEndMark = -1;   // in the place of the next entry's value
@@ -106,7 +106,7 @@ bool BrdEnumFeature::hasPosition(int32_t position) const
 
 void BrdEnumFeature::doRead(char* val)
 {
-    traceStep(kSource, "ReadEnum start");
+    traceStep(kBrdEnumSource, "ReadEnum start");
     const auto [status, value] =
         brdProperty(boardHandle(), parameterId(), BrdProperty::Value, kValueTextSize);
     check(status);
@@ -114,17 +114,17 @@ void BrdEnumFeature::doRead(char* val)
     if (entry == m_valueToKey.end())
         throw std::runtime_error("The parameter has a value that can not be mapped on a enum entry.");
     copyWhole(val, entry->second);
-    traceStep(kSource, "ReadEnum End");
+    traceStep(kBrdEnumSource, "ReadEnum End");
 }
 
 void BrdEnumFeature::doWrite(const char* val)
 {
-    traceStep(kSource, "WriteEnum start");
+    traceStep(kBrdEnumSource, "WriteEnum start");
     const auto entry = m_keyToValue.find(val);
     if (entry == m_keyToValue.end())
         throw std::runtime_error("Invalid enum key!");
     setParameter(&entry->second);
-    traceStep(kSource, "WriteEnum End");
+    traceStep(kBrdEnumSource, "WriteEnum End");
 }
 
 void BrdEnumFeature::doExecute()

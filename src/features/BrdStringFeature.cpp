@@ -10,7 +10,7 @@ namespace orvo::cognex {
 
 namespace {
 
-constexpr const char* kSource = "features/BrdStringFeature";
+constexpr const char* kBrdStringSource = "features/BrdStringFeature";
 
 }   // namespace
 
@@ -32,9 +32,9 @@ void BrdStringFeature::doRead(char* val)
 
 void BrdStringFeature::doWrite(const char* val)
 {
-    traceStep(kSource, "Write string start");
+    traceStep(kBrdStringSource, "Write string start");
     setParameter(val);
-    traceStep(kSource, "Write string end");
+    traceStep(kBrdStringSource, "Write string end");
 }
 
 void BrdStringFeature::doExecute()

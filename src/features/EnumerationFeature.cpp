@@ -6,7 +6,7 @@ namespace orvo::cognex {
 
 namespace {
 
-constexpr const char* kSource = "features/EnumerationFeature";
+constexpr const char* kEnumerationSource = "features/EnumerationFeature";
 
 }   // namespace
 
@@ -31,23 +31,23 @@ std::string EnumerationFeature::validEnum(int32_t index)
 
 void EnumerationFeature::doRead(char* val)
 {
-    traceStep(kSource, "ReadEnum start");
+    traceStep(kEnumerationSource, "ReadEnum start");
     const auto entry = m_valueToKey.find(m_value);
     if (entry == m_valueToKey.end())
         throw std::runtime_error("The parameter has a value that can not be mapped on a enum entry.");
     copyWhole(val, entry->second);
-    traceStep(kSource, "ReadEnum End");
+    traceStep(kEnumerationSource, "ReadEnum End");
 }
 
 void EnumerationFeature::doWrite(const char* val)
 {
-    traceStep(kSource, "WriteEnum start");
+    traceStep(kEnumerationSource, "WriteEnum start");
     const auto entry = m_keyToValue.find(val);
     if (entry == m_keyToValue.end())
         throw std::runtime_error("Invalid enum key!");
     m_value = entry->second;
     notifyObservers();
-    traceStep(kSource, "WriteEnum End");
+    traceStep(kEnumerationSource, "WriteEnum End");
 }
 
 void EnumerationFeature::doExecute()

@@ -9,7 +9,7 @@
 namespace orvo::aikctl {
 namespace {
 
-constexpr int32_t kPixels = 10;
+constexpr int32_t kImagePixels = 10;
 
 // What an adapter answers next. No board would do it at the moment when a test needs it.
 struct {
@@ -34,7 +34,7 @@ int32_t answerAttributes(char* errstr, int64_t /*channelID*/, csAIK_ImageAttribu
 int32_t answerImage(char* /*errstr*/, int64_t /*channelID*/, void* image, uint32_t* result)
 {
     *result = AIK_ACQ_COMPLETED;
-    std::memset(image, ++g_adapter.fetched, size_t{2} * kPixels);
+    std::memset(image, ++g_adapter.fetched, size_t{2} * kImagePixels);
     return AIK_OK;
 }
 
@@ -53,7 +53,7 @@ protected:
     {
         csAIK_ChannelRecord record{};
         record.channelID = 1;
-        record.width = kPixels;
+        record.width = kImagePixels;
         record.height = 1;
         return record;
     }
@@ -72,7 +72,7 @@ TEST_F(Reader, FetchesNoImageWithoutItsAttributes)
     g_adapter.isPending = false;
     const auto image = m_reader.next();
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->size(), 2U * kPixels);
+    EXPECT_EQ(image->size(), 2U * kImagePixels);
 }
 
 TEST_F(Reader, FetchesFromAFullRingAndAsksForTheFormatLater)

@@ -15,7 +15,7 @@ using tools::logging::kTolerated;
 using tools::logging::recordFailure;
 
 // The scan's arguments, in the library's own terms: the ports, and a bound.
-constexpr uint32_t kAllPorts = 255;
+constexpr uint32_t kPortMask = 255;
 constexpr uint32_t kScanBound = 5000;
 
 }   // namespace
@@ -52,7 +52,7 @@ void OgcCameraConnector::detect()
 
 void OgcCameraConnector::scan()
 {
-    kOgcLibrary.check(Ogc_scanPorts(library(), kAllPorts, kScanBound, 0));
+    kOgcLibrary.check(Ogc_scanPorts(library(), kPortMask, kScanBound, 0));
     const auto count =
         static_cast<int32_t>(plausibleCount(static_cast<uint32_t>(Ogc_getFoundCount(library()))));
     for (int32_t position = 0; position < count; ++position) {
