@@ -60,7 +60,3 @@ foreach(library gtest gmock gmock_main)
 endforeach()
 include(GoogleTest)
 set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
-
-if(NOT WIN32 AND NOT ORVO_SANITIZERS)
-    find_package(benchmark REQUIRED)
-endif()

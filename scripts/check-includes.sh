@@ -22,20 +22,16 @@ rooms='
     src/templates/platform
     src/AIKException
 
-    sim/brdlib5 sim/ethlib sim/orvo_genicam sim/dispatcher sim/applet
-    sim/cameralib
-    sim/call
-    sim/pictures
-    sim/simulator
-    sim/json
+    sim/brdlib5 sim/ethlib sim/orvo_genicam sim/dispatcher sim/applet sim/simulator
+    sim/cameralib sim/pictures
+    sim/call sim/json
     sim/seam
     sim
 
     aikctl
     aikctl/commands
     aikctl/grab
-    aikctl/adapter aikctl/pictures
-    aikctl/console
+    aikctl/adapter aikctl/pictures aikctl/console
 '
 
 # The trees and other folders, and what they may include besides themselves. A tree means all of its rooms, and
@@ -49,8 +45,7 @@ folders='
     tests           include os src sim aikctl
     tests/system    include os sim tests
     tests/aikctl    include os sim tests aikctl
-    bench           include os src sim
-    docs            include os
+    examples        include
 '
 
 # Exceptions: including file, included file, reason.
@@ -188,7 +183,7 @@ selfTest() {
     expect 3 "sim/ethlib/A.cpp=brdlib/DmaPort.h" "aikctl/B.cpp=AIKException.h" "os/C.cpp=aik/aik.h"
     expect 1 "tests/system/Session.cpp=brdlib/DmaPort.h os/Os.h sim/brdlib5/control.h"
     expect 3 "src/gadgets/A.h" "sim/gadgets/A.h" "elsewhere/B.h"
-    expect 2 "sim/seam/A.h=sim/brdlib5/control.h" "aikctl/console/A.h=aikctl/grab/B.h" "aikctl/grab/B.h=aikctl/console/A.h"
+    expect 2 "sim/seam/A.h=sim/brdlib5/control.h" "aikctl/console/A.h=aikctl/grab/B.h" "aikctl/grab/B.h=aikctl/console/A.h" "examples/A.c=aik/aik.h"
     expect 1 "src/brdlib/AppletProcess.cpp=DmaPort.h"
 }
 

@@ -8,7 +8,7 @@ packages=(
     cmake ninja-build git g++ binutils                            # native build
     g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64   # Windows build, and its tests
     clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-16     # sanitizers, checks
-    googletest libbenchmark-dev libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
+    googletest libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
     libboost-thread1.81-dev libboost-chrono1.81-dev libboost-filesystem1.81-dev libboost-system1.81-dev
     dpkg-dev patch xz-utils                                       # to unpack Boost's source package
     netpbm                                                        # to compare the demo's pictures
