@@ -17,9 +17,9 @@ protected:
 
     void grabbers(int count)
     {
-        std::vector<json> boards;
+        std::vector<json> boards(static_cast<size_t>(count));
         for (int board = 0; board < count; ++board)
-            boards.push_back(Machine::grabber(board));
+            boards[static_cast<size_t>(board)] = Machine::grabber(board);
         machine.boards(boards);
     }
 

@@ -14,7 +14,10 @@ struct Format {
     int32_t packedCode;
     int32_t planarCode;
 
-    friend void PrintTo(const Format& format, std::ostream* stream) { *stream << format.number; }
+    friend std::ostream& operator<<(std::ostream& stream, const Format& format)
+    {
+        return stream << format.number;
+    }
 };
 
 class SixFormats : public SystemTest, public testing::WithParamInterface<Format> {

@@ -97,10 +97,11 @@ TEST(Locks, ExcludeOtherThreadsAndAdmitTheirOwnerAgain)
             ++counts[3];
         }
     };
-    std::vector<std::future<void>> threads;
-    for (int i = 0; i < kThreads; ++i)
-        threads.push_back(std::async(std::launch::async, countUnderEach));
-    threads.clear();   // waits for their ends
+    std::array<std::future<void>, kThreads> threads;
+    for (auto& thread : threads)
+        thread = std::async(std::launch::async, countUnderEach);
+    for (const auto& thread : threads)
+        thread.wait();
     EXPECT_THAT(counts, testing::Each(kThreads * kRounds));
     EXPECT_EQ(mutex.lockCount(), 0);
     EXPECT_EQ(owner, 0u);
