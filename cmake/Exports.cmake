@@ -1,17 +1,24 @@
 # What leaves our libraries: a .def is the list, and the native linker's version script is made from it.
 
+# orvo_names_of(<def file> <variable>): stores the names that the .def lists.
+function(orvo_names_of definition variable)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${definition}")
+    # Only the names of exports are indented; after one come an ordinal, NONAME or DATA.
+    file(STRINGS "${definition}" names REGEX "^[ \t]+[A-Za-z_]")
+    if(NOT names)
+        message(FATAL_ERROR "${definition} lists no exports")
+    endif()
+    list(TRANSFORM names REPLACE "^[ \t]+([A-Za-z0-9_]+).*" "\\1")
+    set(${variable} "${names}" PARENT_SCOPE)
+endfunction()
+
 # orvo_version_script_of(<def file> <variable>): stores the path of a version script with the names that the .def
 # lists. Nothing else of the library can be seen from outside.
 function(orvo_version_script_of definition variable)
     cmake_path(ABSOLUTE_PATH definition)
     cmake_path(GET definition STEM name)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${definition}")
-    # Only the names of exports are indented; after one come an ordinal, NONAME or DATA.
-    file(STRINGS "${definition}" exports REGEX "^[ \t]+[A-Za-z_]")
-    if(NOT exports)
-        message(FATAL_ERROR "${definition} lists no exports")
-    endif()
-    list(TRANSFORM exports REPLACE "^[ \t]+([A-Za-z0-9_]+).*" "    \\1")
+    orvo_names_of("${definition}" exports)
+    list(TRANSFORM exports PREPEND "    ")
     list(JOIN exports ";\n" exports)
     set(script "${CMAKE_CURRENT_BINARY_DIR}/${name}.map")
     file(CONFIGURE OUTPUT "${script}" CONTENT "{\nglobal:\n${exports};\nlocal:\n    *;\n};\n")

@@ -64,7 +64,8 @@ int32_t OrvoSim_waitForDelivered(uint32_t boardIndex, uint32_t dma, uint64_t cou
 // "Brd_AddMem", "Brd_getParameter id=3080", "Brd_AcquireEx board=1 dma=0". `nth` counts the matching calls
 // from now on: 1 is the next one, 0 means all of them. Each rule counts for itself, and rules apply in the
 // order in which they were made. Several rules may match one call: every hold and every delay applies, and
-// the first answer.
+// the first answer. A rule whose function no library exports never applies; standard error says so, also while
+// messages are off.
 
 /// The call returns `result` and does nothing else; with 0 it claims success and has done nothing. A
 /// function that returns a pointer returns null, and `result` becomes the board's last error number.

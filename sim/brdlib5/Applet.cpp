@@ -34,6 +34,17 @@ void readExtent(JsonObject& object, const char* key, std::optional<uint32_t>& ex
         extent = static_cast<uint32_t>(value->integer(0, kLargestExtent));
 }
 
+/// One of those that old applets don't have; all others have to be there.
+int32_t lackingId(const JsonValue& value)
+{
+    using namespace built_in;
+    const int64_t wanted = value.integer(0, kHighestId);
+    for (const ParameterName& known : {kDmaCount, kCameraPortCount, kProcessCount, kDmaId, kCameraPort})
+        if (wanted == known.id)
+            return known.id;
+    value.refuse("must be 3050, 3060, 3070, 3080 or 3090");
+}
+
 /// What the file says must fit the limits; what it leaves out is made to fit.
 uint32_t settled(const std::string& place, std::optional<uint32_t> given, uint32_t otherwise, uint32_t most,
                  uint32_t step)
@@ -96,9 +107,7 @@ Applet AppletReader::read(JsonObject& object)
     Draft common;
     readDma(object, common);
     if (const auto lacks = object.find("lacks"))
-        lacks->eachEntry([&](const JsonValue& id) {
-            applet.lacking.insert(static_cast<int32_t>(id.integer(0, kHighestId)));
-        });
+        lacks->eachEntry([&](const JsonValue& id) { applet.lacking.insert(lackingId(id)); });
     if (const auto parameters = object.find("parameters"))
         applet.parameters = readParameters(*parameters);
     readOwnFile(object, applet);
@@ -226,6 +235,10 @@ void AppletReader::readCameraPort(const JsonValue& entry, ProcessDescription& pr
                                 [&](const CameraPortDescription& other) { return other.dma == port.dma; }))
         throw JsonError(entry.place() + ": another camera port feeds the DMA port at position " +
                         std::to_string(*port.dma));
+    if (std::any_of(others.begin(), others.end(),
+                    [&](const CameraPortDescription& other) { return other.number == port.number; }))
+        throw JsonError(entry.place() + ": the process has the camera port " + std::to_string(port.number) +
+                        " already");
     process.cameraPorts.push_back(port);
 }
 

@@ -75,6 +75,7 @@ struct DmaChannel::Run {
     uint64_t exposures = 0;       // pictures made, whatever became of them
     int64_t pictures = 0;         // those that got a number
     bool isEnded = false;
+    std::thread thread;   // that delivers; none if the run is manual
 
     bool isComplete() const { return limit >= 0 && pictures >= limit; }
 };
@@ -87,6 +88,13 @@ DmaChannel::DmaChannel(uint32_t boardIndex, const DmaDescription& description, c
       m_camera(camera),
       m_geometry(description.geometry)
 {}
+
+DmaChannel::~DmaChannel()
+{
+    // Those of runs that a callback ended by closing its own board; no later stop could join them.
+    for (std::thread& thread : m_endedThreads)
+        thread.detach();
+}
 
 Geometry DmaChannel::geometry() const
 {
@@ -136,9 +144,7 @@ void DmaChannel::start(std::shared_ptr<MemoryHead> head, int64_t pictureCount)
     if (run->isManual)
         return;
     try {
-        // Detached: a stop from inside the callback can't wait for its own thread's end, and nothing waits for
-        // it when the process ends.
-        std::thread([self = shared_from_this(), run] { self->runByItself(run); }).detach();
+        run->thread = std::thread([self = shared_from_this(), run] { self->runByItself(run); });
     } catch (const std::system_error&) {
         m_run.reset();
         run->head->endUse();
@@ -155,11 +161,31 @@ void DmaChannel::stop()
         run->isEnded = true;
     if (run && run->stream)
         run->stream->cancel();
+    if (run && run->thread.joinable())
+        m_endedThreads.push_back(std::move(run->thread));
     m_changed.notify_all();
-    while (m_deliverer && *m_deliverer != std::this_thread::get_id())
+    const auto isDeliverer = [&]()
+                                 ORVO_REQUIRES(m_mutex) { return m_deliverer == std::this_thread::get_id(); };
+    while (m_deliverer && !isDeliverer())
         m_changed.wait(lock.native());
     if (run)
         run->head->endUse();
+    if (isDeliverer())
+        return;
+    lock.unlock();
+    joinEndedThreads();
+}
+
+void DmaChannel::joinEndedThreads()
+{
+    const os::MutexLock joining(m_joining);   // a second stop returns no earlier than the first
+    std::vector<std::thread> ended;
+    {
+        const Lock lock(m_mutex);
+        ended.swap(m_endedThreads);
+    }
+    for (std::thread& thread : ended)
+        thread.join();
 }
 
 int64_t DmaChannel::lostPictures() const

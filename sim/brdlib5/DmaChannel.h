@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include "os/ThreadSafety.h"
 #include "sim/brdlib5/Applet.h"
@@ -28,6 +29,9 @@ public:
     /// `camera`: what feeds the port, null for the applet's own rate and pictures.
     DmaChannel(uint32_t boardIndex, const DmaDescription& description, const PictureFaults& faults,
                Camera* camera);
+    DmaChannel(const DmaChannel&) = delete;
+    DmaChannel& operator=(const DmaChannel&) = delete;
+    ~DmaChannel();
 
     uint32_t id() const { return m_description.id; }
 
@@ -42,8 +46,9 @@ public:
     /// Begins a run of at most `pictureCount` pictures, -1 for no limit. Throws BrdError, and nothing has
     /// begun.
     void start(std::shared_ptr<MemoryHead> head, int64_t pictureCount);
-    /// Ends the run, if there is one. When it returns no callback is under way and none will start, unless
-    /// the caller is that callback.
+    /// Ends the run, if there is one. When it returns no callback is under way and none will start, and all
+    /// threads of ended runs have ended too. Inside a callback it waits for neither: a later stop joins the
+    /// thread.
     void stop();
 
     /// Pictures of the present or latest run for which no block was free.
@@ -58,6 +63,7 @@ private:
     struct Run;
     using Lock = os::MutexLock;
 
+    void joinEndedThreads();
     void runByItself(const std::shared_ptr<Run>& run);
     std::optional<uint64_t> awaitPicture(Run& run, Lock& lock) ORVO_REQUIRES(m_mutex);
     std::optional<uint64_t> awaitExposure(Run& run, Lock& lock) ORVO_REQUIRES(m_mutex);
@@ -80,6 +86,8 @@ private:
     std::shared_ptr<Run> m_run ORVO_GUARDED_BY(m_mutex);                   // null while the DMA is stopped
     std::optional<std::thread::id> m_deliverer ORVO_GUARDED_BY(m_mutex);   // makes a picture or calls back
     int64_t m_lost ORVO_GUARDED_BY(m_mutex) = 0;
+    std::vector<std::thread> m_endedThreads ORVO_GUARDED_BY(m_mutex);   // of ended runs, not joined yet
+    os::Mutex m_joining;                                                // held while they are joined
 };
 
 }   // namespace orvo::sim

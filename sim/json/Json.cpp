@@ -4,6 +4,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <set>
 #include <sstream>
 #include <string_view>
@@ -17,6 +18,24 @@ namespace orvo::sim {
 namespace {
 
 constexpr size_t kLongestQuote = 40;
+constexpr size_t kMostNames = 20;   // that are all shown
+constexpr size_t kNearestNames = 3;
+
+/// The number of characters to insert, remove or replace.
+size_t editDistance(std::string_view from, std::string_view to)
+{
+    std::vector<size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), size_t{0});
+    for (size_t i = 0; i < from.size(); ++i) {
+        size_t diagonal = std::exchange(row[0], i + 1);
+        for (size_t j = 0; j < to.size(); ++j) {
+            const size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
+        }
+    }
+    return row.back();
+}
 
 std::string quoted(const nlohmann::json& value)
 {
@@ -195,10 +214,8 @@ void JsonObject::refuseOthers() const
     for (const auto& member : m_value->items()) {
         if (std::find(m_known.begin(), m_known.end(), member.key()) != m_known.end())
             continue;
-        std::string text = placeOf(member.key()) + ": is not known here; known are ";
-        for (size_t i = 0; i < m_known.size(); ++i)
-            text += (i ? ", " : "") + m_known[i];
-        throw JsonError(text);
+        throw JsonError(placeOf(member.key()) + ": is not known here; " +
+                        knownNames(member.key(), {m_known.begin(), m_known.end()}));
     }
 }
 
@@ -217,6 +234,22 @@ void readJsonFile(const std::string& path, const std::function<void(JsonObject&)
     } catch (const JsonError& error) {
         throw JsonError(path + ": " + error.what());
     }
+}
+
+std::string knownNames(std::string_view wanted, const std::vector<std::string_view>& names)
+{
+    std::vector<std::string_view> shown = names;
+    const bool areMany = names.size() > kMostNames;
+    if (areMany) {
+        std::stable_sort(shown.begin(), shown.end(), [&](std::string_view a, std::string_view b) {
+            return editDistance(wanted, a) < editDistance(wanted, b);
+        });
+        shown.resize(kNearestNames);
+    }
+    std::string text = areMany ? "nearest are " : "known are ";
+    for (size_t i = 0; i < shown.size(); ++i)
+        (text += i ? ", " : "") += shown[i];
+    return text;
 }
 
 std::string pathBeside(const std::string& file, const std::string& path)

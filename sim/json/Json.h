@@ -80,6 +80,10 @@ private:
 /// appears twice in one object, and for whatever `read` throws as JsonError.
 void readJsonFile(const std::string& path, const std::function<void(JsonObject&)>& read);
 
+/// The end of a sentence that refuses `wanted`: all names that are known, or the nearest of them if they are
+/// many.
+std::string knownNames(std::string_view wanted, const std::vector<std::string_view>& names);
+
 /// `path` as the file at `file` means it: a relative path starts from that file's folder.
 std::string pathBeside(const std::string& file, const std::string& path);
 

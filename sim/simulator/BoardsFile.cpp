@@ -83,10 +83,15 @@ void presetParameter(ParameterSheet& parameters, const std::string& name, const 
 {
     const CameraParameter* const parameter = parameters.find(name);
     if (!parameter)
-        throw JsonError(value.place() + ": a camera has no parameter of that name");
+        throw JsonError(value.place() + ": a camera has no parameter of that name; " +
+                        knownNames(name, parameters.names()));
     const CameraStatus status = parameters.preset(name, valueFor(parameter->type, value));
-    if (status != CameraStatus::Ok)
-        throw JsonError(value.place() + ": " + cameraErrorTextOf(static_cast<int32_t>(status)));
+    if (status == CameraStatus::Ok)
+        return;
+    std::string text = value.place() + ": " + cameraErrorTextOf(static_cast<int32_t>(status));
+    if (parameter->type == ParameterType::Enumeration)
+        text += "; " + knownNames(value.text(), {parameter->entries.begin(), parameter->entries.end()});
+    throw JsonError(text);
 }
 
 /// In three passes, since each limits the next: what a host only reads, such as the sensor's size; what it
@@ -208,7 +213,11 @@ BoardsFile::ScriptedCall scriptedCall(const JsonValue& entry)
 {
     JsonObject object = entry.object();
     BoardsFile::ScriptedCall scripted;
-    scripted.call = object.need("call").text();
+    const JsonValue call = object.need("call");
+    scripted.call = call.text();
+    const std::string problem = Script::problemWith(scripted.call);
+    if (!problem.empty())
+        throw JsonError(call.place() + ": " + problem);
     scripted.nth = static_cast<uint32_t>(integerOr(1, object.find("nth"), 0, kMost));
     const auto answer = object.find("answer");
     const auto slow = object.find("slowMilliseconds");

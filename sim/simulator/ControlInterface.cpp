@@ -36,6 +36,9 @@ uint64_t copyOut(const std::string& text, char* buffer, uint64_t size)
 
 void order(const char* call, uint32_t nth, Script::Order what)
 {
+    const std::string problem = Script::problemWith(textOf(call));
+    if (!problem.empty())   // a mistake in the program, which switched off what it expects of files
+        Simulator::insist("script: " + problem);
     Simulator::instance().script().add(textOf(call), nth, std::move(what), Script::Origin::ControlInterface);
 }
 

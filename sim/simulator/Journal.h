@@ -16,6 +16,7 @@ public:
     explicit CallPattern(std::string_view text);
 
     const std::string& text() const { return m_text; }
+    std::string function() const { return m_words.empty() ? "" : m_words.front(); }
     bool matches(std::string_view function, std::string_view arguments) const;
 
 private:

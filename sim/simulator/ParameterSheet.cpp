@@ -36,6 +36,14 @@ const CameraParameter* ParameterSheet::find(std::string_view name) const
     return found == m_parameters.end() ? nullptr : &found->second;
 }
 
+std::vector<std::string_view> ParameterSheet::names() const
+{
+    std::vector<std::string_view> names;
+    for (const auto& [name, parameter] : m_parameters)
+        names.emplace_back(name);
+    return names;
+}
+
 CameraParameter* ParameterSheet::findToChange(std::string_view name)
 {
     return const_cast<CameraParameter*>(std::as_const(*this).find(name));

@@ -36,6 +36,7 @@ public:
 
     /// Null for a name that it doesn't have.
     const CameraParameter* find(std::string_view name) const;
+    std::vector<std::string_view> names() const;
     CameraParameter& add(std::string name, CameraParameter parameter);
     void remove(std::string_view name);
 

@@ -1,12 +1,32 @@
 #include "sim/simulator/Script.h"
 
 #include <algorithm>
+#include <iterator>
 #include <thread>
 #include <utility>
+
+#include "sim/json/Json.h"
 
 namespace orvo::sim {
 
 using Kind = Script::Order::Kind;
+
+namespace {
+
+constexpr std::string_view kFunctions[] = {
+#include "ScriptedFunctions.inc"
+};
+
+}   // namespace
+
+std::string Script::problemWith(std::string_view call)
+{
+    const CallPattern pattern(call);
+    const std::vector<std::string_view> known(std::begin(kFunctions), std::end(kFunctions));
+    if (std::find(known.begin(), known.end(), pattern.function()) != known.end())
+        return {};
+    return "no library exports \"" + pattern.function() + "\"; " + knownNames(pattern.function(), known);
+}
 
 void Script::add(std::string_view call, uint32_t nth, Order order, Origin origin)
 {

@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +30,9 @@ public:
         std::vector<std::byte> bytes;
         std::chrono::milliseconds delay{0};   // of Kind::Slow
     };
+
+    /// Why no call can ever match; empty if one can.
+    static std::string problemWith(std::string_view call);
 
     /// `nth` counts the matching calls from now on; 0 is every one.
     void add(std::string_view call, uint32_t nth, Order order, Origin origin);

@@ -121,7 +121,12 @@ void Simulator::trigger(const std::vector<SimulatedCamera*>& cameras, const Acti
 void Simulator::say(std::string_view message)
 {
     if (m_messages && !m_boards.isQuiet)
-        std::fputs(("orvo_sim: " + std::string(message) + "\n").c_str(), stderr);
+        insist(message);
+}
+
+void Simulator::insist(std::string_view message)
+{
+    std::fputs(("orvo_sim: " + std::string(message) + "\n").c_str(), stderr);
 }
 
 bool Simulator::isWatching() const

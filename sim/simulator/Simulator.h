@@ -51,6 +51,8 @@ public:
     PictureDelivery* delivery() const { return m_delivery; }
     void setManual(bool manual) { m_manual = manual; }
     void setMessages(bool on) { m_messages = on; }
+    /// As say(), but also while messages are off.
+    static void insist(std::string_view message);
 
     void beginSession() override;
     void endSession() override;

@@ -13,6 +13,7 @@ namespace {
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 struct Refusal {
@@ -61,6 +62,16 @@ TEST_F(Refusals, SayWhatIsWrongAndWhereEachTime)
         EXPECT_EQ(2897, Brd_getBoardType(0)) << "the built-in boards take the place of wrong ones";
         endSession();
     }
+}
+
+TEST_F(Refusals, OfAProgramsRuleAreSaidThoughMessagesAreOff)
+{
+    testing::internal::CaptureStderr();
+    OrvoSim_hold("Brd_AddMen", 1, ORVO_SIM_AT_ENTRY);
+    OrvoSim_answer("Eth_scanPorts library=0", 1, -5);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                AllOf(StartsWith("orvo_sim: script: no library exports \"Brd_AddMen\"; nearest are "),
+                      Not(HasSubstr("Eth_scanPorts"))));
 }
 
 TEST_F(Refusals, OfAParametersValueSayWhy)

@@ -77,11 +77,23 @@ constexpr const char* kTwoHundredASecond = R"({"width": 16, "height": 4, "pictur
 
 using FlowingRing = SimulatedBoards;
 
-TEST_F(FlowingRing, StopsAfterACallbackThatMayCallTheLibraryMeanwhile)
+/// Notes that the thread that owns it has ended, and slows that end: a stop that doesn't wait overtakes it.
+struct EndOfThread {
+    ~EndOfThread()
+    {
+        std::this_thread::sleep_for(milliseconds(20));
+        hasCome = true;
+    }
+    static inline std::atomic<bool> hasCome{false};
+};
+
+TEST_F(FlowingRing, StopsWithItsThreadAndAfterACallbackThatMayCallTheLibraryMeanwhile)
 {
     BoardRing ring(open(0, kFreeRunning), 0, 4, 64);
     std::atomic<int64_t> block{-2}, blockBeforeStop{-2};
+    std::atomic<bool> hadEnded{false};
     ring.listen([&](int64_t picture) {
+        [[maybe_unused]] static thread_local const EndOfThread end;
         block = ring.blockOf(picture);   // held until the stop waits
         ring.giveBack(0);
     });
@@ -91,11 +103,13 @@ TEST_F(FlowingRing, StopsAfterACallbackThatMayCallTheLibraryMeanwhile)
     std::thread stopper([&] {
         ring.stop();
         blockBeforeStop = block.load();
+        hadEnded = EndOfThread::hasCome.load();
     });
     EXPECT_EQ(3, ring.free()) << "other threads are not shut out";
     OrvoSim_letGo("Brd_getImagePtrEx");
     stopper.join();
     EXPECT_LE(0, blockBeforeStop);
+    EXPECT_TRUE(hadEnded);
 }
 
 TEST_F(FlowingRing, DropsWhatFindsNoBlockAtARateOnly)
