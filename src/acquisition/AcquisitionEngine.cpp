@@ -14,7 +14,7 @@ namespace {
 
 // The one timeout of the acquisition path: short, because the host polls.
 constexpr Ticks kImageTimeout{70'000};
-static_assert(kImageTimeout == boost::chrono::milliseconds(7));
+static_assert(kImageTimeout == std::chrono::milliseconds(7));
 
 /// The row of a feature's value; the default one for a value that has none.
 template <typename Row>

@@ -1,8 +1,8 @@
 #include "acquisition/PixelTransformation.h"
 
-#include <cstddef>
 #include <cstring>
 
+#include "acquisition/PlaneSplit.h"
 #include "acquisition/buffers/Buffer.h"
 
 namespace orvo::cognex {
@@ -32,17 +32,9 @@ void NoTransformation::transform(void* destination, const std::weak_ptr<Buffer>&
 template <typename T>
 void RGBPackedToPlanar<T>::transform(void* destination, const std::weak_ptr<Buffer>& image)
 {
+    static_assert(sizeof(T) == 1);
     const auto buffer = locked(image);
-    const T* const packed = static_cast<const T*>(buffer->data());
-    const size_t pixels = buffer->size() / (3 * sizeof(T));
-    T* const first = static_cast<T*>(destination);
-    T* const second = first + pixels;
-    T* const third = second + pixels;
-    for (size_t i = 0; i < pixels; ++i) {
-        first[i] = packed[3 * i + 2];
-        second[i] = packed[3 * i + 1];
-        third[i] = packed[3 * i];
-    }
+    splitIntoPlanes(static_cast<T*>(destination), static_cast<const T*>(buffer->data()), buffer->size() / 3);
 }
 
 template class RGBPackedToPlanar<unsigned char>;

@@ -37,7 +37,7 @@ protected:
     Numbers free() { return numbersIn(coordinator->lock().freeQueue()); }
     Numbers ready() { return numbersIn(coordinator->lock().readyQueue()); }
 
-    static constexpr cognex::Ticks kGenerous = boost::chrono::seconds(60);
+    static constexpr cognex::Ticks kGenerous = std::chrono::seconds(60);
 
     std::shared_ptr<cognex::BufferCoordinator> coordinator = std::make_shared<cognex::BufferCoordinator>();
     /// By number. A buffer that is reset is gone, as after a rebuild of the ring.

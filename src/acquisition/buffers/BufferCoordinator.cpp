@@ -6,13 +6,6 @@
 
 namespace orvo::cognex {
 
-namespace {
-
-// Far beyond any wait, and small enough for the clocks that Boost adds it to.
-constexpr boost::chrono::milliseconds kLongestWait = boost::chrono::hours(24 * 365);
-
-}   // namespace
-
 std::weak_ptr<Buffer> BufferQueue::popFront()
 {
     std::weak_ptr<Buffer> oldest = std::move(m_buffers.front());
@@ -45,19 +38,23 @@ BufferAccess BufferCoordinator::tryLockUntil(Ticks deadline)
     return {*this, deadline};
 }
 
-BufferAccess::BufferAccess(BufferCoordinator& coordinator)
-    : m_coordinator(coordinator), m_lock(coordinator.m_mutex)
-{}
+BufferAccess::BufferAccess(BufferCoordinator& coordinator) : m_coordinator(coordinator), m_holdsLock(true)
+{
+    coordinator.m_lock.lock();
+}
 
 BufferAccess::BufferAccess(BufferCoordinator& coordinator, Ticks deadline)
-    : m_coordinator(coordinator), m_lock(coordinator.m_mutex, timePoint(deadline))
+    : m_coordinator(coordinator), m_holdsLock(coordinator.m_lock.tryLockUntil(timePoint(deadline)))
 {}
 
 BufferAccess::~BufferAccess()
 {
-    // Before the lock goes, so that the waiter finds all moves of this event done.
+    if (!m_holdsLock)
+        return;
     if (m_notifyOnRelease)
-        m_coordinator.m_imageArrived.notify_one();
+        m_coordinator.m_lock.unlockAndWakeOne();
+    else
+        m_coordinator.m_lock.unlock();
 }
 
 void BufferAccess::publish(const std::weak_ptr<Buffer>& buffer)
@@ -105,11 +102,7 @@ void BufferAccess::forgetAll()
 
 void BufferAccess::waitUntil(Ticks deadline)
 {
-    const Ticks time = now();
-    if (time >= deadline)
-        return;
-    const auto rest = boost::chrono::ceil<boost::chrono::milliseconds>(deadline - time);
-    m_coordinator.m_imageArrived.wait_for(m_lock, std::min(rest, kLongestWait));
+    m_coordinator.m_lock.waitUntil(timePoint(deadline));
 }
 
 std::shared_ptr<Buffer> BufferAccess::popOldestReady()

@@ -4,11 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include <boost/thread/condition_variable.hpp>
-#include <boost/thread/lock_types.hpp>
-#include <boost/thread/mutex.hpp>
-
 #include "acquisition/buffers/Ticks.h"
+#include "os/TimedLock.h"
 
 namespace orvo::cognex {
 
@@ -46,28 +43,28 @@ public:
 private:
     friend class BufferAccess;
 
-    boost::timed_mutex m_mutex;
-    boost::condition_variable_any m_imageArrived;
+    os::TimedLock m_lock;   // its condition: an image has arrived
     BufferQueue m_freeQueue;
     BufferQueue m_readyQueue;
     std::weak_ptr<Buffer> m_currentBuffer;
 };
 
-/// The lock of a BufferCoordinator and the only door to its queues: a value on the stack. Its end wakes a
-/// waiter, if an image was published, and gives the lock back. A move that meets an entry whose buffer has
+/// The lock of a BufferCoordinator and the only door to its queues: a value on the stack. Its end gives the
+/// lock back and wakes a waiter, if an image was published. A move that meets an entry whose buffer has
 /// gone drops it, unblocks and queues nothing, and goes on with the next entry.
 /// Threads: one, for one scope. The coordinator outlives it.
-/// Throws:  boost::lock_error from the constructors, if the system refuses the lock.
+/// Throws:  std::system_error from the constructors, if the system refuses the lock.
 class BufferAccess {
 public:
-    explicit BufferAccess(BufferCoordinator& coordinator);
-    BufferAccess(BufferCoordinator& coordinator, Ticks deadline);
+    // Clang's analysis can't follow a lock that lives as long as a member says.
+    explicit BufferAccess(BufferCoordinator& coordinator) ORVO_NO_THREAD_SAFETY_ANALYSIS;
+    BufferAccess(BufferCoordinator& coordinator, Ticks deadline) ORVO_NO_THREAD_SAFETY_ANALYSIS;
     BufferAccess(const BufferAccess&) = delete;
     BufferAccess& operator=(const BufferAccess&) = delete;
-    ~BufferAccess();
+    ~BufferAccess() ORVO_NO_THREAD_SAFETY_ANALYSIS;
 
     /// Without the lock nothing below may be touched.
-    bool holdsLock() const { return m_lock.owns_lock(); }
+    bool holdsLock() const { return m_holdsLock; }
 
     BufferQueue& freeQueue() { return m_coordinator.m_freeQueue; }
     BufferQueue& readyQueue() { return m_coordinator.m_readyQueue; }
@@ -87,13 +84,13 @@ public:
 
     /// Gives up the lock until an image was published, `deadline` has come or the wait ends for no reason,
     /// and takes it again. Keeps it and returns at once if the deadline has passed.
-    void waitUntil(Ticks deadline);
+    void waitUntil(Ticks deadline) ORVO_NO_THREAD_SAFETY_ANALYSIS;
 
 private:
     std::shared_ptr<Buffer> popOldestReady();
 
     BufferCoordinator& m_coordinator;
-    boost::unique_lock<boost::timed_mutex> m_lock;
+    bool m_holdsLock;
     bool m_notifyOnRelease = false;
 };
 

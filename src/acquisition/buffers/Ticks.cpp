@@ -4,12 +4,12 @@
 
 namespace orvo::cognex {
 
-using boost::chrono::duration_cast;
-using boost::chrono::system_clock;
+using std::chrono::duration_cast;
+using std::chrono::steady_clock;
 
 Ticks now()
 {
-    return duration_cast<Ticks>(system_clock::now().time_since_epoch());
+    return duration_cast<Ticks>(steady_clock::now().time_since_epoch());
 }
 
 Ticks deadlineAfter(Ticks timeout)
@@ -23,12 +23,11 @@ Ticks wrappingSum(Ticks a, Ticks b)
     return Ticks(static_cast<int64_t>(static_cast<uint64_t>(a.count()) + static_cast<uint64_t>(b.count())));
 }
 
-system_clock::time_point timePoint(Ticks sinceEpoch)
+os::Deadline timePoint(Ticks sinceBeginning)
 {
-    const Ticks latest = duration_cast<Ticks>(system_clock::duration::max());
-    // A time long past would be before the beginning of the clock that Boost waits by, and never come.
-    const Ticks clamped = std::clamp(sinceEpoch, now(), latest);
-    return system_clock::time_point(duration_cast<system_clock::duration>(clamped));
+    const Ticks clamped =
+        std::clamp(sinceBeginning, Ticks::zero(), duration_cast<Ticks>(os::Deadline::duration::max()));
+    return os::Deadline(duration_cast<os::Deadline::duration>(clamped));
 }
 
 }   // namespace orvo::cognex

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <ratio>
 
-#include <boost/chrono.hpp>
+#include "os/TimedLock.h"
 
 namespace orvo::cognex {
 
-/// Durations of the acquisition path, and points in time as durations since 1 January 1970, of the system
-/// clock.
-using Ticks = boost::chrono::duration<int64_t, boost::ratio<1, 10'000'000>>;   // 100 ns
+/// Durations of the acquisition path, and points in time as durations since the beginning of the steady clock.
+using Ticks = std::chrono::duration<int64_t, std::ratio<1, 10'000'000>>;   // 100 ns
 
 Ticks now();
 
@@ -19,7 +19,7 @@ Ticks deadlineAfter(Ticks timeout);
 /// The sum without a guard: it wraps where it doesn't fit.
 Ticks wrappingSum(Ticks a, Ticks b);
 
-/// The point in time for Boost, not before now: clamped to what the platform's clocks can hold.
-boost::chrono::system_clock::time_point timePoint(Ticks sinceEpoch);
+/// The point in time for a lock, clamped to what the clock can hold.
+os::Deadline timePoint(Ticks sinceBeginning);
 
 }   // namespace orvo::cognex
