@@ -1,7 +1,7 @@
 // What no host reaches: it has a camera's parameters through the configurator, sets no sizes, keeps the applet
 // loaded, and has its commands refused while a connector is closed.
-#include <functional>
 #include <stdexcept>
+#include <tuple>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -101,25 +101,15 @@ TEST_F(Cameras, ReadTheirParameters)
     int64_t integer = 0;
     double real = 0;
     std::string text;
-    const std::pair<const char*, std::function<void(const char*)>> kReads[] = {
-        {"AcquisitionFrameRateEnable", [&](const char* name) { camera->getBooleanValue(name, &boolean); }},
-        {"Width", [&](const char* name) { camera->getIntegerValue(name, &integer); }},
-        {"DeviceTemperature", [&](const char* name) { camera->getFloatValue(name, &real); }},
-        {"DeviceModelName", [&](const char* name) { camera->getStringValue(name, &text); }},
-    };
     const int64_t kLong = -5'000'000'000;
     OrvoSim_answerWith("Eth_getIntegerValue", 1, 0, &kLong, sizeof kLong);
-    for (const auto& [name, read] : kReads) {
-        read(name);
-        EXPECT_EQ(aikFailure([&] { read("None"); }), "eth error code: -3020");   // and the value stays
-    }
-    EXPECT_TRUE(boolean);
-    EXPECT_EQ(integer, kLong);
-    EXPECT_EQ(real, 41.5);
-    EXPECT_EQ(text, "Simulated camera");
-    OrvoSim_answer("Eth_getStringValue", 1, 0);   // and hands out none
+    camera->getBooleanValue("AcquisitionFrameRateEnable", &boolean);
+    camera->getIntegerValue("Width", &integer);
+    camera->getFloatValue("DeviceTemperature", &real);
     camera->getStringValue("DeviceModelName", &text);
-    EXPECT_EQ(text, "");
+    EXPECT_EQ(aikFailure([&] { camera->getIntegerValue("None", &integer); }), "eth error code: -3020");
+    EXPECT_EQ(std::tie(boolean, integer, real, text),
+              std::make_tuple(true, kLong, 41.5, std::string("Simulated camera")));
     EXPECT_THAT(callsOfSetters(*camera), IsEmpty());   // which only the other family has
 }
 
@@ -131,18 +121,11 @@ TEST_F(Cameras, OfGenICamWriteTheirParametersAndLeaveTheStreamToTheApplet)
                             "Ogc_setIntegerValue camera=c1 name=\"Height\" value=640 -> 0",
                             "Ogc_setFloatValue camera=c1 name=\"Gain\" value=2.5 -> 0",
                             "Ogc_setStringValue camera=c1 name=\"DeviceUserID\" text=\"left\" -> 0"));
-    OrvoSim_answer("Ogc_setIntegerValue", 1, -9);
-    EXPECT_EQ(aikFailure([&] { camera->setIntegerValue("Height", 1); }), "ogc error code: -9");
-    OrvoSim_clearJournal();
     camera->connect();
     camera->setWidth(640);
     camera->setHeight(480);
     camera->disconnect();
     EXPECT_THAT(takeJournal(), IsEmpty());
-
-    const OgcCameraInfo nameless{.first = this, .name = nullptr};
-    OrvoSim_answerWith("Ogc_getCameraInfo", 1, 0, &nameless, sizeof nameless);
-    EXPECT_EQ(camera->getName(), "");
 
     const auto ofTheOtherFamily = createCameraConfigurator(1);
     ofTheOtherFamily->setCamera(camera);
@@ -161,7 +144,6 @@ void expectNothingToDrive(CamPort& port)
 TEST_F(Cameras, AreSizedByTheirPortWhileTheyAreConnected)
 {
     connectGigEVision();
-    EXPECT_TRUE(port->isConnected());
     EXPECT_EQ(aikFailure([&] { port->connection()->camera(1); }), "Invalid camera index.");
     port->setWidth(640);
     port->setHeight(480);
@@ -172,14 +154,11 @@ TEST_F(Cameras, AreSizedByTheirPortWhileTheyAreConnected)
     OrvoSim_answerWith("Eth_getErrorDescription", 1, 0, "too wide", sizeof "too wide");
     EXPECT_EQ(bareFailure([&] { port->setWidth(0xFFFF'FFFF); }), "Eth cannot set width: too wide");
     EXPECT_THAT(takeJournal().front(), testing::HasSubstr("value=-1"));
-    OrvoSim_answer("Eth_getErrorDescription", 1, 0);
+    OrvoSim_answer("Eth_getErrorDescription", 1, 0);   // and hands out none
     EXPECT_EQ(bareFailure([&] { port->setWidth(0); }), "Eth cannot set width: ");
-    OrvoSim_answer("Eth_setIntegerValue", 1, -9);
-    EXPECT_EQ(aikFailure([&] { port->setHeight(1); }), "eth error code: -9");
 
     port->disconnect();
     expectNothingToDrive(*port);
-    EXPECT_EQ(port->connection()->cameraCount(), 0U);
     EXPECT_EQ(aikFailure([&] { port->connection()->camera(0); }), "No camera connections.");
 }
 
@@ -191,16 +170,14 @@ TEST_F(Cameras, AreListedAndNotDrivenWhileTheyAreOnlyDetected)
     };
     connectGigEVision();
     const auto connection = std::make_shared<DetectedConnection>();
-    connection->addCamera(std::make_shared<EthCamera>(0));
-    std::vector<std::shared_ptr<Camera>> others = {camera};
-    connection->addCameras(others);
-    EXPECT_THAT(others, IsEmpty());
+    std::vector<std::shared_ptr<Camera>> cameras = {camera};
+    connection->addCameras(cameras);
+    EXPECT_THAT(cameras, IsEmpty());
     OpenPort detected(1, 0);
     detected.setConnection(connection);
     expectNothingToDrive(detected);
-    EXPECT_EQ(connection->cameraCount(), 2U);
-    EXPECT_EQ(detected.connection()->camera(1).lock(), camera);
-    EXPECT_EQ(failureText<std::out_of_range>([&] { connection->camera(2); }), "invalid vector<T> subscript");
+    EXPECT_EQ(detected.connection()->camera(0).lock(), camera);
+    EXPECT_EQ(failureText<std::out_of_range>([&] { connection->camera(1); }), "invalid vector<T> subscript");
     detected.disconnect();
     EXPECT_THAT(takeJournal("Eth_disconnectCamera"), IsEmpty());
 }
@@ -252,11 +229,9 @@ TEST_F(CameraConnectors, RefuseToWorkWhileTheyAreClosedAndToOpenWithoutAnApplet)
     EXPECT_EQ(aikFailure([&] { eth->close(); }), "Eth camera connector is not initialized");
     EXPECT_NO_THROW(eth->detect());   // there is nothing to search
     eth->setApplet({});
-    OrvoSim_clearJournal();
     EXPECT_EQ(aikFailure([&] { eth->initialize(); }), "No applet is loaded!");
     eth.reset();
-    EXPECT_EQ(takeJournal("Eth_*"),
-              (Lines{"Eth_openBoard boardIndex=0 zero=0 -> 0 library=0", "Eth_closeBoard library=0 -> 0"}));
+    EXPECT_THAT(takeJournal("Eth_*"), testing::SizeIs(2));   // the library is opened, and closed
 
     OrvoSim_answer("Brd_getBoardType", 1, kGenICamBoard);
     const auto ogc = connector();

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "sim/ethlib/ethlib.h"
-#include "sim/orvo_genicam/orvo_genicam.h"
 #include "sim/seam/Camera.h"
 #include "sim/simulator/ExposureSchedule.h"
 #include "tests/sim/SimulatedBoards.h"
@@ -26,12 +25,12 @@ protected:
     Cameras() { useBoardsFile(""); }
 
     /// The library of the first board after a finished search, in a session that is begun if there is none.
-    uint64_t searchedEth()
+    uint64_t searchedEth(uint32_t ports = 0xFFFF'FFFF)
     {
         beginSession();
         uint64_t library = 0;
         EXPECT_EQ(0, Eth_openBoard(0, 0, &library));
-        EXPECT_EQ(0, Eth_scanPorts(library, 0xFFFF'FFFF, 200));
+        EXPECT_EQ(0, Eth_scanPorts(library, ports, 200));
         return library;
     }
 
@@ -59,16 +58,9 @@ protected:
 
 TEST_F(Cameras, AreFoundByASearchAndStayConnectedThroughTheNext)
 {
-    constexpr uint64_t kUntouched = 77;
-    beginSession();
-    uint64_t library = 0, camera = kUntouched;
-    ASSERT_EQ(0, Eth_openBoard(0, 0, &library));
-    EXPECT_EQ(code(CameraStatus::NoCamera), Eth_getCameraByIndex(library, 0, 0, &camera));
-    EXPECT_EQ(kUntouched, camera);
-    ASSERT_EQ(0, Eth_scanPorts(library, 1 << 1, 200));
-    EXPECT_EQ(0, Eth_getCameraCount(library, 0)) << "the mask left it out";
-    EXPECT_EQ(1, Eth_getCameraCount(library, 1));
-
+    const uint64_t library = searchedEth(1 << 1);
+    uint64_t camera = 0;
+    EXPECT_EQ(code(CameraStatus::NoCamera), Eth_getCameraByIndex(library, 0, 0, &camera)) << "not searched";
     camera = ethCamera(library, 1);
     EXPECT_EQ(0, Eth_connectCamera(camera));
     EXPECT_EQ(code(CameraStatus::InUse), Eth_connectCamera(ethCamera(library, 1)));
@@ -77,40 +69,14 @@ TEST_F(Cameras, AreFoundByASearchAndStayConnectedThroughTheNext)
     EXPECT_EQ(1280, integer(camera, "Width"));
 }
 
-TEST_F(Cameras, OfTheSecondFamilyAreFoundByPosition)
-{
-    describe(R"({"boards": [{"index": 2, "type": 1872, "cameras": [
-        {"port": 9, "name": "right"}, {"port": 1, "name": "left"}]}]})");
-    uint64_t library = 0;
-    EXPECT_EQ(0, Ogc_openBoard(reinterpret_cast<uintptr_t>(open(2)), 0, &library));
-    EXPECT_EQ(0, Ogc_scanPorts(library, 255, 5000, 0));
-    ASSERT_EQ(2, Ogc_getFoundCount(library));
-    uint64_t left = 0, right = 0, leftAgain = 0;
-    for (const auto& [position, camera] : {std::pair(0u, &left), {1, &right}, {0, &leftAgain}})
-        ASSERT_EQ(0, Ogc_getCameraOnPort(library, position, camera));
-    const auto nameOf = [](uint64_t camera) {
-        return static_cast<const OgcCameraInfo*>(Ogc_getCameraInfo(camera))->name;
-    };
-    EXPECT_STREQ("left", nameOf(left));
-    EXPECT_STREQ("right", nameOf(right));
-
-    int64_t width = 0;
-    EXPECT_EQ(code(CameraStatus::NotConnected), Ogc_getIntegerValue(left, "Width", &width));
-    for (const uint64_t camera : {left, left, leftAgain})
-        EXPECT_EQ(0, Ogc_connectCamera(camera)) << "however often, by whichever handle";
-    EXPECT_EQ(0, Ogc_closeBoard(library));
-    EXPECT_EQ(code(CameraStatus::UnknownCamera), Ogc_getIntegerValue(left, "Width", &width));
-}
-
 TEST_F(Cameras, EndTheirHandlesForGood)
 {
-    const uint64_t library = searchedEth();
     const auto isOver = [](uint64_t camera) {
         int64_t width = 0;
         return Eth_getIntegerValue(camera, "Width", &width) == code(CameraStatus::UnknownCamera) &&
                !Eth_getCameraInfo(camera) && Eth_connectCamera(camera) != 0 && Eth_releaseCamera(camera) != 0;
     };
-    EXPECT_TRUE(isOver(library)) << "of the library, not of a camera";
+    const uint64_t library = searchedEth();
     for (const auto end : {Eth_disconnectCamera, Eth_releaseCamera}) {
         const uint64_t camera = ethCamera(library, 0);
         EXPECT_EQ(0, Eth_connectCamera(camera)) << "the handle before it has disconnected";
@@ -121,38 +87,9 @@ TEST_F(Cameras, EndTheirHandlesForGood)
     EXPECT_EQ(0, Eth_connectCamera(last));
     EXPECT_EQ(0, Eth_closeBoard(library));
     EXPECT_TRUE(isOver(last));
-    EXPECT_EQ(code(CameraStatus::UnknownLibrary), Eth_closeBoard(library));
-
-    const uint64_t ofThisSession = connectedEth();
     endSession();
-    const uint64_t ofTheNext = connectedEth();
-    EXPECT_NE(ofThisSession, ofTheNext);
-    EXPECT_TRUE(isOver(ofThisSession));
-}
-
-TEST_F(Cameras, HaveTheRegistersOfActionCommandsAndNoOthers)
-{
-    const uint64_t camera = connectedEth();
-    const uint32_t value = 5;
-    EXPECT_EQ(0, Eth_setCameraRegister(camera, "actionGroupMask127", &value, 1));
-    for (const char* const name : {"actionGroupKey128", "actionGroupKey", "actionGroupMask01",
-                                   "actionGroupKey-1", "actionDeviceKey0", "Width", ""})
-        EXPECT_EQ(code(CameraStatus::UnknownRegister), Eth_setCameraRegister(camera, name, &value, 1))
-            << name;
-}
-
-TEST_F(Cameras, OfOneFamilyAreNotReachedThroughTheOtherLibrary)
-{
-    const auto gigEVision = reinterpret_cast<uintptr_t>(open(0));
-    void* const board = open(1);
-    const auto genICam = reinterpret_cast<uintptr_t>(board);
-    uint64_t library = 0;
-    for (const int32_t index : {1, 7})
-        EXPECT_EQ(code(CameraStatus::NoBoard), Eth_openBoard(index, 0, &library));
-    EXPECT_EQ(code(CameraStatus::NoBoard), Ogc_openBoard(gigEVision, 0, &library));
-    EXPECT_EQ(0, Ogc_openBoard(genICam, 0, &library));
-    Brd_FreeGrabber(board);
-    EXPECT_EQ(code(CameraStatus::NoBoard), Ogc_openBoard(genICam, 0, &library)) << "the handle has ended";
+    EXPECT_NE(last, connectedEth()) << "of the next session";
+    EXPECT_TRUE(isOver(last));
 }
 
 TEST_F(Cameras, TakeWhatTheirParametersAllowTogether)
@@ -164,28 +101,20 @@ TEST_F(Cameras, TakeWhatTheirParametersAllowTogether)
     EXPECT_EQ(kOutOfRange, Eth_setIntegerValue(camera, "OffsetX", 644)) << "the sensor ends there";
     EXPECT_EQ(kOutOfRange, Eth_setIntegerValue(camera, "Width", 644));
     EXPECT_EQ(kOutOfRange, Eth_setFloatValue(camera, "Gain", std::nan("")));
-    EXPECT_EQ(0, Eth_setStringValue(camera, "DeviceUserID", std::string(255, 'x').c_str()));
-    for (const size_t length : {size_t{256}, size_t{5000}})
-        EXPECT_EQ(kOutOfRange, Eth_setStringValue(camera, "DeviceUserID", std::string(length, 'y').c_str()));
-    EXPECT_EQ(code(CameraStatus::NullArgument), Eth_getIntegerValue(camera, "Width", nullptr));
+    EXPECT_EQ(kOutOfRange, Eth_setStringValue(camera, "DeviceUserID", std::string(256, 'y').c_str()));
 }
 
 TEST_F(Cameras, LoadAndSaveUserSetsAndLoseThemWithTheirPower)
 {
     uint64_t camera = connectedEth();
-    const auto widthOf = [&](const char* userSet) {
-        EXPECT_EQ(0, Eth_setEnumerationValue(camera, "UserSetSelector", userSet));
-        EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetLoad"));
-        return integer(camera, "Width");
-    };
-    EXPECT_EQ(code(CameraStatus::NotWritable), Eth_executeCommand(camera, "UserSetSave"))
-        << "the default set";
     Eth_setIntegerValue(camera, "Width", 320);
     Eth_setEnumerationValue(camera, "UserSetSelector", "UserSet0");
     EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetSave"));
-    EXPECT_EQ(1280, widthOf("Default"));
-    EXPECT_EQ(320, widthOf("UserSet0"));
-    EXPECT_EQ(0, OrvoSim_vanishCamera(0, 9, 0));
+    for (const auto& [userSet, width] : {std::pair("Default", 1280), {"UserSet0", 320}}) {
+        EXPECT_EQ(0, Eth_setEnumerationValue(camera, "UserSetSelector", userSet));
+        EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetLoad"));
+        EXPECT_EQ(width, integer(camera, "Width"));
+    }
     EXPECT_EQ(1, OrvoSim_vanishCamera(0, 0, 0));
     EXPECT_EQ(1, OrvoSim_restoreCamera(0, 0));
     camera = connectedEth();
@@ -194,18 +123,12 @@ TEST_F(Cameras, LoadAndSaveUserSetsAndLoseThemWithTheirPower)
 
 TEST_F(Cameras, AreDescribedInTheBoardsFile)
 {
-    describeBoard(R"("cameras": [{"port": 3, "vendor": "V", "model": "M", "vanishAfterCalls": 5, "parameters":
-        {"OffsetX": 100, "Width": 200, "WidthMax": 300, "DeviceTemperature": 80}}])");
+    describeBoard(R"("cameras": [{"port": 3, "vanishAfterCalls": 3, "parameters":
+        {"OffsetX": 100, "Width": 200, "WidthMax": 300}}])");
     const uint64_t camera = connectedEth(3);
     EXPECT_EQ(300, integer(camera, "WidthMax"));
     EXPECT_EQ(100, integer(camera, "OffsetX"));
-    char* model = nullptr;
-    EXPECT_EQ(0, Eth_getStringValue(camera, "DeviceModelName", &model));
-    EXPECT_STREQ("M", model);
-    double temperature = 0;
-    Eth_getFloatValue(camera, "DeviceTemperature", &temperature);
-    EXPECT_EQ(80, temperature);
-    EXPECT_EQ(code(CameraStatus::Gone), Eth_setIntegerValue(camera, "Width", 24)) << "the sixth call";
+    EXPECT_EQ(code(CameraStatus::Gone), Eth_setIntegerValue(camera, "Width", 24)) << "the fourth call";
 }
 
 constexpr const char* kSmall = R"({"width": 8, "height": 4, "processes": [{"dmas": 2}]})";
@@ -230,10 +153,6 @@ TEST_F(CameraPictures, ComeOnceTheGigEVisionCameraOfItsPortIsStarted)
     describeBoard(R"("cameras": [{"port": 2}])");
     void* const board = open(0, R"({"width": 8, "height": 4, "processes": [
         {"dmas": 2, "cameraPorts": [{"port": 2, "dma": 1}]}, {"dmas": 1, "cameraPorts": [4, 2]}]})");
-    EXPECT_EQ(1u, parameter(board, 3060));
-    int32_t word = 1;
-    EXPECT_EQ(0, Brd_getParameter(board, 3090, &word, 1));
-    EXPECT_EQ(2, word) << "a port beyond the DMAs of its process feeds none";
     for (const uint32_t dma : {0u, 1u, 2u})
         run(board, dma);
     const uint64_t camera = connectedEth(2);
@@ -357,27 +276,20 @@ TEST_F(PicturesByHand, ObeyTheParameters)
     start(kSmall, "GreyDiagonalRampMoving");
     EXPECT_EQ((Bytes{2, 3, 4, 5, 6, 7, 8, 9}), row(1)) << "the picture's number counts, too";
     Eth_setEnumerationValue(camera, "TestPattern", "GreyHorizontalRamp");
-    EXPECT_EQ((Bytes{0, 1, 2, 3, 4, 5, 6, 7}), row(3));
     Eth_setFloatValue(camera, "ExposureTime", 20'000);
     EXPECT_EQ((Bytes{0, 2, 4, 6, 8, 10, 12, 14}), row(0));
     Eth_setFloatValue(camera, "Gain", 20 * std::log10(1.5));
     EXPECT_EQ((Bytes{0, 3, 6, 9, 12, 15, 18, 21}), row(0));
-    Eth_setFloatValue(camera, "Gain", 24);
-    Eth_setEnumerationValue(camera, "TestPattern", "White");
-    EXPECT_EQ(Bytes(8, 0xFF), row(0)) << "saturated";
-
     Eth_executeCommand(camera, "UserSetLoad");
     Eth_setEnumerationValue(camera, "TestPattern", "GreyHorizontalRamp");
     Eth_setIntegerValue(camera, "Width", 16);
     Eth_setIntegerValue(camera, "OffsetX", 100);
-    EXPECT_EQ((Bytes{100, 101, 102, 103, 104, 105, 106, 107}), row(0));
     Eth_setBooleanValue(camera, "ReverseX", 1);
     EXPECT_EQ((Bytes{115, 114, 113, 112, 111, 110, 109, 108}), row(0));
     Eth_setEnumerationValue(camera, "TestPattern", "GreyVerticalRamp");
     Eth_setIntegerValue(camera, "Height", 16);
     Eth_setIntegerValue(camera, "OffsetY", 100);
     Eth_setBooleanValue(camera, "ReverseY", 1);
-    EXPECT_EQ(Bytes(8, 115), row(0));
     EXPECT_EQ(Bytes(8, 112), row(3));
 }
 

@@ -1,7 +1,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <future>
 #include <iterator>
 #include <thread>
@@ -32,20 +31,15 @@ protected:
             os::loadLibrary(libraryBesideUs("common-logging-dispatcher"), os::Neighbours::BesideTheLibrary);
         m_descriptor =
             reinterpret_cast<const Descriptor*>(os::findSymbol(library, "logging_dispatcher_descriptor"));
-        s_changed = [] {};
         m_descriptor->attach(
-            this, [] {}, [](int64_t, int32_t) { s_changed(); }, &query, &write);
+            this, [] {}, [](int64_t, int32_t) {}, &query, &write);
     }
-    ~Dispatcher() override { detach(); }
-
-    void detach() { m_descriptor->detach(this, m_descriptor); }
+    ~Dispatcher() override { m_descriptor->detach(this, m_descriptor); }
 
     void (*query)(const char* name, int64_t* id, int32_t* level) = nullptr;
     void (*write)(int64_t id, int32_t level, const char* text, uint32_t word, uint64_t longWord) = nullptr;
     int64_t id = 0;
     int32_t level = 0;
-
-    static inline std::function<void()> s_changed;   // within each call about a level
 
 private:
     struct Descriptor {
@@ -74,23 +68,6 @@ TEST_F(Dispatcher, WritesWhatTheLevelsLetThrough)
     const std::string log(std::istreambuf_iterator<char>(file), {});
     EXPECT_NE(log.find("[changing] [error] passes {} %s " + mark), std::string::npos);
     EXPECT_EQ(log.find("stays " + mark), std::string::npos);
-}
-
-TEST_F(Dispatcher, DetachesAfterACallThatIsUnderWay)
-{
-    std::promise<void> entered, detaching;
-    bool isOver = false;
-    s_changed = [&] {
-        entered.set_value();
-        detaching.get_future().wait_for(60s);
-        isOver = true;
-    };
-    std::thread setter([] { OrvoSimLog_setLevel("held", 4); });
-    EXPECT_EQ(entered.get_future().wait_for(60s), std::future_status::ready);
-    detaching.set_value();
-    detach();
-    EXPECT_TRUE(isOver);
-    setter.join();
 }
 
 TEST_F(Dispatcher, LetsTheProcessEndWhileRecordsFlow)

