@@ -15,6 +15,7 @@ namespace orvo::sim {
 namespace {
 
 constexpr uint64_t kLargestRing = uint64_t{64} << 30;   // bytes; a negative size is above it
+constexpr int64_t kMostBlocks = 1'000'000;
 constexpr int32_t kNoSuchBoard = -1;
 
 uint64_t numberOf(const void* handle)
@@ -177,6 +178,9 @@ void* Library::addHead(const void* boardHandle, uint64_t totalSize, int64_t bloc
         throw BrdError(kOutOfRange, "A ring of " + std::to_string(blockCount) + " buffers can't be made");
     if (totalSize > kLargestRing)
         throw BrdError(kTooLarge, "A ring of " + std::to_string(totalSize) + " bytes is above 64 GiB");
+    if (blockCount > kMostBlocks)
+        throw BrdError(kTooLarge, "A ring of " + std::to_string(blockCount) + " buffers is above " +
+                                      std::to_string(kMostBlocks));
     uint64_t symbol = 0, session = 0;
     {
         const os::MutexLock lock(m_mutex);
