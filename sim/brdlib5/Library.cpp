@@ -209,19 +209,20 @@ void Library::copyLastErrorText(const void* handle, std::span<char> buffer) cons
 
 int32_t Library::deliver(uint32_t boardIndex, uint32_t dma, uint32_t count)
 {
-    try {
-        const auto board = boardAt(boardIndex);
-        return board ? board->dma(dma).deliver(count) : ORVO_SIM_NOT_RUNNING;
-    } catch (const BrdError&) {   // no such DMA
-        return ORVO_SIM_NOT_RUNNING;
-    }
+    return withDma(boardIndex, dma, [&](DmaChannel& channel) { return channel.deliver(count); });
 }
 
 int32_t Library::callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumber)
 {
+    return withDma(boardIndex, dma, [&](DmaChannel& channel) { return channel.callBack(pictureNumber); });
+}
+
+template <typename Action>
+int32_t Library::withDma(uint32_t boardIndex, uint32_t dma, Action&& action) const
+{
     try {
         const auto board = boardAt(boardIndex);
-        return board ? board->dma(dma).callBack(pictureNumber) : ORVO_SIM_NOT_RUNNING;
+        return board ? action(board->dma(dma)) : ORVO_SIM_NOT_RUNNING;
     } catch (const BrdError&) {   // no such DMA
         return ORVO_SIM_NOT_RUNNING;
     }
