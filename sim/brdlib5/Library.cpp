@@ -15,6 +15,7 @@ namespace orvo::sim {
 namespace {
 
 constexpr uint64_t kLargestRing = uint64_t{64} << 30;   // bytes; a negative size is above it
+constexpr int64_t kMostBlocks = 1'000'000;
 constexpr int32_t kNoSuchBoard = -1;
 
 uint64_t numberOf(const void* handle)
@@ -177,6 +178,9 @@ void* Library::addHead(const void* boardHandle, uint64_t totalSize, int64_t bloc
         throw BrdError(kOutOfRange, "A ring of " + std::to_string(blockCount) + " buffers can't be made");
     if (totalSize > kLargestRing)
         throw BrdError(kTooLarge, "A ring of " + std::to_string(totalSize) + " bytes is above 64 GiB");
+    if (blockCount > kMostBlocks)
+        throw BrdError(kTooLarge, "A ring of " + std::to_string(blockCount) + " buffers is above " +
+                                      std::to_string(kMostBlocks));
     uint64_t symbol = 0, session = 0;
     {
         const os::MutexLock lock(m_mutex);
@@ -205,19 +209,20 @@ void Library::copyLastErrorText(const void* handle, std::span<char> buffer) cons
 
 int32_t Library::deliver(uint32_t boardIndex, uint32_t dma, uint32_t count)
 {
-    try {
-        const auto board = boardAt(boardIndex);
-        return board ? board->dma(dma).deliver(count) : ORVO_SIM_NOT_RUNNING;
-    } catch (const BrdError&) {   // no such DMA
-        return ORVO_SIM_NOT_RUNNING;
-    }
+    return withDma(boardIndex, dma, [&](DmaChannel& channel) { return channel.deliver(count); });
 }
 
 int32_t Library::callBack(uint32_t boardIndex, uint32_t dma, int64_t pictureNumber)
 {
+    return withDma(boardIndex, dma, [&](DmaChannel& channel) { return channel.callBack(pictureNumber); });
+}
+
+template <typename Action>
+int32_t Library::withDma(uint32_t boardIndex, uint32_t dma, Action&& action) const
+{
     try {
         const auto board = boardAt(boardIndex);
-        return board ? board->dma(dma).callBack(pictureNumber) : ORVO_SIM_NOT_RUNNING;
+        return board ? action(board->dma(dma)) : ORVO_SIM_NOT_RUNNING;
     } catch (const BrdError&) {   // no such DMA
         return ORVO_SIM_NOT_RUNNING;
     }

@@ -83,6 +83,9 @@ private:
     size_t slotOf(const void* handle) const ORVO_REQUIRES(m_mutex);
     size_t errorSlotOf(const void* handle) const;
     std::shared_ptr<Board> boardAt(uint32_t boardIndex) const;
+    /// What `action` returns for the DMA, or ORVO_SIM_NOT_RUNNING if there is no such board or DMA.
+    template <typename Action>
+    int32_t withDma(uint32_t boardIndex, uint32_t dma, Action&& action) const;
     void release(uint32_t boardIndex);
 
     LastErrors m_errors;

@@ -71,8 +71,9 @@ TEST_F(ChannelRing, RefusesWhatTheBoardRefusesAndRecovers)
 
     EXPECT_THAT(host.setup(id, 60'000, 60'000).text, testing::StartsWith("brd error code: "));
     ASSERT_EQ(host.setup(id, kWidth, kHeight), done());
-    EXPECT_THAT(host.write(id, "BufferCount", "18446744073709551615").text,
-                testing::StartsWith("Feature could not be written. (brd error code: "));
+    for (const char* const tooMany : {"18446744073709551615", "1000001"})
+        EXPECT_THAT(host.write(id, "BufferCount", tooMany).text,
+                    testing::StartsWith("Feature could not be written. (brd error code: "));
     EXPECT_EQ(host.start(id), fails("Acquisistion is not setup"));
     EXPECT_EQ(host.write(id, "BufferCount", "0"), done());
     EXPECT_EQ(host.start(id), fails("Acquisistion is not setup"));
