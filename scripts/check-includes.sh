@@ -55,7 +55,7 @@ exceptions='
 check() {
     cd "$1"
     find . \( -path ./build -o -path ./.git \) -prune -o -type f \
-        \( -name '*.h' -o -name '*.c' -o -name '*.cpp' -o -name '*.rc' \) -print |
+        \( -name '*.h' -o -name '*.hpp' -o -name '*.c' -o -name '*.cpp' -o -name '*.rc' \) -print |
         sed 's|^\./||' | sort |
         awk -v rooms="$rooms" -v folders="$folders" -v exceptions="$exceptions" '
         function complain(text) { print text; wrong = 1 }

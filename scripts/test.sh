@@ -73,7 +73,7 @@ testPreset() {
     conclude "$preset" $((total - bad - out)) "$bad" "$out" "$logs/$preset-tests.log"
 }
 
-format() { git ls-files -z '*.h' '*.c' '*.cpp' | xargs -0 clang-format-16 --dry-run --Werror; }
+format() { git ls-files -z '*.h' '*.hpp' '*.c' '*.cpp' | xargs -0 clang-format-16 --dry-run --Werror; }
 
 includes() {
     scripts/check-includes.sh --self-test

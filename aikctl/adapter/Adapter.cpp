@@ -1,6 +1,5 @@
 #include "aikctl/adapter/Adapter.h"
 
-#include <array>
 #include <filesystem>
 #include <stdexcept>
 
@@ -12,8 +11,6 @@ namespace orvo::aikctl {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* kEndOfChannels = "index is not valid";
 
 std::string absolutePath(const std::string& path)
 {
@@ -58,103 +55,30 @@ void requireLibraries(const std::string& adapterPath)
         requireNeighbour(neighbour, adapterPath);
 }
 
-os::Module load(const std::string& path)
-{
-    os::Error error;
-    os::Module library = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
-    if (!library)
-        throw std::runtime_error("The adapter can't be loaded: " + path + ": " + error.text + " (" +
-                                 std::to_string(error.number) + ")");
-    return library;
-}
-
-Exports findExports(os::Module library, const std::string& path)
-{
-    const auto find = [&](const char* name) {
-        os::Symbol function = os::findSymbol(library, name);
-        if (!function)
-            throw std::runtime_error(path + " is no adapter: it doesn't export " + name);
-        return function;
-    };
-    Exports exports;
-#define AIKCTL_FIND(name, ordinal) exports.name = reinterpret_cast<AIK_##name>(find(#name));
-    AIK_EXPORTS(AIKCTL_FIND)
-#undef AIKCTL_FIND
-    return exports;
-}
-
 }   // namespace
 
-std::string Adapter::defaultPath()
+std::string defaultAdapterPath()
 {
     const fs::path program = os::modulePath(reinterpret_cast<const void*>(&absolutePath));
     return (program.parent_path() / "OrvoCognexAdapter").string() + os::kLibraryEnding;
 }
 
-Adapter::Adapter(const std::string& path) : m_path(absolutePath(path))
+aik::Adapter loadAdapter(const std::string& path)
 {
-    requireLibraries(m_path);
-    m_exports = findExports(load(m_path), m_path);
+    const std::string whole = absolutePath(path);
+    requireLibraries(whole);
+    return aik::Adapter(whole);
 }
 
-std::vector<Channel> Adapter::openAll() const
-{
-    std::vector<Channel> channels;
-    try {
-        for (;;) {
-            auto channel = tryToOpen(static_cast<int32_t>(channels.size()));
-            if (!channel)
-                break;
-            channels.push_back(std::move(*channel));
-        }
-    } catch (const AdapterFailure&) {
-        if (channels.empty())
-            shutDown();
-        throw;
-    }
-    if (channels.empty())
-        shutDown();
-    return channels;
-}
-
-Channel Adapter::open(int32_t index) const
+aik::Channel openChannel(const aik::Adapter& adapter, int32_t index)
 {
     try {
-        if (auto channel = tryToOpen(index)) {
-            if (!channel->failure().empty())
-                throw std::runtime_error("Channel " + std::to_string(index) + ": " + channel->failure());
-            return std::move(*channel);
-        }
-    } catch (const AdapterFailure&) {
-        shutDown();
-        throw;
+        return adapter.open(index);
+    } catch (const aik::Error& error) {
+        if (error.isEndOfChannels())
+            throw std::runtime_error("There is no channel " + std::to_string(index));
+        throw std::runtime_error("Channel " + std::to_string(index) + ": " + error.what());
     }
-    shutDown();
-    throw std::runtime_error("There is no channel " + std::to_string(index));
-}
-
-std::optional<Channel> Adapter::tryToOpen(int32_t index) const
-{
-    csAIK_ChannelRecord record{};
-    record.size = sizeof(record);
-    std::string failure;
-    try {
-        call(m_exports.GetVideoChannel, index, &record);
-    } catch (const AdapterFailure& refusal) {
-        failure = refusal.what();
-    }
-    if (record.channelID != 0)   // open, even if a later step of the call failed
-        return Channel(m_exports, index, record, failure);
-    if (failure != kEndOfChannels)
-        throw AdapterFailure(failure);
-    return std::nullopt;
-}
-
-// With no channel open, a release fails but closes the boards all the same.
-void Adapter::shutDown() const
-{
-    std::array<char, AIK_ERRSTR_SIZE> expected{};
-    m_exports.ReleaseVideoChannel(expected.data(), 0);
 }
 
 }   // namespace orvo::aikctl

@@ -21,21 +21,20 @@ struct Reading {
     std::string failure;
 };
 
-Reading tryToRead(const Channel& channel, const char* feature)
+Reading tryToRead(const aik::Channel& channel, const char* feature)
 {
     try {
         return {channel.read(feature), ""};
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         return {std::nullopt, failure.what()};
     }
 }
 
-/// The adapter takes this feature's booleans inverted: "True" switches off, every other text switches on.
-std::string inverted(const std::string& name, const std::string& value)
+void writeBoolean(aik::Channel& channel, const std::string& name, const std::string& value)
 {
-    if (value != kTrue && value != kFalse)
-        throw std::runtime_error(name + " is either " + kTrue + " or " + kFalse);
-    return value == kTrue ? kFalse : kTrue;
+    if (value != aik::kTrue && value != aik::kFalse)
+        throw std::runtime_error(name + " is either " + aik::kTrue + " or " + aik::kFalse);
+    channel.write(kBooleanValue, value == aik::kTrue);
 }
 
 // One key of each kind is enough: nobody else sends commands to these cameras.
@@ -72,7 +71,7 @@ bool BoardCameras::open()
 {
     try {
         m_channel->execute("InitializeCameraConnector");
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         if (!failure.isFeatureUnavailable())
             throw;
         return false;
@@ -85,7 +84,7 @@ void BoardCameras::detect()
 {
     try {
         m_channel->execute("Detect");
-    } catch (const AdapterFailure&) {
+    } catch (const aik::Error&) {
         findCameras();
         throw;
     }
@@ -98,7 +97,7 @@ void BoardCameras::close()
         return;
     try {
         m_channel->execute("CloseCameraConnector");
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         if (!failure.isFeatureUnavailable())   // otherwise it was closed before
             throw;
     }
@@ -112,7 +111,7 @@ void BoardCameras::findCameras()
     for (int32_t port = 0; port < std::stoi(*count); ++port) {
         try {
             select(port);
-        } catch (const AdapterFailure&) {
+        } catch (const aik::Error&) {
             continue;   // a gap in the numbers
         }
         if (tryToRead(*m_channel, "CameraName").value)
@@ -124,7 +123,7 @@ void BoardCameras::findCameras()
 
 void BoardCameras::select(int32_t port)
 {
-    m_channel->write("PortIndex", std::to_string(port));
+    m_channel->write("PortIndex", port);
 }
 
 void BoardCameras::startAll()
@@ -150,20 +149,23 @@ void BoardCameras::setParameter(const std::string& name, const std::string& valu
     for (const char* const feature : kValues) {
         Reading reading = tryToRead(*m_channel, feature);
         if (reading.value) {
-            m_channel->write(feature, feature == kBooleanValue ? inverted(name, value) : value);
+            if (feature == kBooleanValue)
+                writeBoolean(*m_channel, name, value);
+            else
+                m_channel->write(feature, value);
             return;
         }
         failure = std::move(reading.failure);
     }
-    throw AdapterFailure(failure);
+    throw aik::Error(failure);
 }
 
 bool BoardCameras::knowsActionCommands() const
 {
     try {
-        m_channel->featureType("EthActionCommand_Send");
+        m_channel->feature("EthActionCommand_Send");
         return true;
-    } catch (const AdapterFailure&) {
+    } catch (const aik::Error&) {
         return false;
     }
 }

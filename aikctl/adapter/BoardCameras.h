@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "aikctl/adapter/Channel.h"
+#include "aik/aik.hpp"
 
 namespace orvo::aikctl {
 
@@ -12,16 +12,16 @@ namespace orvo::aikctl {
 /// channels of a board share them, and nothing tells which port feeds which channel.
 /// Threads: one for all channels of the board. Only sendActionCommand() may run beside image functions of the
 ///          channel.
-/// Throws:  AdapterFailure, from everything that the adapter refuses.
+/// Throws:  aik::Error, from everything that the adapter refuses.
 class BoardCameras {
 public:
     /// The channel outlives this.
-    explicit BoardCameras(Channel& channel) : m_channel(&channel) {}
+    explicit BoardCameras(aik::Channel& channel) : m_channel(&channel) {}
     BoardCameras(BoardCameras&& other) noexcept;
     BoardCameras& operator=(BoardCameras&&) = delete;
     ~BoardCameras();   // closes; a failure is ignored
 
-    const Channel& channel() const { return *m_channel; }
+    const aik::Channel& channel() const { return *m_channel; }
 
     /// Connects every camera that is found, and selects the first one. False if another channel of the board
     /// has connected them; they are then controlled there. If the detection fails, the cameras found until
@@ -53,7 +53,7 @@ public:
 private:
     void findCameras();
 
-    Channel* m_channel;
+    aik::Channel* m_channel;
     bool m_isOpen = false;
     std::vector<int32_t> m_ports;
 };

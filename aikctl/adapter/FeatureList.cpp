@@ -2,44 +2,35 @@
 
 #include <algorithm>
 #include <iterator>
-
-#include "aik/aik.h"
+#include <utility>
 
 namespace orvo::aikctl {
 
 namespace {
 
-constexpr uint32_t kHighestEntry = 255;   // the highest value that an enumeration entry is looked for at
-
 struct TypeRow {
-    uint32_t type;
+    aik::FeatureType type;
     const char* name;
 };
 
 constexpr TypeRow kTypes[] = {
-    {AIK_TYPE_ENUMERATION, "enumeration"}, {AIK_TYPE_INTEGER, "integer"}, {AIK_TYPE_FLOAT, "float"},
-    {AIK_TYPE_COMMAND, "command"},         {AIK_TYPE_BOOLEAN, "boolean"}, {AIK_TYPE_STRING, "string"},
+    {aik::FeatureType::Enumeration, "enumeration"},
+    {aik::FeatureType::Integer, "integer"},
+    {aik::FeatureType::Float, "float"},
+    {aik::FeatureType::Command, "command"},
+    {aik::FeatureType::Boolean, "boolean"},
+    {aik::FeatureType::String, "string"},
 };
 
-std::string typeName(uint32_t type)
+std::string typeName(aik::FeatureType type)
 {
-    const auto* const row = std::find_if(std::begin(kTypes), std::end(kTypes),
-                                         [&](const TypeRow& candidate) { return candidate.type == type; });
+    const auto* const row = std::ranges::find(kTypes, type, &TypeRow::type);
     return row == std::end(kTypes) ? "none" : row->name;
-}
-
-std::vector<std::string> entriesOf(const Channel& channel, const std::string& feature)
-{
-    std::vector<std::string> entries;
-    for (uint32_t value = 0; value <= kHighestEntry; ++value)
-        if (auto entry = channel.enumEntry(feature, value))
-            entries.push_back(std::move(*entry));
-    return entries;
 }
 
 /// A read tells, and changes nothing. So does writing to a command: the adapter refuses it either way, and
 /// the text says why.
-void askForAvailability(Channel& channel, bool isCommand, FeatureDescription& feature)
+void askForAvailability(aik::Channel& channel, bool isCommand, FeatureDescription& feature)
 {
     try {
         if (feature.isReadable)
@@ -49,27 +40,11 @@ void askForAvailability(Channel& channel, bool isCommand, FeatureDescription& fe
         else
             return;
         feature.isAvailable = true;
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         feature.isAvailable = !failure.isFeatureUnavailable();
         if (*feature.isAvailable && !isCommand)
             feature.failure = failure.what();
     }
-}
-
-FeatureDescription describe(Channel& channel, uint32_t number, const std::string& name)
-{
-    const uint32_t type = channel.featureType(name);
-    FeatureDescription feature{};
-    feature.number = number;
-    feature.name = name;
-    feature.type = typeName(type);
-    feature.isReadable = channel.featureAttribute(name, AIK_ATTR_READABLE) == kTrue;
-    feature.isWriteable = channel.featureAttribute(name, AIK_ATTR_WRITEABLE) == kTrue;
-    feature.description = channel.featureAttribute(name, AIK_ATTR_DESCRIPTION);
-    if (type == AIK_TYPE_ENUMERATION)
-        feature.entries = entriesOf(channel, name);
-    askForAvailability(channel, type == AIK_TYPE_COMMAND, feature);
-    return feature;
 }
 
 }   // namespace
@@ -79,15 +54,22 @@ std::string FeatureDescription::access() const
     return std::string(isReadable ? "r" : "-") + (isWriteable ? "w" : "-");
 }
 
-std::vector<FeatureDescription> describeFeatures(Channel& channel)
+std::vector<FeatureDescription> describeFeatures(aik::Channel& channel)
 {
-    std::vector<FeatureDescription> features;
-    for (uint32_t number = 0;; ++number) {
-        const auto name = channel.featureName(number);
-        if (!name)
-            return features;
-        features.push_back(describe(channel, number, *name));
+    std::vector<FeatureDescription> all;
+    for (aik::Feature& feature : channel.features()) {
+        FeatureDescription description{};
+        description.number = static_cast<uint32_t>(all.size());
+        description.name = std::move(feature.name);
+        description.type = typeName(feature.type);
+        description.isReadable = feature.isReadable;
+        description.isWriteable = feature.isWriteable;
+        description.entries = std::move(feature.entries);
+        description.description = std::move(feature.description);
+        askForAvailability(channel, feature.type == aik::FeatureType::Command, description);
+        all.push_back(std::move(description));
     }
+    return all;
 }
 
 }   // namespace orvo::aikctl

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "aikctl/adapter/Channel.h"
+#include "aik/aik.hpp"
 
 namespace orvo::aikctl {
 
@@ -26,7 +26,7 @@ struct FeatureDescription {
     std::string access() const;
 };
 
-/// All features of the channel, in the adapter's order. Changes and executes nothing. Throws AdapterFailure.
-std::vector<FeatureDescription> describeFeatures(Channel& channel);
+/// All features of the channel, in the adapter's order. Changes and executes nothing. Throws aik::Error.
+std::vector<FeatureDescription> describeFeatures(aik::Channel& channel);
 
 }   // namespace orvo::aikctl

@@ -5,7 +5,6 @@
 #include <CLI/CLI.hpp>
 
 #include "aikctl/adapter/BoardCameras.h"
-#include "aikctl/adapter/Channel.h"
 #include "aikctl/console/Console.h"
 
 namespace orvo::aikctl {
@@ -23,19 +22,19 @@ void connectCameras(BoardCameras& cameras, Console& console)
         cameras.connect();
         if (cameras.ports().empty())
             console.note("no camera was found");
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         if (cameras.ports().empty())
             throw;
         console.fail(failure.what());
     }
 }
 
-void releaseAll(std::vector<Channel>& channels, Console& console)
+void releaseAll(std::vector<aik::Channel>& channels, Console& console)
 {
-    for (Channel& channel : channels) {
+    for (aik::Channel& channel : channels) {
         try {
             channel.release();
-        } catch (const AdapterFailure& failure) {
+        } catch (const aik::Error& failure) {
             console.fail("channel " + std::to_string(channel.index()) + ": " + failure.what());
         }
     }

@@ -4,6 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include "aik/aik.hpp"
+
 namespace CLI   // NOLINT(readability-identifier-naming): the library's own name
 {
 class App;
@@ -11,9 +13,7 @@ class App;
 
 namespace orvo::aikctl {
 
-class Adapter;
 class BoardCameras;
-class Channel;
 class Console;
 
 /// The options that all commands have.
@@ -29,7 +29,7 @@ public:
     /// Adds the command's options to its own part of the command line.
     virtual void declare(CLI::App& self) = 0;
     /// Does the work. The failure of a single channel goes to the console; one that ends it all is thrown.
-    virtual void run(const Adapter& adapter, const CommonOptions& common, Console& console) = 0;
+    virtual void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) = 0;
 };
 
 // Each is defined in a file of its own. CommandLine.cpp lists them under their names.
@@ -44,9 +44,9 @@ std::unique_ptr<Command> makeReferenceCommand();
 /// Adds the channel that a command works on, as its first argument.
 void declareChannel(CLI::App& command, int32_t& channel);
 /// Connects the cameras, and tells the console if there is none or if the detection failed after the first.
-/// Throws AdapterFailure if no camera could be connected.
+/// Throws aik::Error if no camera could be connected.
 void connectCameras(BoardCameras& cameras, Console& console);
 /// Closes the channels in their order. A failure goes to the console, and the rest are closed all the same.
-void releaseAll(std::vector<Channel>& channels, Console& console);
+void releaseAll(std::vector<aik::Channel>& channels, Console& console);
 
 }   // namespace orvo::aikctl

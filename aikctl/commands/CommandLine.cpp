@@ -89,7 +89,7 @@ int runCommandLine(int argc, const char* const* argv, Console& console)
         return kMisused;
     }
     try {
-        const Adapter adapter(adapterPath.empty() ? Adapter::defaultPath() : adapterPath);
+        const aik::Adapter adapter = loadAdapter(adapterPath.empty() ? defaultAdapterPath() : adapterPath);
         chosen->run(adapter, common, console);
     } catch (const std::exception& failure) {
         console.fail(failure.what());

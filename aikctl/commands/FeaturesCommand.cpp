@@ -46,7 +46,7 @@ void printTable(const std::vector<FeatureDescription>& features, std::ostream& o
     table.print(out);
 }
 
-nlohmann::ordered_json toJson(const Channel& channel, const std::vector<FeatureDescription>& features)
+nlohmann::ordered_json toJson(const aik::Channel& channel, const std::vector<FeatureDescription>& features)
 {
     using nlohmann::ordered_json;
     ordered_json list = {{"channel", channel.index()}, {"name", channel.name()}};
@@ -74,9 +74,9 @@ public:
         self.add_flag("--camera", m_isWithCamera, "Connect the cameras of the board first");
     }
 
-    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override
+    void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override
     {
-        Channel channel = adapter.open(m_channel);
+        aik::Channel channel = openChannel(adapter, m_channel);
         BoardCameras cameras(channel);
         if (m_isWithCamera)
             connectCameras(cameras, console);

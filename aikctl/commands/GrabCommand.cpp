@@ -8,7 +8,6 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include "aikctl/adapter/Adapter.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/grab/ChannelGrab.h"
@@ -52,12 +51,12 @@ std::string progressText(uint64_t fetched, uint64_t wanted)
 class GrabCommand : public Command {
 public:
     void declare(CLI::App& self) override;
-    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override;
+    void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override;
 
 private:
     using Grabs = std::deque<ChannelGrab>;   // a deque never moves its elements
 
-    void choose(std::vector<Channel>& channels, const PictureFolder& folder, Grabs& grabs) const;
+    void choose(std::vector<aik::Channel>& channels, const PictureFolder& folder, Grabs& grabs) const;
     void fetch(Grabs& grabs, GrabCameras& cameras, Console& console) const;
     void showProgress(const Grabs& grabs, Console& console) const;
 
@@ -108,12 +107,12 @@ void GrabCommand::declare(CLI::App& self)
     self.add_flag("--progress", m_isShowingProgress, "Show progress even if standard error is no terminal");
 }
 
-void GrabCommand::run(const Adapter& adapter, const CommonOptions& common, Console& console)
+void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, Console& console)
 {
     m_options.timeout = std::chrono::duration<double>(m_timeoutSeconds);
     m_options.isTimed = m_cameraOptions.isByActionCommand;
     const PictureFolder folder(m_folder, m_isOverwriting);
-    std::vector<Channel> channels = adapter.openAll();
+    std::vector<aik::Channel> channels = adapter.openAll();
 
     Grabs grabs;
     choose(channels, folder, grabs);
@@ -146,7 +145,7 @@ void GrabCommand::run(const Adapter& adapter, const CommonOptions& common, Conso
         report.printTable(console.out());
 }
 
-void GrabCommand::choose(std::vector<Channel>& channels, const PictureFolder& folder, Grabs& grabs) const
+void GrabCommand::choose(std::vector<aik::Channel>& channels, const PictureFolder& folder, Grabs& grabs) const
 {
     if (channels.empty())
         throw std::runtime_error("There is no channel: the adapter found no board");

@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "aikctl/adapter/Adapter.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/console/Table.h"
@@ -11,11 +10,11 @@ namespace orvo::aikctl {
 
 namespace {
 
-nlohmann::ordered_json toJson(const Adapter& adapter, const std::vector<Channel>& channels)
+nlohmann::ordered_json toJson(const aik::Adapter& adapter, const std::vector<aik::Channel>& channels)
 {
-    nlohmann::ordered_json list = {{"adapter", adapter.path()}};
+    nlohmann::ordered_json list = {{"adapter", adapter.path().string()}};
     auto& entries = list["channels"] = nlohmann::ordered_json::array();
-    for (const Channel& channel : channels)
+    for (const aik::Channel& channel : channels)
         entries.push_back({{"channel", channel.index()},
                            {"name", channel.name()},
                            {"width", channel.width()},
@@ -25,18 +24,18 @@ nlohmann::ordered_json toJson(const Adapter& adapter, const std::vector<Channel>
     return list;
 }
 
-void printTable(const Adapter& adapter, const std::vector<Channel>& channels, std::ostream& out)
+void printTable(const aik::Adapter& adapter, const std::vector<aik::Channel>& channels, std::ostream& out)
 {
-    out << "adapter  " << adapter.path() << "\n\n";
+    out << "adapter  " << adapter.path().string() << "\n\n";
     Table table({"channel", "name", "size", "board"});
-    for (const Channel& channel : channels)
+    for (const aik::Channel& channel : channels)
         table.add({std::to_string(channel.index()), channel.name(),
                    channel.failure().empty()
                        ? std::to_string(channel.width()) + " x " + std::to_string(channel.height())
                        : "failed",
                    channel.boardText()});
     table.print(out);
-    for (const Channel& channel : channels)
+    for (const aik::Channel& channel : channels)
         if (!channel.failure().empty())
             out << "channel " << channel.index() << " failed: " << channel.failure() << '\n';
 }
@@ -46,9 +45,9 @@ class ListCommand : public Command {
 public:
     void declare(CLI::App& /*self*/) override {}
 
-    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override
+    void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override
     {
-        std::vector<Channel> channels = adapter.openAll();
+        std::vector<aik::Channel> channels = adapter.openAll();
         if (common.json)
             console.print(toJson(adapter, channels));
         else if (channels.empty())

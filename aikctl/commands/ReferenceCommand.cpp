@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "aikctl/adapter/Adapter.h"
 #include "aikctl/adapter/BoardCameras.h"
 #include "aikctl/adapter/FeatureList.h"
 #include "aikctl/commands/Command.h"
@@ -71,7 +70,7 @@ std::string asCell(const std::vector<std::string>& entries)
 /// The page, made from one working channel of each kind.
 class Reference {
 public:
-    void add(Channel& channel)
+    void add(aik::Channel& channel)
     {
         BoardCameras cameras(channel);
         Kind& kind = m_kinds.at(cameras.knowsActionCommands() ? 0 : 1);
@@ -133,11 +132,11 @@ class ReferenceCommand : public Command {
 public:
     void declare(CLI::App& /*self*/) override {}
 
-    void run(const Adapter& adapter, const CommonOptions& /*common*/, Console& console) override
+    void run(const aik::Adapter& adapter, const CommonOptions& /*common*/, Console& console) override
     {
-        std::vector<Channel> channels = adapter.openAll();
+        std::vector<aik::Channel> channels = adapter.openAll();
         Reference reference;
-        for (Channel& channel : channels)
+        for (aik::Channel& channel : channels)
             if (channel.failure().empty())
                 reference.add(channel);
         reference.requireAllKinds();

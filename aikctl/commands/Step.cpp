@@ -83,7 +83,7 @@ std::vector<Step> parseSteps(const std::vector<std::string>& words)
     return steps;
 }
 
-std::optional<std::string> carryOut(const Step& step, Channel& channel)
+std::optional<std::string> carryOut(const Step& step, aik::Channel& channel)
 {
     switch (step.kind) {
     case Step::Kind::Get:

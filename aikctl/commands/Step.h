@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "aikctl/adapter/Channel.h"
+#include "aik/aik.hpp"
 
 namespace orvo::aikctl {
 
@@ -37,8 +37,8 @@ std::string describeSteps();
 /// sense.
 std::vector<Step> parseSteps(const std::vector<std::string>& words);
 
-/// Does it; returns what a get has read. Throws AdapterFailure.
-std::optional<std::string> carryOut(const Step& step, Channel& channel);
+/// Does it; returns what a get has read. Throws aik::Error.
+std::optional<std::string> carryOut(const Step& step, aik::Channel& channel);
 
 /// The feature that holds the key for `feature`, which reaches a parameter by key; empty if it needs no key.
 std::string keyFeatureOf(const std::string& feature);

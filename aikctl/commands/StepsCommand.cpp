@@ -20,12 +20,12 @@ namespace {
 class StepsCommand : public Command {
 public:
     void declare(CLI::App& self) override;
-    void run(const Adapter& adapter, const CommonOptions& common, Console& console) override;
+    void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override;
 
 private:
     void settle();
     void insertKey();
-    std::optional<std::string> carryOutStep(const Step& step, Channel& channel) const;
+    std::optional<std::string> carryOutStep(const Step& step, aik::Channel& channel) const;
 
     std::string m_name;
     bool m_isSingle = false;
@@ -86,9 +86,9 @@ void StepsCommand::insertKey()
         throw std::runtime_error("--key " + m_key + " is for none of the features");
 }
 
-void StepsCommand::run(const Adapter& adapter, const CommonOptions& common, Console& console)
+void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common, Console& console)
 {
-    Channel channel = adapter.open(m_channel);
+    aik::Channel channel = openChannel(adapter, m_channel);
     BoardCameras cameras(channel);
     auto readings = nlohmann::ordered_json::array();
     try {
@@ -115,11 +115,11 @@ void StepsCommand::run(const Adapter& adapter, const CommonOptions& common, Cons
 }
 
 /// Throws runtime_error that names the step.
-std::optional<std::string> StepsCommand::carryOutStep(const Step& step, Channel& channel) const
+std::optional<std::string> StepsCommand::carryOutStep(const Step& step, aik::Channel& channel) const
 {
     try {
         return carryOut(step, channel);
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         const bool isCameraMissing = failure.isFeatureUnavailable() && !m_isWithCamera;
         throw std::runtime_error(
             step.text() + ": " + failure.what() +

@@ -29,11 +29,8 @@ uint64_t lostByOverflow(std::string_view failure)
 
 }   // namespace
 
-ChannelGrab::ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder)
-    : m_channel(channel),
-      m_options(options),
-      m_folder(folder),
-      m_reader(channel, options.isPlanar, options.isTimed)
+ChannelGrab::ChannelGrab(aik::Channel& channel, const GrabOptions& options, const PictureFolder& folder)
+    : m_channel(channel), m_options(options), m_folder(folder)
 {
     m_result.failure = channel.failure();
 }
@@ -54,7 +51,6 @@ void ChannelGrab::prepare()
         if (m_options.isPlanar)
             m_channel.write("Transformation", "RGB8PackedToPlanar");
         m_channel.setup();
-        m_reader.allocate();
     } catch (const std::bad_alloc&) {
         fail("There is no memory for a picture of " + std::to_string(m_channel.width()) + " x " +
              std::to_string(m_channel.height()));
@@ -70,7 +66,7 @@ void ChannelGrab::start()
     try {
         m_channel.start();
         m_isRunning = true;
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         fail(failure.what());
     }
 }
@@ -104,7 +100,7 @@ void ChannelGrab::stop()
         return;
     try {
         m_channel.stop();
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         // Stopping another channel of the same applet process has stopped this one, too. Nothing tells
         // beforehand which channels share a process.
         if (failure.what() != kNotRunning)
@@ -115,11 +111,12 @@ void ChannelGrab::stop()
 void ChannelGrab::fetchAll(const std::function<void()>& onNews)
 {
     const auto timeout = std::chrono::duration_cast<Clock::duration>(m_options.timeout);
+    const auto timestamp = m_options.isTimed ? aik::Timestamp::Wanted : aik::Timestamp::NotWanted;
     try {
         auto deadline = Clock::now() + timeout;
         while (m_fetched < m_options.count && !m_isAskedToEnd) {
-            if (const auto image = m_reader.next()) {
-                take(*image);
+            if (const auto picture = m_channel.grab(timestamp)) {
+                take(*picture);
                 onNews();
                 deadline = Clock::now() + timeout;   // the time that saving took is not waiting time
             } else if (Clock::now() >= deadline) {
@@ -134,11 +131,12 @@ void ChannelGrab::fetchAll(const std::function<void()>& onNews)
         account();
 }
 
-void ChannelGrab::take(Image image)
+void ChannelGrab::take(const aik::Picture& picture)
 {
     const auto now = Clock::now();
-    if (const auto timestamp = m_reader.timestamp())
-        m_result.timestamps.push_back(*timestamp);
+    m_last = picture;
+    if (picture.timestamp)
+        m_result.timestamps.push_back(*picture.timestamp);
     if (++m_fetched == 1)
         m_firstTime = now;
     const std::chrono::duration<double> sinceFirst = now - m_firstTime;
@@ -147,12 +145,12 @@ void ChannelGrab::take(Image image)
     if (m_fetched == m_options.count)
         account();   // now, since more pictures come while the last one is saved
 
-    if (!m_reader.pixelCode()) {
-        m_waiting.emplace_back(image.begin(), image.end());
+    if (!picture.format) {
+        m_waiting.emplace_back(picture.bytes.begin(), picture.bytes.end());
         return;
     }
     saveWaiting();
-    save(image);
+    save(picture.bytes);
 }
 
 void ChannelGrab::saveWaiting()
@@ -164,10 +162,9 @@ void ChannelGrab::saveWaiting()
 
 void ChannelGrab::save(Image image)
 {
-    const auto code = m_reader.pixelCode();
-    const PixelFormat* const format = findPixelFormat(code, m_reader.bytesPerPixel(), m_options.isPlanar);
+    const PixelFormat* const format = findPixelFormat(m_last.format, m_last.bytesPerPixel, m_last.isPlanar);
     if (m_result.pictures == 0) {
-        m_result.format = describePixelFormat(code, m_reader.bytesPerPixel(), m_options.isPlanar);
+        m_result.format = describePixelFormat(m_last.format, m_last.bytesPerPixel, m_last.isPlanar);
         if (!format && !m_options.isRaw)
             m_result.note = "saved raw, for no PNG can show this: " + m_result.format;
     }
@@ -187,7 +184,7 @@ void ChannelGrab::account()
         const uint64_t counted = leadingNumber(m_channel.read("FrameCountSinceLastStart"));
         if (counted > m_fetched)
             m_result.lost = counted - m_fetched;
-    } catch (const AdapterFailure& failure) {
+    } catch (const aik::Error& failure) {
         fail(failure.what());
     }
     m_result.lost += lostByOverflow(m_result.failure);

@@ -9,8 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "aikctl/adapter/Channel.h"
-#include "aikctl/grab/ImageReader.h"
+#include "aik/aik.hpp"
 #include "aikctl/pictures/PictureFolder.h"
 
 namespace orvo::aikctl {
@@ -42,7 +41,7 @@ struct GrabResult {
 class ChannelGrab {
 public:
     /// Copies the options. Channel and folder outlive the grab.
-    ChannelGrab(Channel& channel, const GrabOptions& options, const PictureFolder& folder);
+    ChannelGrab(aik::Channel& channel, const GrabOptions& options, const PictureFolder& folder);
     ChannelGrab(const ChannelGrab&) = delete;
     ChannelGrab& operator=(const ChannelGrab&) = delete;
     ~ChannelGrab();
@@ -58,7 +57,7 @@ public:
     void join();
     void stop();
 
-    Channel& channel() const { return m_channel; }
+    aik::Channel& channel() const { return m_channel; }
     uint64_t fetched() const { return m_fetched; }
     bool isDone() const { return m_isDone; }
     const GrabResult& result() const { return m_result; }   // after join()
@@ -68,13 +67,13 @@ private:
     using Image = std::span<const uint8_t>;
 
     void fetchAll(const std::function<void()>& onNews);
-    void take(Image image);
+    void take(const aik::Picture& picture);
     void save(Image image);
     void saveWaiting();
     void account();
     void fail(const std::string& text);
 
-    Channel& m_channel;
+    aik::Channel& m_channel;
     const GrabOptions m_options;
     const PictureFolder& m_folder;
     bool m_isRunning = false;
@@ -84,8 +83,8 @@ private:
     std::atomic<bool> m_isDone{false};
 
     // Used by the fetching thread alone from fetch() to join().
-    ImageReader m_reader;
-    std::vector<std::vector<uint8_t>> m_waiting;   // a few, fetched before the pixel code was known
+    aik::Picture m_last;                           // how to read the bytes, its own and those that wait
+    std::vector<std::vector<uint8_t>> m_waiting;   // a few, fetched before the format was known
     Clock::time_point m_firstTime;
     GrabResult m_result;
 };

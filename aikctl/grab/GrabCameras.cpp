@@ -7,7 +7,7 @@
 
 namespace orvo::aikctl {
 
-void GrabCameras::connect(Channel& channel)
+void GrabCameras::connect(aik::Channel& channel)
 {
     if (m_options.areLeftAlone || !channel.failure().empty())
         return;

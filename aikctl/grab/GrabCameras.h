@@ -28,7 +28,7 @@ public:
     /// Both outlive this.
     GrabCameras(const CameraOptions& options, Console& console) : m_options(options), m_console(console) {}
 
-    void connect(Channel& channel);
+    void connect(aik::Channel& channel);
     void start();
     /// Sends an action command on each board.
     void shoot();
