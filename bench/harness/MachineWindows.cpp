@@ -1,0 +1,123 @@
+#include <windows.h>
+
+#include <atomic>
+#include <cstdlib>
+
+#include "bench/harness/Machine.h"
+
+namespace orvo::bench {
+
+namespace {
+
+std::atomic<bool> g_isCounting{false};
+std::atomic<uint64_t> g_count{0};
+
+void count()
+{
+    if (g_isCounting.load(std::memory_order_relaxed))
+        g_count.fetch_add(1, std::memory_order_relaxed);
+}
+
+void* countedMalloc(size_t size)
+{
+    count();
+    return std::malloc(size);
+}
+
+void* countedCalloc(size_t number, size_t size)
+{
+    count();
+    return std::calloc(number, size);
+}
+
+void* countedRealloc(void* block, size_t size)
+{
+    count();
+    return std::realloc(block, size);
+}
+
+void* WINAPI countedHeapAlloc(HANDLE heap, DWORD flags, SIZE_T size)
+{
+    count();
+    return HeapAlloc(heap, flags, size);
+}
+
+struct Replacement {
+    const char* library;
+    const char* name;
+    void* counted;
+};
+
+const Replacement kReplacements[] = {
+    {"msvcrt.dll", "malloc", reinterpret_cast<void*>(countedMalloc)},
+    {"msvcrt.dll", "calloc", reinterpret_cast<void*>(countedCalloc)},
+    {"msvcrt.dll", "realloc", reinterpret_cast<void*>(countedRealloc)},
+    {"kernel32.dll", "HeapAlloc", reinterpret_cast<void*>(countedHeapAlloc)},
+};
+
+uint64_t asNumber(const void* address)
+{
+    return reinterpret_cast<uint64_t>(address);
+}
+
+void replace(IMAGE_THUNK_DATA& import)
+{
+    for (const Replacement& replacement : kReplacements) {
+        const auto original = GetProcAddress(GetModuleHandleA(replacement.library), replacement.name);
+        if (import.u1.Function != asNumber(reinterpret_cast<const void*>(original)))
+            continue;
+        DWORD protection = 0;
+        VirtualProtect(&import, sizeof import, PAGE_READWRITE, &protection);
+        import.u1.Function = asNumber(replacement.counted);
+        VirtualProtect(&import, sizeof import, protection, &protection);
+        return;
+    }
+}
+
+}   // namespace
+
+const char* const kPlatform = "windows";
+
+double cpuNanoseconds()
+{
+    FILETIME created{};
+    FILETIME ended{};
+    FILETIME kernel{};
+    FILETIME user{};
+    GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
+    const auto hundreds = [](const FILETIME& time) {
+        return static_cast<double>((uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime);
+    };
+    return (hundreds(kernel) + hundreds(user)) * 100;
+}
+
+AllocationCount::AllocationCount()
+{
+    g_count = 0;
+    g_isCounting = true;
+}
+
+AllocationCount::~AllocationCount()
+{
+    g_isCounting = false;
+}
+
+uint64_t AllocationCount::soFar() const
+{
+    return g_count;
+}
+
+void countAllocationsOf(void* library)
+{
+    auto* const base = static_cast<uint8_t*>(library);
+    const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+    const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    for (auto* entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
+         entry->Name; ++entry)
+        for (auto* import = reinterpret_cast<IMAGE_THUNK_DATA*>(base + entry->FirstThunk);
+             import->u1.Function; ++import)
+            replace(*import);
+}
+
+}   // namespace orvo::bench
