@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "os/Os.h"
+#include "os/PathText.h"
 #include "sim/json/Json.h"
 
 namespace orvo::sim {
@@ -51,13 +52,13 @@ void Simulator::endSession()
         write(m_boards.journalPath, m_journal.text(FunctionFilter(""), 0));
 }
 
-void Simulator::write(const std::string& path, const std::string& text)
+void Simulator::write(const std::filesystem::path& path, const std::string& text)
 {
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();
     if (!file)
-        say(path + ": cannot be written");
+        say(os::textOf(path) + ": cannot be written");
 }
 
 bool Simulator::findBoard(uint32_t index, BoardDescription& board) const
