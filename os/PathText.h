@@ -13,4 +13,7 @@ std::filesystem::path pathOf(const std::string& text);
 /// The path in the process's code page. What that page can't show becomes what the system puts in its place.
 std::string textOf(const std::filesystem::path& path);
 
+/// The path that an environment variable holds; empty if it isn't set.
+std::filesystem::path pathVariable(const std::string& name);
+
 }   // namespace orvo::os

@@ -1,5 +1,7 @@
 #include "os/PathText.h"
 
+#include "os/Os.h"
+
 namespace orvo::os {
 
 std::filesystem::path pathOf(const std::string& text)
@@ -10,6 +12,11 @@ std::filesystem::path pathOf(const std::string& text)
 std::string textOf(const std::filesystem::path& path)
 {
     return path.native();
+}
+
+std::filesystem::path pathVariable(const std::string& name)
+{
+    return environmentVariable(name);
 }
 
 }   // namespace orvo::os

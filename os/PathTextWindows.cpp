@@ -23,4 +23,14 @@ std::string textOf(const std::filesystem::path& path)
     return text;
 }
 
+// Wide, since Wine 8 cuts the narrow value at its wide length when the code page is UTF-8.
+std::filesystem::path pathVariable(const std::string& name)
+{
+    const std::wstring wideName = pathOf(name).native();
+    const DWORD size = GetEnvironmentVariableW(wideName.c_str(), nullptr, 0);
+    std::wstring value(size, L'\0');
+    value.resize(size ? GetEnvironmentVariableW(wideName.c_str(), value.data(), size) : 0);
+    return value;
+}
+
 }   // namespace orvo::os

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <fstream>
 
-#include "os/Os.h"
 #include "os/PathText.h"
 #include "sim/json/Json.h"
 
@@ -33,7 +32,7 @@ void Simulator::readBoardsFile()
 {
     m_boards = BoardsFile::builtIn();
     m_boardsFileError.clear();
-    const std::string path = os::environmentVariable("ORVO_SIM_BOARDS");
+    const std::string path = os::textOf(os::pathVariable("ORVO_SIM_BOARDS"));
     if (path.empty())
         return;
     try {
