@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "os/Os.h"
+#include "os/PathText.h"
 #include "sim/brdlib5/ParameterDescription.h"
 #include "sim/json/Json.h"
 #include "sim/pictures/PlayedFolder.h"
@@ -59,7 +60,7 @@ uint32_t settled(const std::string& place, std::optional<uint32_t> given, uint32
 std::string fileBesideThisLibrary(const char* name)
 {
     const std::string own = os::modulePath(reinterpret_cast<const void*>(&boardNameOf));
-    return (std::filesystem::path(own).parent_path() / name).string() + os::kLibraryEnding;
+    return os::textOf(os::pathOf(own).parent_path() / name) + os::kLibraryEnding;
 }
 
 /// Turns an applet file into an Applet. What the file says of DMA ports on its top level holds for all of
@@ -92,7 +93,7 @@ private:
 
     const std::string m_path;
     const int32_t m_boardType;
-    std::map<std::string, std::shared_ptr<const PlayedFolder>> m_folders;   // each is read once
+    std::map<std::filesystem::path, std::shared_ptr<const PlayedFolder>> m_folders;   // each is read once
     std::set<uint32_t> m_dmaIds;
     int32_t m_nextCameraPort = 0;
 };
@@ -151,7 +152,7 @@ void AppletReader::readPictures(const JsonValue& source, PictureChoice& pictures
     }
     JsonObject object = source.object();
     const JsonValue folder = object.need("folder");
-    const std::string path = pathBeside(m_path, folder.text());
+    const std::filesystem::path path = pathBeside(m_path, folder);
     if (const auto fit = object.find("fit")) {
         pictures.cropped = fit->text() == "crop";
         if (!pictures.cropped && fit->text() != "scale")
@@ -278,7 +279,7 @@ void AppletReader::readOwnFile(JsonObject& object, Applet& applet) const
         applet.info = info->isNull() ? 0 : static_cast<int32_t>(info->integer(-kMostInfo, kMostInfo));
     }
     if (const auto file = object.find("file"))
-        applet.file = pathBeside(m_path, file->text());
+        applet.file = os::textOf(pathBeside(m_path, *file));
 }
 
 }   // namespace

@@ -13,6 +13,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "os/PathText.h"
+
 namespace orvo::sim {
 
 namespace {
@@ -55,7 +57,7 @@ using nlohmann::json;
 
 std::string contentOf(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(os::pathOf(path), std::ios::binary);
     std::string content;
     std::array<char, 65'536> part{};
     while (file.read(part.data(), part.size()) || file.gcount() > 0)
@@ -252,9 +254,10 @@ std::string knownNames(std::string_view wanted, const std::vector<std::string_vi
     return text;
 }
 
-std::string pathBeside(const std::string& file, const std::string& path)
+std::filesystem::path pathBeside(const std::string& file, const JsonValue& path)
 {
-    return (std::filesystem::path(file).parent_path() / path).string();
+    const std::string& text = path.text();
+    return os::pathOf(file).parent_path() / std::u8string(text.begin(), text.end());
 }
 
 }   // namespace orvo::sim

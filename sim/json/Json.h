@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -74,8 +75,8 @@ private:
     std::vector<std::string> m_known;   // in the order of asking
 };
 
-/// Reads the file at `path`, which must hold one JSON object, and hands it to `read`; members that `read` did
-/// not ask for are refused. Comments in the manner of C are allowed. Throws JsonError, its text beginning
+/// Reads the file at `path`, in the process's code page, and hands it to `read`. It must hold one JSON object in
+/// UTF-8, without members that `read` didn't ask for. Comments in the manner of C are allowed. Throws JsonError, its text beginning
 /// with the path: for a file that can't be read, for a syntax error with line and column, for a key that
 /// appears twice in one object, and for whatever `read` throws as JsonError.
 void readJsonFile(const std::string& path, const std::function<void(JsonObject&)>& read);
@@ -84,7 +85,8 @@ void readJsonFile(const std::string& path, const std::function<void(JsonObject&)
 /// many.
 std::string knownNames(std::string_view wanted, const std::vector<std::string_view>& names);
 
-/// `path` as the file at `file` means it: a relative path starts from that file's folder.
-std::string pathBeside(const std::string& file, const std::string& path);
+/// The path that stands in the file at `file`: a relative one starts from that file's folder. `file` is in the
+/// process's code page, what stands in it in UTF-8.
+std::filesystem::path pathBeside(const std::string& file, const JsonValue& path);
 
 }   // namespace orvo::sim

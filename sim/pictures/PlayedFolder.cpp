@@ -15,6 +15,8 @@
 #include <stb/stb_image.h>
 #include <stb/stb_image_resize.h>
 
+#include "os/PathText.h"
+
 namespace orvo::sim {
 
 namespace {
@@ -23,7 +25,7 @@ struct FreeImage {
     void operator()(stbi_us* samples) const { stbi_image_free(samples); }
 };
 
-std::string contentOf(const std::string& path)
+std::string contentOf(const std::filesystem::path& path)
 {
     const std::ifstream file(path, std::ios::binary);
     std::ostringstream content;
@@ -42,42 +44,42 @@ constexpr std::array<std::string_view, 5> kEndings = {".png", ".jpg", ".jpeg", "
 
 bool isPicture(const std::filesystem::path& file)
 {
-    std::string ending = file.extension().string();
+    std::string ending = os::textOf(file.extension());
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return std::find(kEndings.begin(), kEndings.end(), ending) != kEndings.end();
 }
 
-std::vector<std::string> picturesIn(const std::string& path)
+std::vector<std::filesystem::path> picturesIn(const std::filesystem::path& path)
 {
     std::error_code error;
-    std::vector<std::string> files;
+    std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(path, error))
         if (isPicture(entry.path()))
-            files.push_back(entry.path().string());
+            files.push_back(entry.path());
     if (error)
-        throw std::runtime_error(path + ": is no folder that can be read");
+        throw std::runtime_error(os::textOf(path) + ": is no folder that can be read");
     if (files.empty())
-        throw std::runtime_error(path + ": holds no PNG, JPEG, PGM or PPM picture");
+        throw std::runtime_error(os::textOf(path) + ": holds no PNG, JPEG, PGM or PPM picture");
     std::sort(files.begin(), files.end());
     return files;
 }
 
 }   // namespace
 
-Photo Photo::read(const std::string& path)
+Photo Photo::read(const std::filesystem::path& path)
 {
     const std::string content = contentOf(path);
     const auto* bytes = reinterpret_cast<const stbi_uc*>(content.data());
     const int size = static_cast<int>(content.size());
     int width = 0, height = 0, channels = 0;
     if (!stbi_info_from_memory(bytes, size, &width, &height, &channels))
-        throw std::runtime_error(path + ": is no PNG, JPEG, PGM or PPM picture");
+        throw std::runtime_error(os::textOf(path) + ": is no PNG, JPEG, PGM or PPM picture");
     const int wanted = channels <= 2 ? 1 : 3;   // transparency is left out
     const std::unique_ptr<stbi_us, FreeImage> samples(
         stbi_load_16_from_memory(bytes, size, &width, &height, &channels, wanted));
     if (!samples)
-        throw std::runtime_error(path + ": is a damaged picture (" + stbi_failure_reason() + ")");
+        throw std::runtime_error(os::textOf(path) + ": is a damaged picture (" + stbi_failure_reason() + ")");
 
     Photo photo;
     photo.m_width = static_cast<uint32_t>(width);
@@ -113,9 +115,9 @@ Photo Photo::scaledTo(uint32_t width, uint32_t height) const
     return scaled;
 }
 
-PlayedFolder::PlayedFolder(const std::string& path)
+PlayedFolder::PlayedFolder(const std::filesystem::path& path)
 {
-    for (const std::string& file : picturesIn(path))
+    for (const std::filesystem::path& file : picturesIn(path))
         m_photos.push_back(Photo::read(file));
 }
 

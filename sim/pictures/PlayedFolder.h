@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "sim/pictures/BoardFormat.h"
@@ -14,7 +14,7 @@ namespace orvo::sim {
 class Photo {
 public:
     /// Reads the file at `path`. Throws std::runtime_error with the path and what is wrong with it.
-    static Photo read(const std::string& path);
+    static Photo read(const std::filesystem::path& path);
 
     uint32_t width() const { return m_width; }
     uint32_t height() const { return m_height; }
@@ -37,7 +37,7 @@ class PlayedFolder {
 public:
     /// Reads all files that end in .png, .jpg, .jpeg, .pgm or .ppm, in any case. Throws std::runtime_error
     /// for a folder that can't be read or holds none, and for the first picture that can't be read.
-    explicit PlayedFolder(const std::string& path);
+    explicit PlayedFolder(const std::filesystem::path& path);
 
     /// At least one.
     const std::vector<Photo>& photos() const { return m_photos; }

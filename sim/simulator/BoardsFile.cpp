@@ -234,9 +234,9 @@ BoardsFile::ScriptedCall scriptedCall(const JsonValue& entry)
     return scripted;
 }
 
-std::string pathOr(const std::optional<JsonValue>& value, const std::string& file)
+std::filesystem::path pathIn(const std::string& file, const std::optional<JsonValue>& value)
 {
-    return value ? pathBeside(file, value->text()) : std::string();
+    return value ? pathBeside(file, *value) : std::filesystem::path();
 }
 
 }   // namespace
@@ -260,8 +260,8 @@ BoardsFile BoardsFile::read(const std::string& path)
         object.need("boards").eachEntry([&](const JsonValue& entry) { readBoard(entry, file); });
         if (const auto calls = object.find("script"))
             calls->eachEntry([&](const JsonValue& entry) { file.script.push_back(scriptedCall(entry)); });
-        file.ledgerPath = pathOr(object.find("ledger"), path);
-        file.journalPath = pathOr(object.find("journal"), path);
+        file.ledgerPath = pathIn(path, object.find("ledger"));
+        file.journalPath = pathIn(path, object.find("journal"));
         const auto quiet = object.find("quiet");
         file.isQuiet = quiet && quiet->boolean();
     });

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,8 +26,8 @@ struct BoardsFile {
     std::array<std::optional<BoardDescription>, kMostBoards> boards;
     std::array<std::vector<CameraDescription>, kMostBoards> cameras;   // one a port
     std::vector<ScriptedCall> script;
-    std::string ledgerPath;    // empty: not written
-    std::string journalPath;   // empty: not written
+    std::filesystem::path ledgerPath;    // empty: not written
+    std::filesystem::path journalPath;   // empty: not written
     bool isQuiet = false;
 
     /// One board of each camera family, with a camera at each port that an applet without more has.

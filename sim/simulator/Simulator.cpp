@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "os/Os.h"
+#include "os/PathText.h"
 #include "sim/json/Json.h"
 
 namespace orvo::sim {
@@ -32,7 +32,7 @@ void Simulator::readBoardsFile()
 {
     m_boards = BoardsFile::builtIn();
     m_boardsFileError.clear();
-    const std::string path = os::environmentVariable("ORVO_SIM_BOARDS");
+    const std::string path = os::textOf(os::pathVariable("ORVO_SIM_BOARDS"));
     if (path.empty())
         return;
     try {
@@ -51,13 +51,13 @@ void Simulator::endSession()
         write(m_boards.journalPath, m_journal.text(FunctionFilter(""), 0));
 }
 
-void Simulator::write(const std::string& path, const std::string& text)
+void Simulator::write(const std::filesystem::path& path, const std::string& text)
 {
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();
     if (!file)
-        say(path + ": cannot be written");
+        say(os::textOf(path) + ": cannot be written");
 }
 
 bool Simulator::findBoard(uint32_t index, BoardDescription& board) const

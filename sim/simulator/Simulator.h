@@ -3,6 +3,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -79,7 +80,7 @@ private:
 
     static void trigger(const std::vector<SimulatedCamera*>& cameras, const ActionCommand& command);
     void readBoardsFile();
-    void write(const std::string& path, const std::string& text);
+    void write(const std::filesystem::path& path, const std::string& text);
 
     Journal m_journal;
     Script m_script;

@@ -1,9 +1,13 @@
+#include <array>
+#include <bit>
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <tuple>
 
 #include <gmock/gmock.h>
 
+#include "os/PathText.h"
 #include "tests/sim/SimulatedBoards.h"
 
 namespace orvo::test {
@@ -108,6 +112,29 @@ TEST_F(SimulatedBoards, AreReadAnewForEachSession)
     useBoardsFile(machine.folder().string());
     EXPECT_FALSE(open(0));
     EXPECT_THAT(lastError(), testing::EndsWith("cannot be read"));
+}
+
+TEST_F(SimulatedBoards, TakePathsInTheCodePageOfTheProcessAndInUtf8FromFiles)
+{
+    const std::filesystem::path folder = machine.folder() / u8"Prüf";
+    const std::filesystem::path film = folder / u8"Größe";
+    std::filesystem::create_directories(film);
+    std::ofstream(film / u8"ä.pgm") << "P5 2 1 255 dd";
+    std::ofstream(folder / "boards.json") << R"({"boards": [{"index": 0, "type": 2897}],
+        "ledger": "Größe/ledger.json", "journal": "Größe/journal.txt"})";
+    std::ofstream(folder / "applet.hap") << R"({"source": {"folder": "Größe"}, "file": "Größe/a"})";
+    useBoardsFile(os::textOf(folder / "boards.json"));
+    beginSession();
+    void* const board = Brd_InitEx(os::textOf(folder / "applet.hap").c_str(), 0, 0);
+    ASSERT_TRUE(board) << lastError();
+    EXPECT_EQ(2u, parameter(board, 100)) << "as wide as the picture of the folder";
+    std::array<char, 1024> file{};
+    uint32_t length = file.size();
+    EXPECT_EQ(0, Brd_getSystemInformation(board, 1300, 0, 0, file.data(), &length));
+    EXPECT_EQ(os::textOf(folder / u8"Größe/a"), file.data());
+    endSession();
+    EXPECT_TRUE(std::filesystem::exists(film / "ledger.json"));
+    EXPECT_TRUE(std::filesystem::exists(film / "journal.txt"));
 }
 
 }   // namespace
