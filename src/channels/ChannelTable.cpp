@@ -92,7 +92,7 @@ std::weak_ptr<VideoChannel> ChannelTable::open(int64_t id)
     return m_openChannels[id] = channel->second;
 }
 
-std::weak_ptr<VideoChannel> ChannelTable::openChannel(int64_t id) const
+const std::weak_ptr<VideoChannel>& ChannelTable::openChannel(int64_t id) const
 {
     const auto channel = m_openChannels.find(id);
     if (channel == m_openChannels.end())

@@ -36,7 +36,7 @@ public:
     /// Throws AIKException if the id is open already or was never handed out.
     std::weak_ptr<VideoChannel> open(int64_t id);
     /// Throws AIKException if the id isn't open.
-    std::weak_ptr<VideoChannel> openChannel(int64_t id) const;
+    const std::weak_ptr<VideoChannel>& openChannel(int64_t id) const;
     /// Ignores an id that isn't open.
     void close(int64_t id) { m_openChannels.erase(id); }
     size_t openCount() const { return m_openChannels.size(); }

@@ -6,26 +6,44 @@
 
 namespace orvo::cognex {
 
+void BufferQueue::push(std::weak_ptr<Buffer> buffer)
+{
+    if (m_buffers.size() == m_buffers.capacity()) {
+        m_buffers.erase(m_buffers.begin(), oldest());
+        m_oldest = 0;
+    }
+    m_buffers.push_back(std::move(buffer));
+}
+
 std::weak_ptr<Buffer> BufferQueue::popFront()
 {
-    std::weak_ptr<Buffer> oldest = std::move(m_buffers.front());
-    m_buffers.erase(m_buffers.begin());
-    return oldest;
+    std::weak_ptr<Buffer> popped = std::move(m_buffers[m_oldest]);
+    if (++m_oldest == m_buffers.size())
+        clear();
+    return popped;
 }
 
 std::weak_ptr<Buffer> BufferQueue::remove(const std::weak_ptr<Buffer>& buffer)
 {
-    const auto wanted = buffer.lock();
-    if (!wanted)
+    if (buffer.expired())
         return {};
-    const auto entry =
-        std::find_if(m_buffers.begin(), m_buffers.end(),
-                     [&](const std::weak_ptr<Buffer>& other) { return other.lock() == wanted; });
+    // Compared by owner, which counts no references. The usual find is the oldest entry.
+    const auto entry = std::find_if(oldest(), m_buffers.end(), [&](const std::weak_ptr<Buffer>& other) {
+        return !other.owner_before(buffer) && !buffer.owner_before(other);
+    });
     if (entry == m_buffers.end())
         return {};
+    if (entry == oldest())
+        return popFront();
     std::weak_ptr<Buffer> removed = std::move(*entry);
     m_buffers.erase(entry);
     return removed;
+}
+
+void BufferQueue::clear()
+{
+    m_buffers.clear();
+    m_oldest = 0;
 }
 
 BufferAccess BufferCoordinator::lock()

@@ -15,18 +15,26 @@ class BufferAccess;
 /// Buffers in order of arrival, oldest first. Owns none of them. Guarded by the lock of its BufferCoordinator.
 class BufferQueue {
 public:
-    void push(std::weak_ptr<Buffer> buffer) { m_buffers.push_back(std::move(buffer)); }
+    void push(std::weak_ptr<Buffer> buffer);
     /// Removes the oldest entry, gone or not. The queue must not be empty.
     std::weak_ptr<Buffer> popFront();
     /// Takes out the first entry of the same buffer; empty if there is none.
     std::weak_ptr<Buffer> remove(const std::weak_ptr<Buffer>& buffer);
-    void clear() { m_buffers.clear(); }
-    bool isEmpty() const { return m_buffers.empty(); }
+    void clear();
+    bool isEmpty() const { return m_oldest == m_buffers.size(); }
     /// Makes room for so many entries, so that push() allocates nothing on the callback thread.
-    void reserve(size_t count) { m_buffers.reserve(count); }
+    void reserve(size_t count) { m_buffers.reserve(2 * count); }
 
 private:
+    std::vector<std::weak_ptr<Buffer>>::iterator oldest()
+    {
+        return m_buffers.begin() + static_cast<std::ptrdiff_t>(m_oldest);
+    }
+
+    // The places before the oldest are used up. They are cut off when the room ends: with twice the room that is
+    // needed, so seldom that the entries hardly ever move.
     std::vector<std::weak_ptr<Buffer>> m_buffers;
+    size_t m_oldest = 0;
 };
 
 /// Where each buffer of one DMA channel is: free for the board, ready for the host, or current, which is the
@@ -68,7 +76,7 @@ public:
 
     BufferQueue& freeQueue() { return m_coordinator.m_freeQueue; }
     BufferQueue& readyQueue() { return m_coordinator.m_readyQueue; }
-    std::weak_ptr<Buffer> currentBuffer() const { return m_coordinator.m_currentBuffer; }
+    const std::weak_ptr<Buffer>& currentBuffer() const { return m_coordinator.m_currentBuffer; }
 
     /// Free to Ready. A buffer that is not free is made ready all the same.
     void publish(const std::weak_ptr<Buffer>& buffer);

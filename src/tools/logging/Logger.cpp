@@ -7,11 +7,8 @@ namespace orvo::tools::logging {
 
 using templates::platform::RecursiveMutexGuard;
 
-bool Logger::isEnabled(int32_t level)
+bool Logger::isThreadEnabled()
 {
-    // First and without the mutex: a record that is off costs this comparison and nothing else.
-    if (level < m_threshold.load(std::memory_order_relaxed))
-        return false;
     const RecursiveMutexGuard guard(m_mutex);
     return !m_mutedThreads.contains(os::currentThreadId());
 }
