@@ -57,13 +57,9 @@ protected:
     static std::string libraryError(int number) { return GetParam().errorPrefix + std::to_string(number); }
 };
 
-inline std::string nameOfFamily(const testing::TestParamInfo<CameraFamily>& info)
-{
-    return info.param.name;
-}
-
 /// Runs the tests of a suite for both families.
 #define ORVO_FOR_BOTH_FAMILIES(suite)                                                                        \
-    INSTANTIATE_TEST_SUITE_P(, suite, testing::Values(kGigEVision, kGenICam), nameOfFamily)
+    INSTANTIATE_TEST_SUITE_P(, suite, testing::Values(kGigEVision, kGenICam),                                \
+                             testing::PrintToStringParamName())
 
 }   // namespace orvo::test
