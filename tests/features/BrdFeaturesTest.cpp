@@ -1,6 +1,5 @@
 // No channel has these features: the adapter only offers their kinds.
 #include <array>
-#include <cstring>
 #include <tuple>
 
 #include <gmock/gmock.h>
@@ -36,9 +35,7 @@ std::string withNul(const std::string& text)
 
 std::string entry(int32_t value, const std::string& name)
 {
-    std::string bytes(sizeof value, '\0');
-    std::memcpy(bytes.data(), &value, sizeof value);
-    return bytes + withNul(name);
+    return std::string(reinterpret_cast<const char*>(&value), sizeof value) + withNul(name);
 }
 
 /// The next call that meets the pattern hands out these bytes.

@@ -293,17 +293,6 @@ TEST_F(PicturesByHand, ObeyTheParameters)
     EXPECT_EQ(Bytes(8, 112), row(3));
 }
 
-TEST_F(PicturesByHand, AreCutToTheBoardsPartAndFilledUp)
-{
-    start(kSmall, "GreyDiagonalRampMoving");
-    Eth_setIntegerValue(camera, "Width", 16);
-    Eth_setIntegerValue(camera, "Height", 16);
-    setParameter(board, 300, 12);
-    setParameter(board, 400, 14);
-    EXPECT_EQ((Bytes{28, 29, 30, 31, 0, 0, 0, 0}), row(1));
-    EXPECT_EQ(Bytes(8, 0), row(2)) << "below the camera's last row";
-}
-
 TEST_F(PicturesByHand, AreConvertedToTheBoardsFormat)
 {
     start(R"({"width": 8, "height": 4, "format": 2})", "ColorBar");
