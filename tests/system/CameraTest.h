@@ -32,6 +32,8 @@ protected:
     /// Describes board 0, with cameras at some of its ports, and opens its two channels.
     void openBoard(const CameraFamily& family, const std::vector<int>& cameras = {0, 1},
                    const std::vector<int>& ports = {0, 1});
+    /// Describes the boards 0 and 1, one of each family, with so many channels and this camera at port 0.
+    void describeBothFamilies(const json& camera, const std::vector<json>& dmas);
     /// Opens the camera library, finds the cameras, and forgets the calls that were made.
     void connect();
 

@@ -92,16 +92,9 @@ TEST_F(CameraTest, BothFamiliesStreamAtOnceWhileTheirParametersChange)
 {
     OrvoSim_setManual(0);
     OrvoSim_limitJournal(0);
-    std::vector<json> boards;
-    for (const auto& family : {kGigEVision, kGenICam}) {
-        json camera = cameraAt(0);
-        camera["parameters"] = {{"AcquisitionFrameRate", 1000}, {"ExposureTime", 100}};
-        boards.push_back(Machine::grabber(static_cast<int>(boards.size()), family.boardType));
-        boards.back()["cameras"] = std::vector<json>{camera};
-        machine.applet(boards.back()["index"],
-                       Machine::appletOf({Machine::process({Machine::dma(0), Machine::dma(1)})}));
-    }
-    machine.boards(boards);
+    json camera = cameraAt(0);
+    camera["parameters"] = {{"AcquisitionFrameRate", 1000}, {"ExposureTime", 100}};
+    describeBothFamilies(camera, {Machine::dma(0), Machine::dma(1)});
     std::atomic<int> streaming = 2;
     std::vector<std::thread> threads;
     std::vector<int64_t> forParameters;   // because a channel's features aren't written beside its pictures

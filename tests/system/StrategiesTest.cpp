@@ -71,14 +71,6 @@ TEST_F(Strategies, GiveBackWhatTheHostMissesAndKeepTheRest)
     }
 }
 
-TEST_F(Strategies, DescribeNoImageWithoutAFreeBufferBesideIt)
-{
-    startWith("NewestOnly", "1");
-    deliver(1);
-    EXPECT_EQ(host.attributes(id), imageFails("Acquisistion is not setup"));
-    EXPECT_EQ(fetch(1), Numbers({1}));
-}
-
 TEST_F(Strategies, OldestFirstOverwriteGivesTheNewImageBackWhileTheHostHoldsTheOnlyOther)
 {
     startWith("OldestFirstOverwrite", "2");
@@ -105,16 +97,9 @@ TEST_F(Strategies, OldestFirstKeepsAllAndTellsOfTheLossUntilTheNextStart)
 
     ASSERT_EQ(host.stop(id), done());
     ASSERT_EQ(host.start(id), done());
-    EXPECT_EQ(fetch(5), Numbers({1, 2, 3, 4, 5}));   // they have waited over stop and start
-}
-
-TEST_F(Strategies, OldestFirstReportsAFailingStatusCall)
-{
-    startWith("OldestFirst");
-    deliver(1);
     OrvoSim_answer("Brd_getStatusEx code=30", 1, -9);
     EXPECT_EQ(host.getImage(id, memory.data()), imageFails("brd error code: -9"));
-    EXPECT_EQ(fetch(1), Numbers({1}));
+    EXPECT_EQ(fetch(5), Numbers({1, 2, 3, 4, 5}));   // they have waited over stop and start
 }
 
 TEST_F(Strategies, WaitSevenMillisecondsForAnImage)
