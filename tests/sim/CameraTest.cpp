@@ -1,11 +1,9 @@
-#include <chrono>
 #include <cmath>
 #include <list>
 #include <string>
 
 #include "sim/ethlib/ethlib.h"
 #include "sim/seam/Camera.h"
-#include "sim/simulator/ExposureSchedule.h"
 #include "tests/sim/SimulatedBoards.h"
 
 namespace orvo::test {
@@ -179,18 +177,6 @@ TEST_F(CameraPictures, KeepTheCamerasRate)
     EXPECT_EQ(100, ledger().askedRate);
     Eth_setFloatValue(camera, "ExposureTime", 1'000);
     EXPECT_EQ(15'000, microsecondsOfThree(8));
-}
-
-TEST(ExposureSchedule, OwesNothingOfTheOldRateAtANewOne)
-{
-    using namespace std::chrono_literals;
-    const auto opened = sim::ExposureSchedule::Clock::now();
-    sim::ExposureSchedule schedule(opened);
-    EXPECT_EQ(opened + 10s, schedule.due({true, false, 10s}, opened));
-    EXPECT_EQ(opened + 10s, schedule.take());
-    EXPECT_EQ(opened + 19s, schedule.due({true, false, 1ms}, opened + 19s)) << "not 9000 pictures at once";
-    EXPECT_EQ(opened + 19s, schedule.take());
-    EXPECT_EQ(opened + 19s + 1ms, schedule.due({true, false, 1ms}, opened + 20s)) << "what is late stays due";
 }
 
 TEST_F(CameraPictures, ComeOncePerSoftwareTriggerWhileTheCameraIsThere)
