@@ -102,23 +102,6 @@ TEST_F(Cameras, TakeWhatTheirParametersAllowTogether)
     EXPECT_EQ(kOutOfRange, Eth_setStringValue(camera, "DeviceUserID", std::string(256, 'y').c_str()));
 }
 
-TEST_F(Cameras, LoadAndSaveUserSetsAndLoseThemWithTheirPower)
-{
-    uint64_t camera = connectedEth();
-    Eth_setIntegerValue(camera, "Width", 320);
-    Eth_setEnumerationValue(camera, "UserSetSelector", "UserSet0");
-    EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetSave"));
-    for (const auto& [userSet, width] : {std::pair("Default", 1280), {"UserSet0", 320}}) {
-        EXPECT_EQ(0, Eth_setEnumerationValue(camera, "UserSetSelector", userSet));
-        EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetLoad"));
-        EXPECT_EQ(width, integer(camera, "Width"));
-    }
-    EXPECT_EQ(1, OrvoSim_vanishCamera(0, 0, 0));
-    EXPECT_EQ(1, OrvoSim_restoreCamera(0, 0));
-    camera = connectedEth();
-    EXPECT_EQ(1280, integer(camera, "Width"));
-}
-
 TEST_F(Cameras, AreDescribedInTheBoardsFile)
 {
     describeBoard(R"("cameras": [{"port": 3, "vanishAfterCalls": 3, "parameters":
