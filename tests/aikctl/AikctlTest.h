@@ -8,7 +8,6 @@
 
 #include "sim/orvo_sim.h"
 #include "tests/support/Machine.h"
-#include "tests/support/SimControl.h"
 
 namespace orvo::aikctl {
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "AIKException.h"
+#include "acquisition/AcquisitionEngine.h"
 #include "acquisition/buffers/Buffer.h"
 #include "brdlib/AppletLoader.h"
 #include "brdlib/DmaObserver.h"
@@ -73,9 +74,9 @@ TEST_F(Applet, SetsTheGeometryOfAllItsDmas)   // hosts set that of one channel
     process().setXOffset(3);
     process().setYOffset(1);
     Lines calls;
-    for (const char* const value : {"id=100 value=16", "id=200 value=2", "id=300 value=3", "id=400 value=1"})
+    for (const std::string value : {"id=100 value=16", "id=200 value=2", "id=300 value=3", "id=400 value=1"})
         for (const char* const dma : {" dma=4 -> 0", " dma=7 -> 0"})
-            calls.push_back(std::string("Brd_setParameter board=0 ") + value + dma);
+            calls.push_back("Brd_setParameter board=0 " + value + dma);
     EXPECT_EQ(journal("Brd_setParameter"), calls);
 }
 
@@ -106,6 +107,24 @@ TEST_F(Applet, ReportsPicturesAndErrorsToAnObserverIfItHasOne)
     deliver(1, 4);
     OrvoSim_callBack(0, 4, -2120);
     EXPECT_EQ(reading(*first()->getFeatures().lock(), "FrameCountSinceLastStart"), "3");
+}
+
+// A copy that takes long, on a thread of its own, is what keeps the buffer: no host can time that.
+TEST_F(Applet, HasAPictureThatGoesWithItsRingThoughSomebodyStillReadsIt)
+{
+    AcquisitionEngine engine;
+    const auto port = first();
+    engine.setDmaPort(port);
+    port->setObserver(&engine);
+    port->setup();
+    port->start();
+    deliver(1, 4);
+    port->stop();
+    const auto read = locked(engine.peekImage());
+    OrvoSim_answer("Brd_AllocMemHead", 1, -34);
+    EXPECT_EQ(aikFailure([&] { port->setup(); }), "brd error code: -34");
+    EXPECT_EQ(pending([&] { engine.peekImage(); }), "No image arrived within the given timeout.");
+    port->setObserver(nullptr);
 }
 
 }   // namespace

@@ -13,7 +13,6 @@
 #include "sim/orvo_sim.h"
 #include "tests/support/LibraryUse.h"
 #include "tests/support/Machine.h"
-#include "tests/support/SimControl.h"
 
 namespace orvo::test {
 

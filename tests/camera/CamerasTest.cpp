@@ -170,14 +170,15 @@ TEST_F(Cameras, AreListedAndNotDrivenWhileTheyAreOnlyDetected)
     };
     connectGigEVision();
     const auto connection = std::make_shared<DetectedConnection>();
-    std::vector<std::shared_ptr<Camera>> cameras = {camera};
-    connection->addCameras(cameras);
-    EXPECT_THAT(cameras, IsEmpty());
+    connection->addCamera(std::make_shared<EthCamera>(0));
+    std::vector<std::shared_ptr<Camera>> others = {camera};
+    connection->addCameras(others);
+    EXPECT_THAT(others, IsEmpty());
     OpenPort detected(1, 0);
     detected.setConnection(connection);
     expectNothingToDrive(detected);
-    EXPECT_EQ(detected.connection()->camera(0).lock(), camera);
-    EXPECT_EQ(failureText<std::out_of_range>([&] { connection->camera(1); }), "invalid vector<T> subscript");
+    EXPECT_EQ(detected.connection()->camera(1).lock(), camera);
+    EXPECT_EQ(failureText<std::out_of_range>([&] { connection->camera(2); }), "invalid vector<T> subscript");
     detected.disconnect();
     EXPECT_THAT(takeJournal("Eth_disconnectCamera"), IsEmpty());
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "brdlib/DmaPort.h"
 #include "channels/BoardContainer.h"
 #include "channels/VideoChannel.h"
 #include "features/FeatureContainer.h"
@@ -47,6 +48,20 @@ TEST(Channels, ShareTheVersionOfTheAdapter)
         first->featureAt(static_cast<uint32_t>(first->count()) - fromTheEnd)->setAvailable(true);
     EXPECT_EQ(reading(*last, "CogAdapterVersion"), "3.0.0");
     EXPECT_EQ(reading(*last, "CogAdapterInterfaceID"), "1049384");
+}
+
+// As when the memory for a later channel is missing.
+TEST(Channels, ThatAreLostLeaveAPortThatCanBeSetUp)
+{
+    Machine machine;
+    const LibraryUse use;
+    machine.oneBoard({{"dmas", 1}});
+    BoardContainer boards;
+    auto channels = boards.channels();
+    const auto port = locked(channels.front()->dmaPort());
+    channels.clear();
+    port->setup();   // tells an engine that is no longer there, unless the channel has detached it
+    EXPECT_EQ(port->buffers().size(), 5U);
 }
 
 }   // namespace

@@ -1,6 +1,5 @@
 // No channel has these features: the adapter only offers their kinds.
 #include <array>
-#include <cstring>
 #include <tuple>
 
 #include <gmock/gmock.h>
@@ -36,9 +35,7 @@ std::string withNul(const std::string& text)
 
 std::string entry(int32_t value, const std::string& name)
 {
-    std::string bytes(sizeof value, '\0');
-    std::memcpy(bytes.data(), &value, sizeof value);
-    return bytes + withNul(name);
+    return std::string(reinterpret_cast<const char*>(&value), sizeof value) + withNul(name);
 }
 
 /// The next call that meets the pattern hands out these bytes.
@@ -64,15 +61,6 @@ protected:
         OrvoSim_clearJournal();
     }
 
-    std::string failureOfRefresh()
-    {
-        return bareFailure([&] { choice.refresh(); });
-    }
-    std::string failureOfWrite(const char* name)
-    {
-        return bareFailure([&] { choice.write(name); });
-    }
-
     Usable<cognex::BrdEnumFeature> choice;
     Usable<cognex::BrdStringFeature> text;
 
@@ -94,7 +82,7 @@ TEST_F(BrdFeatures, ListReadAndWriteAnEnumerationByName)
 
     int told = 0;
     const auto observer = cognex::observe(choice, [&] { ++told; });
-    EXPECT_EQ(failureOfWrite("mono16"), "Invalid enum key!");
+    EXPECT_EQ(bareFailure([&] { choice.write("mono16"); }), "Invalid enum key!");
     choice.write("Mono16");
     EXPECT_EQ(told, 1);
     EXPECT_EQ(reading(choice), "Mono16");
@@ -109,12 +97,14 @@ TEST_F(BrdFeatures, FailWithTheDescriptionOfTheLibrary)
 {
     OrvoSim_answer("Brd_setParameter", 0, -5);
     OrvoSim_answer("Brd_getLastErrorDescription", 1, 0);
-    EXPECT_EQ(failureOfWrite("RGB8"), "");   // it has none
+    EXPECT_EQ(bareFailure([&] { choice.write("RGB8"); }), "");   // it has none
     const std::string description = "out of order";
     OrvoSim_answerWith("Brd_getLastErrorDescription", 0, 0, description.c_str(), description.size() + 1);
+    OrvoSim_answer(kTable, 1, -5);
+    EXPECT_EQ(bareFailure([&] { choice.refresh(); }), description);
     OrvoSim_answer(kProperty, 0, -5);
-    EXPECT_EQ(failureOfWrite("RGB8"), description);
-    EXPECT_EQ(failureOfRefresh(), description);
+    EXPECT_EQ(bareFailure([&] { choice.write("RGB8"); }), description);
+    EXPECT_EQ(bareFailure([&] { choice.refresh(); }), description);
     EXPECT_EQ(bareFailure([&] { text.write("right"); }), description);
     EXPECT_EQ(bareFailure([&] { reading(choice); }), description);
     EXPECT_EQ(choice.validEnum(2), "RGB8");
@@ -133,7 +123,7 @@ TEST_F(BrdFeatures, KeepTheirEntriesWhenTheTableIsBroken)
     };
     for (const auto& [call, bytes, failure] : rows) {
         handOut(call, bytes);
-        EXPECT_EQ(failureOfRefresh(), failure) << testing::PrintToString(bytes);
+        EXPECT_EQ(bareFailure([&] { choice.refresh(); }), failure) << testing::PrintToString(bytes);
     }
     EXPECT_EQ(choice.validEnum(2), "RGB8");
 }
@@ -145,7 +135,7 @@ TEST_F(BrdFeatures, TakeOverANewTableAsAWhole)
     choice.refresh();
     EXPECT_TRUE(choice.hasPosition(0));
     EXPECT_FALSE(choice.hasPosition(1));
-    EXPECT_EQ(failureOfWrite("Mono8"), "Invalid enum key!");
+    EXPECT_EQ(bareFailure([&] { choice.write("Mono8"); }), "Invalid enum key!");
     handOut(kValue, withNul("-1"));
     EXPECT_EQ(reading(choice), "Only");
 }

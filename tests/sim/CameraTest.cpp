@@ -1,11 +1,9 @@
-#include <chrono>
 #include <cmath>
 #include <list>
 #include <string>
 
 #include "sim/ethlib/ethlib.h"
 #include "sim/seam/Camera.h"
-#include "sim/simulator/ExposureSchedule.h"
 #include "tests/sim/SimulatedBoards.h"
 
 namespace orvo::test {
@@ -104,23 +102,6 @@ TEST_F(Cameras, TakeWhatTheirParametersAllowTogether)
     EXPECT_EQ(kOutOfRange, Eth_setStringValue(camera, "DeviceUserID", std::string(256, 'y').c_str()));
 }
 
-TEST_F(Cameras, LoadAndSaveUserSetsAndLoseThemWithTheirPower)
-{
-    uint64_t camera = connectedEth();
-    Eth_setIntegerValue(camera, "Width", 320);
-    Eth_setEnumerationValue(camera, "UserSetSelector", "UserSet0");
-    EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetSave"));
-    for (const auto& [userSet, width] : {std::pair("Default", 1280), {"UserSet0", 320}}) {
-        EXPECT_EQ(0, Eth_setEnumerationValue(camera, "UserSetSelector", userSet));
-        EXPECT_EQ(0, Eth_executeCommand(camera, "UserSetLoad"));
-        EXPECT_EQ(width, integer(camera, "Width"));
-    }
-    EXPECT_EQ(1, OrvoSim_vanishCamera(0, 0, 0));
-    EXPECT_EQ(1, OrvoSim_restoreCamera(0, 0));
-    camera = connectedEth();
-    EXPECT_EQ(1280, integer(camera, "Width"));
-}
-
 TEST_F(Cameras, AreDescribedInTheBoardsFile)
 {
     describeBoard(R"("cameras": [{"port": 3, "vanishAfterCalls": 3, "parameters":
@@ -179,18 +160,6 @@ TEST_F(CameraPictures, KeepTheCamerasRate)
     EXPECT_EQ(100, ledger().askedRate);
     Eth_setFloatValue(camera, "ExposureTime", 1'000);
     EXPECT_EQ(15'000, microsecondsOfThree(8));
-}
-
-TEST(ExposureSchedule, OwesNothingOfTheOldRateAtANewOne)
-{
-    using namespace std::chrono_literals;
-    const auto opened = sim::ExposureSchedule::Clock::now();
-    sim::ExposureSchedule schedule(opened);
-    EXPECT_EQ(opened + 10s, schedule.due({true, false, 10s}, opened));
-    EXPECT_EQ(opened + 10s, schedule.take());
-    EXPECT_EQ(opened + 19s, schedule.due({true, false, 1ms}, opened + 19s)) << "not 9000 pictures at once";
-    EXPECT_EQ(opened + 19s, schedule.take());
-    EXPECT_EQ(opened + 19s + 1ms, schedule.due({true, false, 1ms}, opened + 20s)) << "what is late stays due";
 }
 
 TEST_F(CameraPictures, ComeOncePerSoftwareTriggerWhileTheCameraIsThere)
@@ -291,17 +260,6 @@ TEST_F(PicturesByHand, ObeyTheParameters)
     Eth_setIntegerValue(camera, "OffsetY", 100);
     Eth_setBooleanValue(camera, "ReverseY", 1);
     EXPECT_EQ(Bytes(8, 112), row(3));
-}
-
-TEST_F(PicturesByHand, AreCutToTheBoardsPartAndFilledUp)
-{
-    start(kSmall, "GreyDiagonalRampMoving");
-    Eth_setIntegerValue(camera, "Width", 16);
-    Eth_setIntegerValue(camera, "Height", 16);
-    setParameter(board, 300, 12);
-    setParameter(board, 400, 14);
-    EXPECT_EQ((Bytes{28, 29, 30, 31, 0, 0, 0, 0}), row(1));
-    EXPECT_EQ(Bytes(8, 0), row(2)) << "below the camera's last row";
 }
 
 TEST_F(PicturesByHand, AreConvertedToTheBoardsFormat)

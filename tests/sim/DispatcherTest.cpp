@@ -1,9 +1,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <iterator>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -68,25 +66,6 @@ TEST_F(Dispatcher, WritesWhatTheLevelsLetThrough)
     const std::string log(std::istreambuf_iterator<char>(file), {});
     EXPECT_NE(log.find("[changing] [error] passes {} %s " + mark), std::string::npos);
     EXPECT_EQ(log.find("stays " + mark), std::string::npos);
-}
-
-TEST_F(Dispatcher, LetsTheProcessEndWhileRecordsFlow)
-{
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    // The leak checker stumbles over a thread that still runs at the end.
-    os::setEnvironmentVariable("ASAN_OPTIONS", os::environmentVariable("ASAN_OPTIONS") + ":detect_leaks=0");
-    query("flowing", &id, &level);
-    EXPECT_EXIT(
-        {
-            std::promise<void> isWriting;
-            std::thread([&] {
-                for (int i = 0;; ++i)
-                    i == 100 ? isWriting.set_value() : write(id, 5, "and another one", 0, 0);
-            }).detach();
-            isWriting.get_future().wait_for(60s);
-            std::exit(7);
-        },
-        testing::ExitedWithCode(7), "");
 }
 
 TEST(LevelRules, GiveEachLoggerItsLevelAndTellWhatIsNone)

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <tuple>
 
 #include <gmock/gmock.h>
 
@@ -71,26 +70,6 @@ TEST_F(Refusals, OfAProgramsRuleAreSaidThoughMessagesAreOff)
                 testing::AllOf(
                     testing::StartsWith("orvo_sim: script: no library exports \"Brd_AddMen\"; nearest are "),
                     testing::Not(testing::HasSubstr("Eth_scanPorts"))));
-}
-
-TEST_F(Refusals, OfAParametersValueSayWhy)
-{
-    void* const board = open(0, R"({"parameters": [
-        {"id": 5001, "name": "A", "type": 1, "least": 7},
-        {"id": 5008, "name": "H", "type": 2, "entries": [{"value": 3, "name": "Fast"}]},
-        {"id": 5009, "name": "I", "type": 1, "value": 9, "writeable": false}]})");
-    EXPECT_EQ(7u, parameter(board, 5001)) << "what is nearest to 0";
-    const std::tuple<int32_t, int64_t, int32_t, uint32_t, const char*> rows[] = {
-        {5001, 6, 1, 0, "A can't be 6"},
-        {5008, 4, 2, 0, "H can't be 4"},
-        {5009, 9, 1, 0, "I can't be written"},
-        {5001, 8, 3, 0, "A is of the type 1 and can't be written as one of 3"},
-        {5001, 8, 1, 7, "The applet has no DMA 7"},
-    };
-    for (auto [id, value, type, dma, problem] : rows) {
-        EXPECT_GT(0, Brd_setParameterWithType(board, id, &value, dma, type));
-        EXPECT_EQ(problem, lastError(board));
-    }
 }
 
 TEST_F(SimulatedBoards, AreReadAnewForEachSession)

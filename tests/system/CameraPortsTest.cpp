@@ -30,14 +30,6 @@ TEST_P(CameraPorts, StayClosedWithoutTheirLibrary)
     EXPECT_EQ(read("CameraName"), gives("Camera 0-0"));
 }
 
-TEST_P(CameraPorts, NeedNotExist)
-{
-    openBoard(GetParam(), {}, {});
-    connect();
-    EXPECT_EQ(read("PortCount"), cannotRead(kNotAvailable));
-    EXPECT_EQ(execute("CloseCameraConnector"), done());
-}
-
 TEST_P(CameraPorts, LoseACameraThatVanishesAndFindItAgain)
 {
     openBoard(GetParam(), {0});

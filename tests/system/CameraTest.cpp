@@ -18,6 +18,17 @@ void CameraTest::openBoard(const CameraFamily& family, const std::vector<int>& c
     OrvoSim_clearJournal();
 }
 
+void CameraTest::describeBothFamilies(const json& camera, const std::vector<json>& dmas)
+{
+    std::vector<json> boards = {Machine::grabber(0, kGigEVision.boardType),
+                                Machine::grabber(1, kGenICam.boardType)};
+    for (json& board : boards) {
+        board["cameras"] = std::vector<json>{camera};
+        machine.applet(board["index"], Machine::appletOf({Machine::process(dmas)}));
+    }
+    machine.boards(boards);
+}
+
 void CameraTest::connect()
 {
     ASSERT_EQ(execute("InitializeCameraConnector"), done());

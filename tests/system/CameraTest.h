@@ -32,6 +32,8 @@ protected:
     /// Describes board 0, with cameras at some of its ports, and opens its two channels.
     void openBoard(const CameraFamily& family, const std::vector<int>& cameras = {0, 1},
                    const std::vector<int>& ports = {0, 1});
+    /// Describes the boards 0 and 1, one of each family, with so many channels and this camera at port 0.
+    void describeBothFamilies(const json& camera, const std::vector<json>& dmas);
     /// Opens the camera library, finds the cameras, and forgets the calls that were made.
     void connect();
 
@@ -57,13 +59,9 @@ protected:
     static std::string libraryError(int number) { return GetParam().errorPrefix + std::to_string(number); }
 };
 
-inline std::string nameOfFamily(const testing::TestParamInfo<CameraFamily>& info)
-{
-    return info.param.name;
-}
-
 /// Runs the tests of a suite for both families.
 #define ORVO_FOR_BOTH_FAMILIES(suite)                                                                        \
-    INSTANTIATE_TEST_SUITE_P(, suite, testing::Values(kGigEVision, kGenICam), nameOfFamily)
+    INSTANTIATE_TEST_SUITE_P(, suite, testing::Values(kGigEVision, kGenICam),                                \
+                             testing::PrintToStringParamName())
 
 }   // namespace orvo::test

@@ -47,14 +47,11 @@ TEST_F(ChannelList, KeepsAFailedBoardInItsPlaceBesideWorkingOnes)
     grabbers(2);
     machine.appletVariable(0, machine.folder().string());
     machine.applet(1, Machine::appletOf({dmas(1)}));
-
-    ASSERT_EQ(host.open(0), done());
-    const int64_t failed = host.record().channelID;
+    const int64_t failed = host.opened(0);
     EXPECT_EQ(host.record().failed, 1);
     EXPECT_STREQ(host.record().name, "Orvo Gigabit 1: Invalid Applet ");
     EXPECT_STRNE(host.record().boardText, "");
-    EXPECT_EQ(host.record().width, 0);
-    EXPECT_EQ(host.record().height, 0);
+    EXPECT_EQ(std::pair(host.record().width, host.record().height), std::pair(0, 0));
 
     const std::string reason = "ORVO_COGNEX_APPLET_0 does not refer to a valid file.";
     char memory = 0;
@@ -66,7 +63,6 @@ TEST_F(ChannelList, KeepsAFailedBoardInItsPlaceBesideWorkingOnes)
         EXPECT_EQ(answer, imageFails(reason));
 
     const int64_t good = host.opened(1);
-    EXPECT_EQ(host.record().failed, 0);
     EXPECT_EQ(host.setup(good, 8, 4), done());
     EXPECT_EQ(host.start(good), done());
     deliver(1, 0, 1);
@@ -104,24 +100,22 @@ TEST_F(ChannelList, ChoosesTheLoaderByThePathAlone)
 
 TEST_F(ChannelList, AsksTheFileOfALibraryAppletForItsDmas)
 {
-    const std::vector<json> twoProcesses = {dmas(2), dmas(1)};
-    const auto old = [&](const json& info) {
-        return json{{"processes", twoProcesses}, {"lacks", {3050, 3080}}, {"info", info}};
-    };
+    json applet = {{"processes", {dmas(2), dmas(1)}}, {"lacks", {3050, 3080}}};
     grabbers(4);
-    machine.applet(0, old(2), "old.dll");
-    machine.applet(1, old(-5), "old.dll");
-    machine.applet(2, old(nullptr), "old.dll");
-    machine.applet(3, {{"processes", twoProcesses}, {"lacks", {3050, 3070}}, {"file", "missing.dll"}},
-                   "old.dll");
+    int board = 0;
+    for (const json& info : {json(2), json(-5), json(nullptr)}) {
+        applet["info"] = info;
+        machine.applet(board++, applet, "old.dll");
+    }
+    applet.erase("info");
+    applet.update({{"lacks", {3050, 3070}}, {"file", "missing.dll"}});
+    machine.applet(3, applet, "old.dll");
     EXPECT_EQ(listed(),
               (Lines{"Orvo Gigabit 1 process: 0 dma: 0", "Orvo Gigabit 1 process: 0 dma: 1",
                      "failed: Orvo Gigabit 1: Invalid Applet ", "failed: Orvo Gigabit 1: Invalid Applet ",
                      "failed: Orvo Gigabit 1: Invalid Applet "}));
-    EXPECT_EQ(host.featureName(3, 0), fails("No dma channes were found"));
-    EXPECT_EQ(host.featureName(5, 0), fails("No dma channes were found"));
-    EXPECT_THAT(journal("Brd_getSystemInformation"),
-                testing::Contains(testing::HasSubstr("code=1300")).Times(7));
+    for (const int64_t failed : {3, 5})
+        EXPECT_EQ(host.featureName(failed, 0), fails("No dma channes were found"));
     EXPECT_THAT(journal("Brd_getParameterWithType"),
                 testing::Contains("Brd_getParameterWithType board=0 id=3050 dma=1 type=1 -> -2070"));
 }

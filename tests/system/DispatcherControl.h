@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sim/orvo_sim_dispatcher.h"
-#include "tests/support/SimControl.h"
+#include "tests/support/Machine.h"
 
 namespace orvo::test {
 

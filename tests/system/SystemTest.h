@@ -5,7 +5,6 @@
 
 #include "sim/orvo_sim.h"
 #include "tests/support/Machine.h"
-#include "tests/support/SimControl.h"
 #include "tests/system/Host.h"
 
 namespace orvo::test {

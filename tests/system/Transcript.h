@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/SimControl.h"
+#include "tests/support/Machine.h"
 
 namespace orvo::test {
 

@@ -20,36 +20,28 @@ namespace {
 constexpr int kThreads = 3;
 constexpr int kRounds = 500;
 
-class ReadWrite : public testing::Test {
-protected:
-    /// Asks for the lock on a thread of its own and answers how many were in before. The thread has run up to
-    /// that point when this returns, so that only the lock can keep it waiting.
-    std::future<int> visit(LockMode mode)
-    {
-        const int before = m_asked;
-        auto visitor = std::async(std::launch::async, [this, mode] {
-            ++m_asked;
-            const ReadWriteLockGuard guard(m_lock, mode);
-            return m_entered++;
+TEST(ReadWriteLock, IsSharedByReadersAndGivenToAWaitingWriterBeforeANewReader)
+{
+    ReadWriteLock lock;
+    std::atomic<int> asked = 0;
+    std::atomic<int> entered = 0;
+    // Asks for the lock on a thread of its own and answers how many were in before. The thread has run up to
+    // that point when this returns, so that only the lock can keep it waiting.
+    const auto visit = [&](LockMode mode) {
+        const int before = asked;
+        auto visitor = std::async(std::launch::async, [&, mode] {
+            ++asked;
+            const ReadWriteLockGuard guard(lock, mode);
+            return entered++;
         });
-        while (m_asked == before)
+        while (asked == before)
             std::this_thread::yield();
         return visitor;
-    }
-
-    ReadWriteLock m_lock;
-
-private:
-    std::atomic<int> m_asked = 0;
-    std::atomic<int> m_entered = 0;
-};
-
-TEST_F(ReadWrite, ReadersShareTheLockAndAWaitingWriterGoesBeforeANewReader)
-{
+    };
     std::future<int> writer;
     std::future<int> reader;
     {
-        const ReadWriteLockGuard firstReader(m_lock, LockMode::Read);
+        const ReadWriteLockGuard firstReader(lock, LockMode::Read);
         visit(LockMode::Read).get();
         writer = visit(LockMode::Write);
         // Readers get in until the writer is waiting.
