@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -23,5 +24,15 @@ class Pending : public AIKException {
 public:
     using AIKException::AIKException;
 };
+
+/// The object, kept for a single use. Throws `Failure` with the text if it has gone.
+template <typename Failure = AIKException, typename T>
+std::shared_ptr<T> lockedOrThrow(const std::weak_ptr<T>& object, const char* text)
+{
+    auto owned = object.lock();
+    if (!owned)
+        throw Failure(text);
+    return owned;
+}
 
 }   // namespace orvo::cognex

@@ -23,10 +23,8 @@ constexpr size_t kTextLimit = 256;
 
 std::shared_ptr<VideoChannel> locked(const std::weak_ptr<VideoChannel>& channel)
 {
-    auto owned = channel.lock();
-    if (!owned)   // the table has gone during the call, which the host must not do
-        throw AIKException("Invalid channelID");
-    return owned;
+    // It can only have gone with the table, during the call, which the host must not do.
+    return lockedOrThrow(channel, "Invalid channelID");
 }
 
 /// The open channel of that id, kept for the duration of the call.

@@ -73,7 +73,9 @@ void AcquisitionEngine::acquisitionError(int64_t /*code*/)
 
 void AcquisitionEngine::buffersGone()
 {
-    m_coordinator->lock().forgetAll();
+    // The queues stay as they are until a new ring is complete: a host may start after a rebuild that failed,
+    // and the board then fills the buffers that were made.
+    m_coordinator->lock().forgetCurrent();
 }
 
 void AcquisitionEngine::buffersChanged()

@@ -151,36 +151,35 @@ void AppletProcess::setupAll()
         port->setup();
 }
 
-void AppletProcess::setWidth(uint32_t width)
+void AppletProcess::setOnAll(void (DmaPort::*set)(uint32_t), uint32_t value)
 {
     for (const auto& port : m_dmaPorts)
-        port->setWidth(width);
+        ((*port).*set)(value);
+}
+
+void AppletProcess::setWidth(uint32_t width)
+{
+    setOnAll(&DmaPort::setWidth, width);
 }
 
 void AppletProcess::setHeight(uint32_t height)
 {
-    for (const auto& port : m_dmaPorts)
-        port->setHeight(height);
+    setOnAll(&DmaPort::setHeight, height);
 }
 
 void AppletProcess::setXOffset(uint32_t offset)
 {
-    for (const auto& port : m_dmaPorts)
-        port->setXOffset(offset);
+    setOnAll(&DmaPort::setXOffset, offset);
 }
 
 void AppletProcess::setYOffset(uint32_t offset)
 {
-    for (const auto& port : m_dmaPorts)
-        port->setYOffset(offset);
+    setOnAll(&DmaPort::setYOffset, offset);
 }
 
 std::shared_ptr<AppletProcess> locked(const std::weak_ptr<AppletProcess>& process)
 {
-    auto owned = process.lock();
-    if (!owned)
-        throw AIKException("No applet is loaded!");
-    return owned;
+    return lockedOrThrow(process, "No applet is loaded!");
 }
 
 }   // namespace orvo::cognex

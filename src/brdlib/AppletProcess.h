@@ -57,6 +57,8 @@ public:
     void setYOffset(uint32_t offset);
 
 private:
+    void setOnAll(void (DmaPort::*set)(uint32_t), uint32_t value);
+
     uint32_t m_index;
     void* m_handle;
     std::shared_ptr<FeatureContainer> m_features;   // stays empty; the channels merge it

@@ -51,10 +51,7 @@ uint32_t AppletWrapper::processCount() const
 
 std::shared_ptr<AppletWrapper> locked(const std::weak_ptr<AppletWrapper>& applet)
 {
-    auto owned = applet.lock();
-    if (!owned)
-        throw AIKException("No applet is loaded!");
-    return owned;
+    return lockedOrThrow(applet, "No applet is loaded!");
 }
 
 }   // namespace orvo::cognex

@@ -51,10 +51,7 @@ std::string BoardWrapper::boardText() const
 
 std::shared_ptr<BoardWrapper> locked(const std::weak_ptr<BoardWrapper>& board)
 {
-    auto owned = board.lock();
-    if (!owned)
-        throw AIKException("No board is connected");
-    return owned;
+    return lockedOrThrow(board, "No board is connected");
 }
 
 }   // namespace orvo::cognex

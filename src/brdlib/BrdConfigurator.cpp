@@ -52,22 +52,16 @@ const BrdConfigurator::IntegerType BrdConfigurator::kIntegerTypes[] = {
 
 BrdConfigurator::BrdConfigurator() : m_features(std::make_shared<FeatureContainer>())
 {
-    const auto addValue = [this](const char* name, const char* description, FeatureType type,
-                                 void (BrdConfigurator::*read)(char*),
-                                 void (BrdConfigurator::*write)(const char*)) {
-        const auto value = addFeature<ProxyFeature>(*m_features, name, description, kReadWrite);
-        value->setType(type);
-        value->setReadFunction([this, read](char* val) { (this->*read)(val); });
-        value->setWriteFunction([this, write](const char* val) { (this->*write)(val); });
-    };
     m_key = addFeature<StringFeature>(*m_features, "BrdFeatureKey", "Parameter name to access the brdlib.",
                                       kReadWrite);
-    addValue("BrdStringValue", "Access string parameter of the brdlib.", FeatureType::String,
-             &BrdConfigurator::readString, &BrdConfigurator::writeString);
-    addValue("BrdIntValue", "Access integer parameter of the brdlib.", FeatureType::Integer,
-             &BrdConfigurator::readInt, &BrdConfigurator::writeInt);
-    addValue("BrdFloatValue", "Access float parameter of the brdlib.", FeatureType::Float,
-             &BrdConfigurator::readFloat, &BrdConfigurator::writeFloat);
+    addProxyValues<BrdConfigurator>(
+        *m_features, kReadWrite, *this,
+        {{"BrdStringValue", "Access string parameter of the brdlib.", FeatureType::String,
+          &BrdConfigurator::readString, &BrdConfigurator::writeString},
+         {"BrdIntValue", "Access integer parameter of the brdlib.", FeatureType::Integer,
+          &BrdConfigurator::readInt, &BrdConfigurator::writeInt},
+         {"BrdFloatValue", "Access float parameter of the brdlib.", FeatureType::Float,
+          &BrdConfigurator::readFloat, &BrdConfigurator::writeFloat}});
 }
 
 void BrdConfigurator::readString(char* val)

@@ -310,10 +310,7 @@ void DmaPort::freeRing()
 
 std::shared_ptr<DmaPort> locked(const std::weak_ptr<DmaPort>& port)
 {
-    auto owned = port.lock();
-    if (!owned)
-        throw AIKException("No dma port is connected");
-    return owned;
+    return lockedOrThrow(port, "No dma port is connected");
 }
 
 }   // namespace orvo::cognex

@@ -8,10 +8,7 @@ namespace orvo::cognex {
 
 std::shared_ptr<Camera> locked(const std::weak_ptr<Camera>& camera)
 {
-    auto owned = camera.lock();
-    if (!owned)
-        throw AIKException("No camera is connected");
-    return owned;
+    return lockedOrThrow(camera, "No camera is connected");
 }
 
 void LibraryCamera::getBooleanValue(const std::string& name, bool* value)

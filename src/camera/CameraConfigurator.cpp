@@ -33,32 +33,23 @@ T parsed(const char* val)
 
 CameraConfigurator::CameraConfigurator() : m_features(std::make_shared<FeatureContainer>())
 {
-    using Read = void (CameraConfigurator::*)(char*);
-    using Write = void (CameraConfigurator::*)(const char*);
-    const auto addValue = [this](const char* name, const char* description, FeatureType type, Read read,
-                                 Write write) {
-        const auto value = addFeature<ProxyFeature>(*m_features, name, description, kSelectedReadWrite);
-        value->setType(type);
-        value->setReadFunction([this, read](char* val) { (this->*read)(val); });
-        value->setWriteFunction([this, write](const char* val) { (this->*write)(val); });
-    };
     m_key = addFeature<StringFeature>(*m_features, "CameraFeatureKey", "Parameter name for future access.",
                                       kSelectedReadWrite);
-    addValue("CameraStringValue", "This feature is for string parameter access.", FeatureType::String,
-             &CameraConfigurator::getString, &CameraConfigurator::setString);
-    addValue("CameraIntValue", "This feature is for int parameter access.", FeatureType::Integer,
-             &CameraConfigurator::getInt, &CameraConfigurator::setInt);
-    addValue("CameraFloatValue", "This feature is for float parameter access.", FeatureType::Float,
-             &CameraConfigurator::getFloat, &CameraConfigurator::setFloat);
-    addValue("CameraBooleanValue", "This feature is for bool parameter access.", FeatureType::Boolean,
-             &CameraConfigurator::getBoolean, &CameraConfigurator::setBoolean);
-    // To the host a string: the list of the entries stays with the camera.
-    addValue("CameraEnumerationValue", "This feature is for enum parameter access.", FeatureType::String,
-             &CameraConfigurator::getEnumeration, &CameraConfigurator::setEnumeration);
-    const auto command = addFeature<ProxyFeature>(*m_features, "CameraCommand",
-                                                  "This feature is for command access.", kSelectedCommand);
-    command->setType(FeatureType::Command);
-    command->setExecuteFunction([this] { executeCommand(); });
+    addProxyValues<CameraConfigurator>(
+        *m_features, kSelectedReadWrite, *this,
+        {{"CameraStringValue", "This feature is for string parameter access.", FeatureType::String,
+          &CameraConfigurator::getString, &CameraConfigurator::setString},
+         {"CameraIntValue", "This feature is for int parameter access.", FeatureType::Integer,
+          &CameraConfigurator::getInt, &CameraConfigurator::setInt},
+         {"CameraFloatValue", "This feature is for float parameter access.", FeatureType::Float,
+          &CameraConfigurator::getFloat, &CameraConfigurator::setFloat},
+         {"CameraBooleanValue", "This feature is for bool parameter access.", FeatureType::Boolean,
+          &CameraConfigurator::getBoolean, &CameraConfigurator::setBoolean},
+         // To the host a string: the list of the entries stays with the camera.
+         {"CameraEnumerationValue", "This feature is for enum parameter access.", FeatureType::String,
+          &CameraConfigurator::getEnumeration, &CameraConfigurator::setEnumeration}});
+    addProxyCommand(*m_features, "CameraCommand", "This feature is for command access.", kSelectedCommand,
+                    *this, &CameraConfigurator::executeCommand);
 }
 
 void CameraConfigurator::getString(char* val)

@@ -225,23 +225,23 @@ std::weak_ptr<Camera> CameraConnector::selectedCamera() const
     return selectedPort()->connection()->camera(m_cameraIndex->value());
 }
 
+std::shared_ptr<CamPort> CameraConnector::portFor(const char* refusal) const
+{
+    auto port = findSelectedPort();
+    if (!port)
+        throw AIKException(refusal + toText(int64_t{portIndex()}) + ") is invalid");
+    return port;
+}
+
 // That each of the two refusals names the other command is deliberate: hosts compare these texts.
 void CameraConnector::startAcquisition()
 {
-    const auto port = findSelectedPort();
-    if (!port)
-        throw AIKException("Cannot stop aquisition: camera port index (" + toText(int64_t{portIndex()}) +
-                           ") is invalid");
-    port->startAcquisition();
+    portFor("Cannot stop aquisition: camera port index (")->startAcquisition();
 }
 
 void CameraConnector::stopAcquisition()
 {
-    const auto port = findSelectedPort();
-    if (!port)
-        throw AIKException("Cannot start aquisition: camera port index (" + toText(int64_t{portIndex()}) +
-                           ") is invalid");
-    port->stopAcquisition();
+    portFor("Cannot start aquisition: camera port index (")->stopAcquisition();
 }
 
 template <typename Number>

@@ -121,6 +121,8 @@ private:
     void stopAcquisition();
     /// The port that "PortIndex" names, or null.
     std::shared_ptr<CamPort> findSelectedPort() const;
+    /// The port that "PortIndex" names. Throws AIKException with `refusal` and the index if there is none.
+    std::shared_ptr<CamPort> portFor(const char* refusal) const;
     template <typename Number>
     void traceNumber(const char* text, Number number,
                      const std::source_location& place = std::source_location::current());

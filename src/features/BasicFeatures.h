@@ -2,10 +2,12 @@
 
 #include <atomic>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <utility>
 
 #include "features/AdapterFeature.h"
+#include "features/FeatureContainer.h"
 
 namespace orvo::cognex {
 
@@ -113,5 +115,38 @@ private:
     WriteFunction m_writeFunction;
     ExecuteFunction m_executeFunction;
 };
+
+/// A ProxyFeature that is read and written by its owner.
+template <typename Owner>
+struct ProxyValue {
+    const char* name;
+    const char* description;
+    FeatureType type;
+    void (Owner::*read)(char* val);
+    void (Owner::*write)(const char* val);
+};
+
+/// Adds a feature for each row. `owner` must live as long as they can be used.
+template <typename Owner>
+void addProxyValues(FeatureContainer& container, const Access& access, Owner& owner,
+                    std::initializer_list<ProxyValue<Owner>> rows)
+{
+    for (const auto& row : rows) {
+        const auto value = addFeature<ProxyFeature>(container, row.name, row.description, access);
+        value->setType(row.type);
+        value->setReadFunction([&owner, read = row.read](char* val) { (owner.*read)(val); });
+        value->setWriteFunction([&owner, write = row.write](const char* val) { (owner.*write)(val); });
+    }
+}
+
+/// Adds a command that its owner executes. `owner` must live as long as it can be used.
+template <typename Owner>
+void addProxyCommand(FeatureContainer& container, const char* name, const char* description,
+                     const Access& access, Owner& owner, void (Owner::*execute)())
+{
+    const auto command = addFeature<ProxyFeature>(container, name, description, access);
+    command->setType(FeatureType::Command);
+    command->setExecuteFunction([&owner, execute] { (owner.*execute)(); });
+}
 
 }   // namespace orvo::cognex

@@ -88,6 +88,17 @@ TEST_F(ChannelRing, RefusesWhatTheBoardRefusesAndRecovers)
     EXPECT_EQ(host.start(id), done());
 }
 
+TEST_F(ChannelRing, FillsTheBuffersThatAFailedRebuildMade)
+{
+    ASSERT_EQ(host.write(id, "AcquisitionStrategy", "OldestFirst"), done());
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), done());
+    OrvoSim_answer("Brd_AddMem", 3, -37);
+    ASSERT_EQ(host.setup(id, kWidth, kHeight), fails("brd error code: -37"));
+    ASSERT_EQ(host.start(id), done());
+    deliver(1);
+    EXPECT_EQ(fetchNumber(), 1u);
+}
+
 TEST_F(ChannelRing, RemovesItsHandlerEvenWhenTheBoardRefusesToStop)
 {
     ASSERT_EQ(host.start(id), done());

@@ -15,10 +15,7 @@ Buffer::~Buffer()
 
 std::shared_ptr<Buffer> locked(const std::weak_ptr<Buffer>& buffer)
 {
-    auto owned = buffer.lock();
-    if (!owned)
-        throw Pending("No image arrived within the given timeout.");
-    return owned;
+    return lockedOrThrow<Pending>(buffer, "No image arrived within the given timeout.");
 }
 
 }   // namespace orvo::cognex

@@ -111,11 +111,16 @@ void BufferAccess::recycleAllReady()
         recycleOldestReady();
 }
 
+void BufferAccess::forgetCurrent()
+{
+    m_coordinator.m_currentBuffer.reset();
+}
+
 void BufferAccess::forgetAll()
 {
     freeQueue().clear();
     readyQueue().clear();
-    m_coordinator.m_currentBuffer.reset();
+    forgetCurrent();
 }
 
 void BufferAccess::waitUntil(Ticks deadline)

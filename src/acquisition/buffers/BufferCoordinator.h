@@ -87,7 +87,9 @@ public:
     /// Ready to Free, after the board was told: the oldest one, or all of them, oldest first.
     void recycleOldestReady();
     void recycleAllReady();
-    /// Forgets all buffers, also the current one: their ring has gone.
+    /// Current to nowhere: the ring of the buffer has gone, and the board is not told.
+    void forgetCurrent();
+    /// Forgets all buffers, also the current one, before those of a new ring come.
     void forgetAll();
 
     /// Gives up the lock until an image was published, `deadline` has come or the wait ends for no reason,

@@ -20,14 +20,15 @@ EthActionCommands::EthActionCommands() : m_features(std::make_shared<FeatureCont
     m_deviceKeyLocal = addNumber("EthActionCommand_DeviceKeyLocal", "Device Key of the command");
     m_groupKeyLocal = addNumber("EthActionCommand_GroupKeyLocal", "Group Key of the command");
     m_groupMaskLocal = addNumber("EthActionCommand_GroupMaskLocal", "Group Mask of the command");
-    addCommand("EthActionCommand_Send", "Sends an ACTION command over selected port",
-               &EthActionCommands::send);
+    addProxyCommand(*m_features, "EthActionCommand_Send", "Sends an ACTION command over selected port",
+                    kConnectedReadWrite, *this, &EthActionCommands::send);
     m_deviceKeyRemote = addNumber("EthActionCommand_DeviceKeyRemote", "Device Key of the command");
     m_groupKeyRemote = addNumber("EthActionCommand_GroupKeyRemote", "Group Key of the command");
     m_groupMaskRemote = addNumber("EthActionCommand_GroupMaskRemote", "Group Mask of the command");
     m_groupIndexRemote = addNumber("EthActionCommand_GroupIndexRemote", "Group index of the command");
-    addCommand("EthActionCommand_ApplyGroupRemote", "Applies the group configuration for the remote device.",
-               &EthActionCommands::applyGroupRemote);
+    addProxyCommand(*m_features, "EthActionCommand_ApplyGroupRemote",
+                    "Applies the group configuration for the remote device.", kConnectedReadWrite, *this,
+                    &EthActionCommands::applyGroupRemote);
 
     m_remoteKeyObserver = observe(*m_deviceKeyRemote, [this] { applyRemoteDeviceKey(); });
     m_groupKeyRemote->addObserver(m_remoteKeyObserver.get());
@@ -62,14 +63,6 @@ std::shared_ptr<EthActionCommands::Number> EthActionCommands::addNumber(const ch
                                                                         const char* description)
 {
     return addFeature<Number>(*m_features, name, description, kConnectedReadWrite);
-}
-
-void EthActionCommands::addCommand(const char* name, const char* description,
-                                   void (EthActionCommands::*execute)())
-{
-    const auto command = addFeature<ProxyFeature>(*m_features, name, description, kConnectedReadWrite);
-    command->setType(FeatureType::Command);
-    command->setExecuteFunction([this, execute] { (this->*execute)(); });
 }
 
 void EthActionCommands::setRegister(const std::string& name, uint32_t value)

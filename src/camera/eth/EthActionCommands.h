@@ -43,7 +43,6 @@ private:
     using Number = NumberFeature<unsigned int>;
 
     std::shared_ptr<Number> addNumber(const char* name, const char* description);
-    void addCommand(const char* name, const char* description, void (EthActionCommands::*execute)());
     void setRegister(const std::string& name, uint32_t value);
 
     uint64_t m_library = 0;
