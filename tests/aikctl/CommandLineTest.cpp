@@ -1,3 +1,7 @@
+#include <sstream>
+
+#include "aikctl/commands/CommandLine.h"
+#include "aikctl/console/Console.h"
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
@@ -12,7 +16,10 @@ TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
         {"grow", "grow"},
         {"grab -- -1", "-1 is neither"},
         {"grab 1x", "1x is neither a channel's number nor all"},
-        {"grab --count 0", "--count"},
+        {"grab --count 0", "--count: 0 is no whole number from 1 to 1000000000"},
+        {"grab --count 18446744073709551616", "--count"},
+        {"features abc", "CHANNEL: abc is no whole number from 0 to 9999"},
+        {"help grow", "grow"},
         {"grab --strategy Newest", "NewestOnly"},
         {"grab --timeout 0", "--timeout"},
         {"list --count 3", "--count"},
@@ -37,10 +44,25 @@ TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
 
 TEST_F(CommandLine, PrintsHelpWhereResultsGo)
 {
-    const Outcome help = run("grab --help");
-    EXPECT_EQ(help.exitCode, 0);
-    EXPECT_THAT(help.out, HasSubstr("--strategy"));
-    EXPECT_EQ(help.err, "");
+    for (const std::string arguments : {"grab --help", "help grab"}) {
+        const Outcome help = run(arguments);
+        EXPECT_EQ(help.exitCode, 0);
+        for (const char* const option : {"--strategy", "--json", "--adapter"})
+            EXPECT_THAT(help.out, HasSubstr(option));
+        EXPECT_EQ(help.err, "");
+    }
+    EXPECT_EQ(run("help").out, run("--help").out);
+    EXPECT_THAT(run("--version").out, testing::MatchesRegex("aikctl [0-9.]+\n"));
+}
+
+TEST_F(CommandLine, NoticesOutputThatFails)
+{
+    std::ostream full(nullptr);
+    std::ostringstream err;
+    Console console(full, err, false, [] { return false; });
+    const char* const argv[] = {"aikctl", "list"};
+    EXPECT_EQ(runCommandLine(2, argv, console), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("Can't write the results"));
 }
 
 }   // namespace

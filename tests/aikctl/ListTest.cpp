@@ -56,12 +56,19 @@ TEST_F(List, ClosesAChannelThatOpenedOnlyHalfWay)
     expectAllClosed(2);
 }
 
-TEST_F(List, ClosesTheLibraryWhenThereIsNoBoard)
+TEST_F(List, FailsAndClosesTheLibraryWhenNoChannelWorks)
 {
+    noApplet(0);
+    m_machine.appletVariable(1, "nowhere.hap");
+    const Outcome failed = run("list");
+    EXPECT_EQ(failed.exitCode, 1);
+    EXPECT_THAT(failed.out, HasSubstr("It is set to: nowhere.hap\n"));
+    expectAllClosed(0);
+
     m_machine.boards({});
-    const Outcome list = run("list");
-    EXPECT_EQ(list.exitCode, 0);
-    EXPECT_EQ(list.out, "no channels: the adapter found no board\n");
+    const Outcome empty = run("list");
+    EXPECT_EQ(empty.exitCode, 1);
+    EXPECT_EQ(empty.err, "aikctl: There is no channel: the adapter found no board\n");
     expectAllClosed(0);
 }
 

@@ -51,7 +51,7 @@ TEST_F(Steps, EndAtTheFirstFailureAndCloseTheCamera)
 TEST_F(Steps, NeedAChannelThatWorks)
 {
     noApplet(1);
-    EXPECT_EQ(run("get 3 PortCount").err, "aikctl: There is no channel 3\n");
+    EXPECT_EQ(run("get 3 PortCount").err, "aikctl: There is no channel 3: the last one is 2\n");
     EXPECT_EQ(run("get 2 PortCount").err, "aikctl: Channel 2: " + noAppletFailure(1) + "\n");
     EXPECT_EQ(journal("Brd_InitLibraries").size(), journal("Brd_FreeLibraries").size());
 }
