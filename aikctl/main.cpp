@@ -7,7 +7,7 @@
 int main(int argc, char** argv)
 {
     namespace os = orvo::os;
-    os::catchInterrupts();
+    os::catchInterrupts(static_cast<int>(orvo::aikctl::ExitStatus::Interrupted));
     orvo::aikctl::Console console(std::cout, std::cerr, os::standardErrorIsTerminal(), os::interrupted);
-    return orvo::aikctl::runCommandLine(argc, argv, console);
+    return static_cast<int>(orvo::aikctl::runCommandLine(argc, argv, console));
 }

@@ -10,8 +10,8 @@ namespace orvo::os {
 void setEnvironmentVariable(const std::string& name, const std::string& value);
 
 /// From now on the first Ctrl-C, or the system's polite request to end, doesn't end the process but lets
-/// interrupted() answer true. The second one ends it, as ever.
-void catchInterrupts();
+/// interrupted() answer true. The second one ends it at once, with this exit status.
+void catchInterrupts(int exitStatus);
 bool interrupted();
 
 /// Whether what is written to standard error reaches a person's terminal.

@@ -11,7 +11,9 @@ namespace orvo::os {
 namespace {
 
 std::atomic<bool> g_interrupted{false};
+std::atomic<int> g_exitStatus{0};
 static_assert(std::atomic<bool>::is_always_lock_free);   // so that a signal handler may set it
+static_assert(std::atomic<int>::is_always_lock_free);
 
 }   // namespace
 
@@ -23,11 +25,15 @@ void setEnvironmentVariable(const std::string& name, const std::string& value)
         setenv(name.c_str(), value.c_str(), 1);
 }
 
-void catchInterrupts()
+void catchInterrupts(int exitStatus)
 {
+    g_exitStatus = exitStatus;
     struct sigaction action {};
-    action.sa_handler = [](int) { g_interrupted = true; };
-    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
+    action.sa_handler = [](int) {
+        if (g_interrupted.exchange(true))
+            _exit(g_exitStatus);
+    };
+    action.sa_flags = SA_RESTART;
     for (const int signal : {SIGINT, SIGTERM})
         sigaction(signal, &action, nullptr);
 }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string_view>
 
 #include "os/InstallationDirectory.h"
 #include "os/Os.h"
@@ -28,29 +29,28 @@ void requireNeighbour(const std::string& name, const std::string& adapterPath)
     if (isBeside ? os::loadLibrary(beside, os::Neighbours::BesideTheLibrary, &error) : os::loadLibrary(file))
         return;
     if (!isBeside)
-        throw std::runtime_error(file +
-                                 " is missing, without which the adapter can't be loaded: looked for " +
-                                 beside + ", and where the system looks");
-    throw std::runtime_error(
-        beside + " can't be loaded, nor the adapter without it; perhaps a library that " +
-        "it needs is missing beside it: " + error.text + " (" + std::to_string(error.number) + ")");
+        throw aik::LoadError(file + " is missing, without which the adapter can't be loaded: looked for " +
+                             beside + ", and where the system looks");
+    throw aik::LoadError(beside + " can't be loaded, nor the adapter without it; perhaps a library that " +
+                         "it needs is missing beside it: " + error.text + " (" +
+                         std::to_string(error.number) + ")");
 }
 
 void requireLibraries(const std::string& adapterPath)
 {
     if (!fs::is_regular_file(adapterPath))
-        throw std::runtime_error("The adapter is missing: looked for " + adapterPath);
+        throw aik::LoadError("The adapter is missing: looked for " + adapterPath);
 
     const std::string library = std::string("brdlib5") + os::kLibraryEnding;
     const auto installation = os::installationServing(adapterPath);
     if (!installation)
-        throw std::runtime_error("Don't know where to look for " + library + ": the adapter " + adapterPath +
-                                 " lies below no folder named bin, dll, Hardware Applets, lib or lib64, and "
-                                 "neither ORVODIR5_64 nor ORVODIR5 is set");
+        throw aik::LoadError("Don't know where to look for " + library + ": the adapter " + adapterPath +
+                             " lies below no folder named bin, dll, Hardware Applets, lib or lib64, and "
+                             "neither ORVODIR5_64 nor ORVODIR5 is set");
     const std::string path = *installation + os::kSeparator + "bin" + os::kSeparator + library;
     if (!fs::is_regular_file(path))
-        throw std::runtime_error(library + " is missing: looked for " + path +
-                                 ", below the installation directory of the adapter " + adapterPath);
+        throw aik::LoadError(library + " is missing: looked for " + path +
+                             ", below the installation directory of the adapter " + adapterPath);
     for (const char* const neighbour : {"ethlib", "orvo_genicam"})
         requireNeighbour(neighbour, adapterPath);
 }
@@ -70,14 +70,32 @@ aik::Adapter loadAdapter(const std::string& path)
     return aik::Adapter(whole);
 }
 
+std::runtime_error noSuchChannel(int32_t index, size_t channels)
+{
+    if (channels == 0)
+        return std::runtime_error("There is no channel: the adapter found no board");
+    return std::runtime_error("There is no channel " + std::to_string(index) + ": the last one is " +
+                              std::to_string(channels - 1));
+}
+
+std::string explained(const std::string& failure)
+{
+    const std::string_view prefix = "ORVO_COGNEX_APPLET_";
+    const size_t begin = failure.find(prefix);
+    if (begin == std::string::npos)
+        return failure;
+    const std::string value = os::environmentVariable(failure.substr(begin, prefix.size() + 1));
+    return value.empty() ? failure : failure + " It is set to: " + value;
+}
+
 aik::Channel openChannel(const aik::Adapter& adapter, int32_t index)
 {
     try {
         return adapter.open(index);
     } catch (const aik::Error& error) {
         if (error.isEndOfChannels())
-            throw std::runtime_error("There is no channel " + std::to_string(index));
-        throw std::runtime_error("Channel " + std::to_string(index) + ": " + error.what());
+            throw noSuchChannel(index, adapter.openAll().size());
+        throw std::runtime_error("Channel " + std::to_string(index) + ": " + explained(error.what()));
     }
 }
 

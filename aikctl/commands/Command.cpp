@@ -1,6 +1,8 @@
 #include "aikctl/commands/Command.h"
 
+#include <charconv>
 #include <string>
+#include <system_error>
 
 #include <CLI/CLI.hpp>
 
@@ -9,11 +11,23 @@
 
 namespace orvo::aikctl {
 
+std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint64_t highest)
+{
+    return [lowest, highest](const std::string& text) -> std::string {
+        uint64_t number = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        const bool isWhole = error == std::errc() && end == text.data() + text.size();
+        if (isWhole && number >= lowest && number <= highest)
+            return "";
+        return text + " is no whole number from " + std::to_string(lowest) + " to " + std::to_string(highest);
+    };
+}
+
 void declareChannel(CLI::App& command, int32_t& channel)
 {
     command.add_option("CHANNEL", channel, "Its number, as `list` shows it")
         ->required()
-        ->check(CLI::NonNegativeNumber);
+        ->check(wholeNumber(0, kHighestChannel));
 }
 
 void connectCameras(BoardCameras& cameras, Console& console)

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "aik/aik.hpp"
@@ -40,6 +42,11 @@ std::unique_ptr<Command> makeGrabCommand();
 std::unique_ptr<Command> makeReferenceCommand();
 
 // What several commands do.
+
+inline constexpr uint64_t kHighestChannel = 9999;   // far more than eight boards can have
+
+/// A check of an option: a whole number in this range, ends included. Returns the complaint, empty for none.
+std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint64_t highest);
 
 /// Adds the channel that a command works on, as its first argument.
 void declareChannel(CLI::App& command, int32_t& channel);

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <memory>
+#include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -19,10 +20,11 @@ namespace {
 constexpr const char* kDescription = "Shows the video channels of an OrvoCognexAdapter and their features, "
                                      "connects and starts their cameras,\n"
                                      "and grabs pictures.";
-constexpr const char* kFooter = "Environment: ORVO_COGNEX_APPLET_0 to ORVO_COGNEX_APPLET_7 name the applet "
-                                "file of each board. ORVODIR5_64,\n"
-                                "or ORVODIR5, names the installation if the adapter lies outside of one.\n"
-                                "Exit codes: 0 done, 1 something failed, 2 wrong usage, 130 interrupted.";
+constexpr const char* kFooter =
+    "Environment: ORVO_COGNEX_APPLET_0 to ORVO_COGNEX_APPLET_7 name the applet "
+    "file of each board. ORVODIR5_64,\n"
+    "or ORVODIR5, names the installation if the adapter lies outside of one.\n"
+    "Exit codes: 0 done, 1 something failed, 2 wrong usage, 3 no adapter, 130 interrupted.";
 
 struct CommandRow {
     const char* name;
@@ -42,61 +44,98 @@ constexpr CommandRow kCommands[] = {
      makeReferenceCommand},
 };
 
+constexpr const char* kAdapterHelp = "The adapter's file; by default the one beside aikctl";
+constexpr const char* kJsonHelp = "Write results as JSON";
+
 // Help goes where results go, and a complaint where complaints go.
-int answerParser(const CLI::App& program, const CLI::ParseError& error, Console& console)
+ExitStatus answerParser(const CLI::App& program, const CLI::ParseError& error, Console& console)
 {
     std::ostringstream complaint;
     const bool isHelp = program.exit(error, console.out(), complaint) == 0;
     if (isHelp)
-        return kDone;
+        return ExitStatus::Fine;
     std::string text = complaint.str();
     text.erase(text.find_last_not_of('\n') + 1);
     console.fail(text);
-    return kMisused;
+    return ExitStatus::WrongUsage;
 }
 
-}   // namespace
+ExitStatus runCommand(Command& command, const std::string& adapterPath, const CommonOptions& common,
+                      Console& console)
+{
+    try {
+        const aik::Adapter adapter = loadAdapter(adapterPath.empty() ? defaultAdapterPath() : adapterPath);
+        command.run(adapter, common, console);
+    } catch (const aik::LoadError& failure) {
+        console.fail(failure.what());
+        return ExitStatus::NoAdapter;
+    } catch (const std::exception& failure) {
+        console.fail(failure.what());
+    }
+    if (console.hasFailed())
+        return ExitStatus::Failed;
+    return console.interrupted() ? ExitStatus::Interrupted : ExitStatus::Fine;
+}
 
-int runCommandLine(int argc, const char* const* argv, Console& console)
+ExitStatus parseAndRun(int argc, const char* const* argv, Console& console)
 {
     CLI::App program(kDescription, "aikctl");
     program.footer(kFooter);
     program.require_subcommand(0, 1);   // a missing one is noticed below, so that an unknown one is named
     program.fallthrough();              // options of all commands are accepted after the command as well
+    program.set_version_flag("--version", "aikctl " AIKCTL_VERSION);
 
     std::string adapterPath;
     CommonOptions common;
-    program.add_option("-a,--adapter", adapterPath, "The adapter's file; by default the one beside aikctl")
-        ->type_name("FILE");
-    program.add_flag("--json", common.json, "Write results as JSON");
+    program.add_option("-a,--adapter", adapterPath, kAdapterHelp)->type_name("FILE");
+    program.add_flag("--json", common.json, kJsonHelp);
+    const std::string commonHelp = std::string("Options of all commands:\n  -a,--adapter FILE           ") +
+                                   kAdapterHelp + "\n  --json                      " + kJsonHelp;
 
     std::vector<std::unique_ptr<Command>> commands;
+    std::vector<std::string> names;
     Command* chosen = nullptr;
     for (const CommandRow& row : kCommands) {
         Command* const command = commands.emplace_back(row.make()).get();
         CLI::App* const self = program.add_subcommand(row.name, row.help);
+        names.emplace_back(row.name);
+        self->footer(commonHelp);
         command->declare(*self);
         self->callback([&chosen, command] { chosen = command; });
     }
+
+    std::string topic;
+    CLI::App* const help = program.add_subcommand("help", "Prints this help, or that of a command");
+    help->add_option("COMMAND", topic, "Its name")->check(CLI::IsMember(names));
 
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return answerParser(program, error, console);
     }
+    if (help->parsed()) {
+        // App::help() of the program would print the help of the command `help`.
+        const CLI::App* const about = topic.empty() ? &program : program.get_subcommand(topic);
+        console.out() << about->get_formatter()->make_help(about, about->get_name(),
+                                                           CLI::AppFormatMode::Normal);
+        return ExitStatus::Fine;
+    }
     if (!chosen) {
         console.fail("No command is given.\nRun with --help for more information.");
-        return kMisused;
+        return ExitStatus::WrongUsage;
     }
-    try {
-        const aik::Adapter adapter = loadAdapter(adapterPath.empty() ? defaultAdapterPath() : adapterPath);
-        chosen->run(adapter, common, console);
-    } catch (const std::exception& failure) {
-        console.fail(failure.what());
-    }
-    if (console.hasFailed())
-        return kFailed;
-    return console.interrupted() ? kInterrupted : kDone;
+    return runCommand(*chosen, adapterPath, common, console);
+}
+
+}   // namespace
+
+ExitStatus runCommandLine(int argc, const char* const* argv, Console& console)
+{
+    const ExitStatus status = parseAndRun(argc, argv, console);
+    if (console.out().flush())
+        return status;
+    console.fail("Can't write the results to standard output");
+    return status == ExitStatus::Fine ? ExitStatus::Failed : status;
 }
 
 }   // namespace orvo::aikctl

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -8,6 +7,7 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
+#include "aikctl/adapter/Adapter.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/grab/ChannelGrab.h"
@@ -22,13 +22,13 @@ using namespace std::chrono_literals;
 
 constexpr auto kLookInterval = 100ms;   // how often progress and Ctrl-C are looked at
 
+constexpr uint64_t kMostPictures = 1'000'000'000;
+
 constexpr const char* kAllChannels = "all";
 
 std::string checkChannel(const std::string& text)
 {
-    int32_t number = -1;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size() && number >= 0;
+    const bool isNumber = wholeNumber(0, kHighestChannel)(text).empty();
     return isNumber || text == kAllChannels ? ""
                                             : text + " is neither a channel's number nor " + kAllChannels;
 }
@@ -75,10 +75,11 @@ void GrabCommand::declare(CLI::App& self)
         ->check(checkChannel)
         ->capture_default_str();
     self.add_option("-n,--count", m_options.count, "Pictures from each channel")
-        ->check(CLI::PositiveNumber)
+        ->check(wholeNumber(1, kMostPictures))
         ->capture_default_str();
     self.add_option("-o,--output", m_folder, "The folder for the pictures; made if it isn't there")
         ->type_name("FOLDER")
+        ->check([](const std::string& text) { return text.empty() ? "The folder has no name" : ""; })
         ->capture_default_str();
     self.add_flag("--overwrite", m_isOverwriting, "Accept a folder that holds pictures of an earlier grab");
     self.add_option("-s,--strategy", m_options.strategy,
@@ -134,8 +135,9 @@ void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, 
         const std::string channel = "channel " + std::to_string(grab.channel().index()) + ": ";
         if (!grab.result().note.empty())
             console.note(channel + grab.result().note);
+        const std::string& step = grab.result().failedStep;
         if (!grab.result().failure.empty())
-            console.fail(channel + grab.result().failure);
+            console.fail((step.empty() ? "" : step + " of ") + channel + explained(grab.result().failure));
     }
     releaseAll(channels, console);
     const GrabReport report(grabs, folder, console.interrupted());
@@ -148,7 +150,7 @@ void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, 
 void GrabCommand::choose(std::vector<aik::Channel>& channels, const PictureFolder& folder, Grabs& grabs) const
 {
     if (channels.empty())
-        throw std::runtime_error("There is no channel: the adapter found no board");
+        throw noSuchChannel(0, 0);
     std::set<size_t> chosen;
     for (const std::string& text : m_channels) {
         if (text == kAllChannels) {
@@ -157,8 +159,7 @@ void GrabCommand::choose(std::vector<aik::Channel>& channels, const PictureFolde
         } else if (std::stoul(text) < channels.size()) {
             chosen.insert(std::stoul(text));
         } else {
-            throw std::runtime_error("There is no channel " + text + ": the last one is " +
-                                     std::to_string(channels.size() - 1));
+            throw noSuchChannel(std::stoi(text), channels.size());
         }
     }
     for (const size_t index : chosen)

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <ostream>
 
 #include <nlohmann/json.hpp>
 
+#include "aikctl/adapter/Adapter.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/console/Table.h"
@@ -37,7 +39,7 @@ void printTable(const aik::Adapter& adapter, const std::vector<aik::Channel>& ch
     table.print(out);
     for (const aik::Channel& channel : channels)
         if (!channel.failure().empty())
-            out << "channel " << channel.index() << " failed: " << channel.failure() << '\n';
+            out << "channel " << channel.index() << " failed: " << explained(channel.failure()) << '\n';
 }
 
 /// `list`: every channel with its name, size and board, and the reason if it failed.
@@ -50,10 +52,13 @@ public:
         std::vector<aik::Channel> channels = adapter.openAll();
         if (common.json)
             console.print(toJson(adapter, channels));
-        else if (channels.empty())
-            console.out() << "no channels: the adapter found no board\n";
-        else
+        else if (!channels.empty())
             printTable(adapter, channels, console.out());
+        if (channels.empty())
+            console.fail("There is no channel: the adapter found no board");
+        else if (std::ranges::none_of(channels,
+                                      [](const auto& channel) { return channel.failure().empty(); }))
+            console.fail("No channel can be used");
         releaseAll(channels, console);
     }
 };

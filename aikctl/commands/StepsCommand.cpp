@@ -15,6 +15,8 @@ namespace orvo::aikctl {
 
 namespace {
 
+constexpr uint64_t kHighestPort = 255;
+
 /// `do`: any number of steps on one open channel, in their order. Under the name of a step, such as `get`, it
 /// is that one step.
 class StepsCommand : public Command {
@@ -51,7 +53,7 @@ void StepsCommand::declare(CLI::App& self)
                   "Connect the cameras of the board first and close them at the end");
     self.add_option("--port", m_port, "With --camera: select the camera at this port, not the first one")
         ->needs("--camera")
-        ->check(CLI::NonNegativeNumber);
+        ->check(wholeNumber(0, kHighestPort));
     self.add_option("-k,--key", m_key,
                     "The parameter's name, for the features Brd...Value, Camera...Value and CameraCommand");
     self.parse_complete_callback([this] { settle(); });

@@ -52,10 +52,10 @@ void ChannelGrab::prepare()
             m_channel.write("Transformation", "RGB8PackedToPlanar");
         m_channel.setup();
     } catch (const std::bad_alloc&) {
-        fail("There is no memory for a picture of " + std::to_string(m_channel.width()) + " x " +
-             std::to_string(m_channel.height()));
+        fail("setup", "There is no memory for a picture of " + std::to_string(m_channel.width()) + " x " +
+                          std::to_string(m_channel.height()));
     } catch (const std::exception& failure) {
-        fail(failure.what());
+        fail("setup", failure.what());
     }
 }
 
@@ -67,7 +67,7 @@ void ChannelGrab::start()
         m_channel.start();
         m_isRunning = true;
     } catch (const aik::Error& failure) {
-        fail(failure.what());
+        fail("start", failure.what());
     }
 }
 
@@ -82,7 +82,7 @@ void ChannelGrab::fetch(std::function<void()> onNews)
             });
             return;
         } catch (const std::exception& failure) {
-            fail(failure.what());
+            fail("fetch", failure.what());
         }
     }
     m_isDone = true;
@@ -104,7 +104,7 @@ void ChannelGrab::stop()
         // Stopping another channel of the same applet process has stopped this one, too. Nothing tells
         // beforehand which channels share a process.
         if (failure.what() != kNotRunning)
-            fail(failure.what());
+            fail("stop", failure.what());
     }
 }
 
@@ -125,7 +125,7 @@ void ChannelGrab::fetchAll(const std::function<void()>& onNews)
         }
         saveWaiting();
     } catch (const std::exception& failure) {
-        fail(failure.what());
+        fail(m_step, failure.what());
     }
     if (m_fetched < m_options.count)
         account();
@@ -162,6 +162,7 @@ void ChannelGrab::saveWaiting()
 
 void ChannelGrab::save(Image image)
 {
+    m_step = "save";
     const PixelFormat* const format = findPixelFormat(m_last.format, m_last.bytesPerPixel, m_last.isPlanar);
     if (m_result.pictures == 0) {
         m_result.format = describePixelFormat(m_last.format, m_last.bytesPerPixel, m_last.isPlanar);
@@ -176,6 +177,7 @@ void ChannelGrab::save(Image image)
         m_folder.save(m_channel.index(), number, "png", encodePng(picture));
     }
     m_result.pictures = number;
+    m_step = "fetch";
 }
 
 void ChannelGrab::account()
@@ -185,15 +187,17 @@ void ChannelGrab::account()
         if (counted > m_fetched)
             m_result.lost = counted - m_fetched;
     } catch (const aik::Error& failure) {
-        fail(failure.what());
+        fail("frame count", failure.what());
     }
     m_result.lost += lostByOverflow(m_result.failure);
 }
 
-void ChannelGrab::fail(const std::string& text)
+void ChannelGrab::fail(const char* step, const std::string& text)
 {
-    if (m_result.failure.empty())
-        m_result.failure = text;
+    if (!m_result.failure.empty())
+        return;
+    m_result.failure = text;
+    m_result.failedStep = step;
 }
 
 }   // namespace orvo::aikctl

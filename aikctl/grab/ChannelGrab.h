@@ -31,7 +31,8 @@ struct GrabResult {
     double picturesPerSecond = 0;       // from the first to the last; 0 below two pictures
     std::vector<uint64_t> timestamps;   // of the pictures, in the board's ticks, if they are wanted
     std::string note;                   // worth telling, but no failure
-    std::string failure;                // why it ended early
+    std::string failure;                // why it ended early, or was not begun
+    std::string failedStep;             // what failed; empty if the channel itself did
 };
 
 /// Fetches pictures from one channel and saves them, on a thread of its own. Call in this order: prepare(),
@@ -71,7 +72,7 @@ private:
     void save(Image image);
     void saveWaiting();
     void account();
-    void fail(const std::string& text);
+    void fail(const char* step, const std::string& text);
 
     aik::Channel& m_channel;
     const GrabOptions m_options;
@@ -85,6 +86,7 @@ private:
     // Used by the fetching thread alone from fetch() to join().
     aik::Picture m_last;                           // how to read the bytes, its own and those that wait
     std::vector<std::vector<uint8_t>> m_waiting;   // a few, fetched before the format was known
+    const char* m_step = "fetch";                  // what the thread does
     Clock::time_point m_firstTime;
     GrabResult m_result;
 };

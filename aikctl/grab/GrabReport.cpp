@@ -86,7 +86,8 @@ nlohmann::ordered_json GrabReport::toJson() const
                            {"picturesPerSecond", result.picturesPerSecond},
                            {"timestamps", result.timestamps},
                            {"note", result.note},
-                           {"failure", result.failure}});
+                           {"failure", result.failure},
+                           {"failedStep", result.failedStep}});
     }
     return report;
 }

@@ -19,8 +19,8 @@ Outcome AikctlTest::run(const std::string& arguments) const
     std::ostringstream out;
     std::ostringstream err;
     Console console(out, err, false, [] { return false; });
-    const int exitCode = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
-    return {exitCode, out.str(), err.str()};
+    const ExitStatus status = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
+    return {static_cast<int>(status), out.str(), err.str()};
 }
 
 }   // namespace orvo::aikctl

@@ -32,7 +32,7 @@ protected:
     void expectComplaint(const std::string& adapter, const std::string& text) const
     {
         const Outcome list = run("list --adapter " + adapter);
-        EXPECT_EQ(list.exitCode, 1);
+        EXPECT_EQ(list.exitCode, 3);
         EXPECT_THAT(list.err, HasSubstr(text));
         EXPECT_EQ(list.out, "");
     }

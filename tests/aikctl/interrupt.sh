@@ -1,5 +1,6 @@
 #!/bin/bash
-# interrupt.sh <folder> <aikctl...>: starts a grab, presses Ctrl-C once pictures come, and checks how it ends.
+# interrupt.sh <folder> <aikctl...>: starts a grab, presses Ctrl-C once pictures come, and checks how it ends. Then
+# presses it twice.
 set -u
 folder=$1
 shift
@@ -26,4 +27,18 @@ expect 'grep -q "interrupted; saved [0-9]* pictures in" out'
 expect '[[ -z $(find pictures -name "*.part") ]]'
 expect '[[ $(grep -lca IEND pictures/* | wc -l) == $(ls pictures | wc -l) ]]'   # each whole to its last chunk
 expect '[[ $(grep -o "saved [0-9]*" out) == "saved $(ls pictures | wc -l)" ]]'
+
+# A second Ctrl-C ends it at once.
+ORVO_COGNEX_APPLET_0=applet.hap "$@" grab 0 --no-camera --timeout 1000 --output none &
+job=$!
+until [[ -d none ]]; do
+    kill -0 $job 2>/dev/null || { echo "aikctl ended before it was asked to"; exit 1; }
+    sleep 0.05
+done
+kill -INT $job
+sleep 0.01
+kill -INT $job 2>/dev/null
+wait $job
+code=$?
+expect '((code == 130))'
 exit $failed

@@ -1,0 +1,69 @@
+#include <sstream>
+
+#include "aikctl/commands/CommandLine.h"
+#include "aikctl/console/Console.h"
+#include "tests/aikctl/AikctlTest.h"
+
+namespace orvo::aikctl {
+namespace {
+
+using CommandLine = AikctlTest;
+
+TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
+{
+    const std::pair<std::string, std::string> misuses[] = {
+        {"", "No command is given"},
+        {"grow", "grow"},
+        {"grab -- -1", "-1 is neither"},
+        {"grab 1x", "1x is neither a channel's number nor all"},
+        {"grab --count 0", "--count: 0 is no whole number from 1 to 1000000000"},
+        {"grab --count 18446744073709551616", "--count"},
+        {"features abc", "CHANNEL: abc is no whole number from 0 to 9999"},
+        {"help grow", "grow"},
+        {"grab --strategy Newest", "NewestOnly"},
+        {"grab --timeout 0", "--timeout"},
+        {"list --count 3", "--count"},
+        {"grab --set Width", "Width is no NAME=VALUE"},
+        {"grab --no-camera --action", "--no-camera"},
+        {"do 0", "STEP"},
+        {"do 0 get PortCount put", "put is no step: get FEATURE, set FEATURE=VALUE or exec FEATURE"},
+        {"do 0 get", "get lacks its feature"},
+        {"set 0 BufferCount", "set BufferCount has no value"},
+        {"get -1 BufferCount", "CHANNEL"},
+        {"get 0 BufferCount --key Width", "--key Width is for none of the features"},
+        {"get 0 PortIndex --port 1", "--camera"},
+    };
+    for (const auto& [arguments, complaint] : misuses) {
+        const Outcome misuse = run(arguments);
+        EXPECT_EQ(misuse.exitCode, 2) << misuse.err;
+        EXPECT_THAT(misuse.err, HasSubstr(complaint));
+        EXPECT_EQ(misuse.out, "");
+    }
+    EXPECT_EQ(OrvoSim_countJournal(), 0U);
+}
+
+TEST_F(CommandLine, PrintsHelpWhereResultsGo)
+{
+    for (const std::string arguments : {"grab --help", "help grab"}) {
+        const Outcome help = run(arguments);
+        EXPECT_EQ(help.exitCode, 0);
+        for (const char* const option : {"--strategy", "--json", "--adapter"})
+            EXPECT_THAT(help.out, HasSubstr(option));
+        EXPECT_EQ(help.err, "");
+    }
+    EXPECT_EQ(run("help").out, run("--help").out);
+    EXPECT_THAT(run("--version").out, testing::MatchesRegex("aikctl [0-9.]+\n"));
+}
+
+TEST_F(CommandLine, NoticesOutputThatFails)
+{
+    std::ostream full(nullptr);
+    std::ostringstream err;
+    Console console(full, err, false, [] { return false; });
+    const char* const argv[] = {"aikctl", "list"};
+    EXPECT_EQ(runCommandLine(2, argv, console), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("Can't write the results"));
+}
+
+}   // namespace
+}   // namespace orvo::aikctl

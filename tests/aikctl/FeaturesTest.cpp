@@ -1,0 +1,54 @@
+#include <fstream>
+#include <iterator>
+
+#include "tests/aikctl/AikctlTest.h"
+
+namespace orvo::aikctl {
+namespace {
+
+using Features = AikctlTest;
+
+json named(const json& list, const std::string& name)
+{
+    for (const auto& feature : list["features"])
+        if (feature["name"] == name)
+            return feature;
+    return nullptr;
+}
+
+TEST_F(Features, AreShownAsTheyAreAndNotChanged)
+{
+    const json list = run("features 0 --json").json();
+    EXPECT_EQ(journal("Brd_set* Brd_Add* Brd_Alloc* Brd_Acquire* Eth_* Ogc_*"), test::Lines());
+    EXPECT_EQ(named(list, "AcquisitionStrategy")["value"], "OldestFirstOverwrite");
+    EXPECT_EQ(named(list, "AcquisitionStrategy")["entries"].size(), 3U);
+    EXPECT_EQ(named(list, "PortCount")["available"], false);
+    EXPECT_EQ(named(list, "CameraCommand")["available"], false);   // can only be written
+    EXPECT_EQ(named(list, "Detect")["available"], nullptr);
+    EXPECT_EQ(named(list, "BrdIntValue")["available"], true);
+    EXPECT_EQ(named(list, "BrdIntValue")["value"], nullptr);
+    EXPECT_NE(named(list, "BrdIntValue")["failure"], "");
+
+    const json connected = run("features 0 --camera --json").json();
+    EXPECT_EQ(named(connected, "CameraName")["value"], "Camera 0-0");
+    EXPECT_EQ(named(connected, "CameraCommand")["available"], true);
+    EXPECT_EQ(named(connected, "EthActionCommand_Send")["available"], true);
+
+    EXPECT_THAT(run("features 2").out, HasSubstr("\n4       BufferCount "));
+}
+
+// docs/features.md is what this prints. After a change: `aikctl reference > docs/features.md`.
+TEST_F(Features, HaveAPageThatIsUpToDate)
+{
+    std::ifstream file("features.md", std::ios::binary);
+    const std::string page((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(run("reference").out, page);
+
+    noApplet(1);   // one kind of camera is missing: no page rather than half of it
+    const Outcome half = run("reference");
+    EXPECT_EQ(half.exitCode, 1);
+    EXPECT_EQ(half.out, "");
+}
+
+}   // namespace
+}   // namespace orvo::aikctl
