@@ -103,12 +103,12 @@ void manyThreads(Report& report, const Adapter& adapter)
         return all;
     };
     const auto eachPicture = [&](uint32_t count, Samples& samples) {
-        for (const auto& ofChannel : flow(channels, count, report.scaled(2000) / count + 1, true))
+        for (const auto& ofChannel : flow(channels, count, report.scaled(1000) / count + 1, true))
             for (const uint64_t time : ofChannel)
                 samples.add(static_cast<double>(time));
     };
     const auto allPictures = [&](uint32_t count, Samples& samples) {
-        const uint64_t pictures = report.scaled(8000) / count + 1;
+        const uint64_t pictures = report.scaled(4000) / count + 1;
         const uint64_t begin = clockNanoseconds();
         flow(channels, count, pictures, false);
         const uint64_t total = count * pictures;
