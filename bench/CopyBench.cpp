@@ -45,9 +45,11 @@ private:
 
 void splitByPlainLoop(uint8_t* planes, const uint8_t* packed, size_t pixels)
 {
-    for (size_t i = 0; i < pixels; ++i)
-        for (size_t plane = 0; plane < 3; ++plane)
-            planes[plane * pixels + i] = packed[3 * i + 2 - plane];
+    for (size_t i = 0; i < pixels; ++i) {
+        planes[i] = packed[3 * i + 2];
+        planes[pixels + i] = packed[3 * i + 1];
+        planes[2 * pixels + i] = packed[3 * i];
+    }
 }
 
 void compareAt(Report& report, const std::string& job, Pairs& pairs)

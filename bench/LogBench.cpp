@@ -38,7 +38,7 @@ void compareLevels(Report& report, const Adapter& adapter)
 {
     const std::vector<int64_t> ids = openChannels(adapter, 1);
     const auto setLevel =
-        adapter.find<BenchDispatcher_setLevel_t>("common-logging-dispatcher", "BenchDispatcher_setLevel");
+        adapter.find<SetLevelFunction>("common-logging-dispatcher", "BenchDispatcher_setLevel");
     std::array<char, AIK_ERRSTR_SIZE> errstr{};
     uint32_t type = 0;
     const auto atLevel = [&](const char* name, int32_t level) -> Contender {

@@ -1,7 +1,10 @@
 // The whole way of a picture through the exports, and how many a second pass.
 
+#include <array>
 #include <atomic>
+#include <cstring>
 #include <exception>
+#include <stdexcept>
 #include <thread>
 
 #include "bench/harness/Adapter.h"
@@ -44,16 +47,24 @@ void oneThread(Report& report, const Adapter& adapter, uint32_t side)
                                           contender("callback, wait, attributes, GetImage", all)});
 }
 
-/// Each channel has a thread that delivers as fast as blocks come free, and one that fetches.
-void flow(const RunningChannels& channels, uint32_t count, uint64_t pictures, uint32_t side, Samples& samples)
+constexpr uint32_t kManySide = 8;
+constexpr uint32_t kManyChannels = 16;
+
+/// Each of the first `count` channels has a thread that delivers and one that fetches. Each picture carries the time
+/// of its delivery. With `oneAtATime` the next picture is delivered when the last one was fetched, otherwise as soon
+/// as a block is free. Returns, per channel, how long each picture took from its delivery until it was fetched.
+std::vector<std::vector<uint64_t>> flow(const RunningChannels& channels, uint32_t count, uint64_t pictures,
+                                        bool oneAtATime)
 {
     std::atomic<bool> failed{false};
+    std::array<std::atomic<uint64_t>, kManyChannels> fetched{};
+    std::vector<std::vector<uint64_t>> times(count);
     std::vector<std::thread> threads;
-    const uint64_t begin = clockNanoseconds();
     for (uint32_t channel = 0; channel < count; ++channel) {
+        times[channel].reserve(pictures);
         threads.emplace_back([&, channel] {
             for (uint64_t i = 0; i < pictures && !failed;) {
-                if (channels.deliver(channel))
+                if ((!oneAtATime || fetched[channel] == i) && channels.deliver(channel, clockNanoseconds()))
                     ++i;
                 else
                     std::this_thread::yield();
@@ -61,9 +72,14 @@ void flow(const RunningChannels& channels, uint32_t count, uint64_t pictures, ui
         });
         threads.emplace_back([&, channel] {
             try {
-                Image image = imageOf(side);
-                for (uint64_t i = 0; i < pictures && !failed; ++i)
+                Image image = imageOf(kManySide);
+                for (uint64_t i = 0; i < pictures && !failed; ++i) {
                     channels.fetch(channel, image.data());
+                    uint64_t delivered = 0;
+                    std::memcpy(&delivered, image.data(), sizeof delivered);
+                    times[channel].push_back(clockNanoseconds() - delivered);
+                    ++fetched[channel];
+                }
             } catch (const std::exception&) {
                 failed = true;
             }
@@ -73,23 +89,33 @@ void flow(const RunningChannels& channels, uint32_t count, uint64_t pictures, ui
         thread.join();
     if (failed)
         throw std::runtime_error("A call has failed while pictures flowed");
-    const auto operations = static_cast<double>(count * pictures);
-    samples.add(static_cast<double>(clockNanoseconds() - begin) / operations, count * pictures);
+    return times;
 }
 
 void manyThreads(Report& report, const Adapter& adapter)
 {
-    constexpr uint32_t kSide = 8;
-    constexpr uint32_t kMost = 16;
-    constexpr uint64_t kPictures = 8000;
-    const RunningChannels channels(adapter, kMost, kSide, "OldestFirst");   // no picture may be passed over
-    std::vector<Contender> contenders;
-    for (const uint32_t count : {2U, 1U, 4U, kMost})
-        contenders.push_back(
-            {std::to_string(count) + " channels", [&channels, &report, count](Samples& samples) {
-                 flow(channels, count, report.scaled(kPictures) / count + 1, kSide, samples);
-             }});
-    report.compare("time per picture, all channels", contenders);
+    const RunningChannels channels(adapter, kManyChannels, kManySide, "OldestFirst");   // skips no picture
+    const auto contenders = [&](std::initializer_list<uint32_t> counts, auto round) {
+        std::vector<Contender> all;
+        for (const uint32_t count : counts)
+            all.push_back({std::to_string(count) + " channels",
+                           [round, count](Samples& samples) { round(count, samples); }});
+        return all;
+    };
+    const auto eachPicture = [&](uint32_t count, Samples& samples) {
+        for (const auto& ofChannel : flow(channels, count, report.scaled(1000) / count + 1, true))
+            for (const uint64_t time : ofChannel)
+                samples.add(static_cast<double>(time));
+    };
+    const auto allPictures = [&](uint32_t count, Samples& samples) {
+        const uint64_t pictures = report.scaled(4000) / count + 1;
+        const uint64_t begin = clockNanoseconds();
+        flow(channels, count, pictures, false);
+        const uint64_t total = count * pictures;
+        samples.add(static_cast<double>(clockNanoseconds() - begin) / static_cast<double>(total), total);
+    };
+    report.compare("delivered to fetched, two threads", contenders({1, 4, kManyChannels}, eachPicture));
+    report.compare("time per picture, as fast as it goes", contenders({2, 1, 4, kManyChannels}, allPictures));
 }
 
 }   // namespace

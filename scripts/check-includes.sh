@@ -45,6 +45,7 @@ folders='
     tests           include os src sim aikctl
     tests/system    include os sim tests
     tests/aikctl    include os sim tests aikctl
+    bench           include os src sim
     examples        include
 '
 

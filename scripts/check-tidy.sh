@@ -54,6 +54,6 @@ check() {
 
 compilers=$(clang-tidy-16 --version | sha256sum)
 status=0
-(check "$1" '-clang-analyzer-*,-bugprone-suspicious-include' "$PWD/$1" 'os|src|sim|aikctl|tests|examples') || status=1
+(check "$1" '-clang-analyzer-*,-bugprone-suspicious-include' "$PWD/$1" 'os|src|sim|aikctl|bench|tests|examples') || status=1
 (check "$2" "-*,$alone" "$repository" 'os|src|sim|aikctl') || status=1
 exit $status

@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
-/// Sets the lowest level that is on, for every logger. Look it up in `common-logging-dispatcher`. Not while the
-/// adapter loads or leaves the dispatcher.
-using BenchDispatcher_setLevel_t = void (*)(int32_t level);
+namespace orvo::bench {
+
+/// "BenchDispatcher_setLevel" of `common-logging-dispatcher`: sets the lowest level that is on, for every logger.
+/// Not while the adapter loads the dispatcher or leaves it.
+using SetLevelFunction = void (*)(int32_t level);
+
+}   // namespace orvo::bench

@@ -1,5 +1,6 @@
-// Does a few steps of each guarded case on one thread, and prints how many blocks a step takes from the heap. A tool
-// that counts instructions finds each case as a function of its own: guard_<case>. check.sh runs it.
+// Does some steps of each guarded case on one thread. Prints how many steps that were, and how many blocks a step
+// takes from the heap. A tool that counts instructions finds each case as a function of its own: guard_<case>.
+// check.sh runs it.
 
 #include <array>
 #include <cstdio>
@@ -13,8 +14,9 @@ using namespace orvo::bench;
 namespace {
 
 constexpr uint32_t kSide = 8;
-constexpr int kWarmUpSteps = 20;
-constexpr int kSteps = 100;   // check.sh knows this number from the first line
+constexpr int kWarmUpSteps = 3;
+constexpr int kSteps = 1000;
+constexpr int kSlowSteps = 20;   // each waits for milliseconds
 
 }   // namespace
 
@@ -28,26 +30,32 @@ struct Guarded {
     uint32_t type = 0;
 };
 
+// X(case, steps)
 #define ORVO_GUARDED_CASES(X)                                                                                \
-    X(fetch) X(waitAttributesFetch) X(exportWithLoggingOff) X(readFeature) X(writeFeature)
+    X(fetch, kSteps)                                                                                         \
+    X(waitAttributesFetch, kSteps)                                                                           \
+    X(waitInVain, kSlowSteps)                                                                                \
+    X(exportWithLoggingOff, kSteps)                                                                          \
+    X(readFeature, kSteps)                                                                                   \
+    X(writeFeature, kSteps)
 
 extern "C" {
 
-#define ORVO_DECLARE(name) [[gnu::noinline]] void guard_##name(Guarded& guarded, int steps);
+#define ORVO_DECLARE(name, steps) [[gnu::noinline]] void guard_##name(Guarded& guarded, int count);
 ORVO_GUARDED_CASES(ORVO_DECLARE)
 #undef ORVO_DECLARE
 
-void guard_fetch(Guarded& guarded, int steps)
+void guard_fetch(Guarded& guarded, int count)
 {
-    for (int i = 0; i < steps; ++i) {
+    for (int i = 0; i < count; ++i) {
         guarded.channels.deliver(0);
         guarded.channels.fetch(0, guarded.image.data());
     }
 }
 
-void guard_waitAttributesFetch(Guarded& guarded, int steps)
+void guard_waitAttributesFetch(Guarded& guarded, int count)
 {
-    for (int i = 0; i < steps; ++i) {
+    for (int i = 0; i < count; ++i) {
         guarded.channels.deliver(0);
         guarded.channels.wait(0);
         guarded.channels.attributes(0);
@@ -55,25 +63,34 @@ void guard_waitAttributesFetch(Guarded& guarded, int steps)
     }
 }
 
-void guard_exportWithLoggingOff(Guarded& guarded, int steps)
+void guard_waitInVain(Guarded& guarded, int count)
 {
-    for (int i = 0; i < steps; ++i)
+    uint32_t result = AIK_ACQ_COMPLETED;
+    for (int i = 0; i < count; ++i)
+        check(guarded.adapter.GetImage(guarded.errstr.data(), guarded.channels.id(0), guarded.image.data(),
+                                       &result),
+              guarded.errstr.data());
+}
+
+void guard_exportWithLoggingOff(Guarded& guarded, int count)
+{
+    for (int i = 0; i < count; ++i)
         check(guarded.adapter.GetFeatureType(guarded.errstr.data(), guarded.channels.id(0), "BufferCount",
                                              &guarded.type),
               guarded.errstr.data());
 }
 
-void guard_readFeature(Guarded& guarded, int steps)
+void guard_readFeature(Guarded& guarded, int count)
 {
-    for (int i = 0; i < steps; ++i)
+    for (int i = 0; i < count; ++i)
         check(guarded.adapter.ReadValue(guarded.errstr.data(), guarded.channels.id(0), "BufferCount",
                                         guarded.value.data()),
               guarded.errstr.data());
 }
 
-void guard_writeFeature(Guarded& guarded, int steps)
+void guard_writeFeature(Guarded& guarded, int count)
 {
-    for (int i = 0; i < steps; ++i)
+    for (int i = 0; i < count; ++i)
         check(guarded.adapter.WriteValue(guarded.errstr.data(), guarded.channels.id(0), "BrdFeatureKey",
                                          "Width"),
               guarded.errstr.data());
@@ -85,9 +102,10 @@ namespace {
 
 constexpr struct {
     const char* name;
-    void (*run)(Guarded& guarded, int steps);
+    void (*run)(Guarded& guarded, int count);
+    int steps;
 } kCases[] = {
-#define ORVO_ROW(name) {#name, guard_##name},
+#define ORVO_ROW(name, steps) {#name, guard_##name, steps},
     ORVO_GUARDED_CASES(ORVO_ROW)
 #undef ORVO_ROW
 };
@@ -97,16 +115,16 @@ constexpr struct {
 int main()
 try {
     Guarded guarded;
-    std::printf("steps %d\n", kSteps);
     for (const auto& row : kCases) {
         row.run(guarded, kWarmUpSteps);
         uint64_t allocations = 0;
         {
             const AllocationCount count;
-            row.run(guarded, kSteps);
+            row.run(guarded, row.steps);
             allocations = count.soFar();
         }
-        std::printf("%s %.2f\n", row.name, static_cast<double>(allocations) / kSteps);
+        std::printf("%s %d %.2f\n", row.name, kWarmUpSteps + row.steps,
+                    static_cast<double>(allocations) / row.steps);
     }
     return 0;
 } catch (const std::exception& failure) {

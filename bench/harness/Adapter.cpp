@@ -17,8 +17,11 @@ std::string programFolder()
     return path.substr(0, path.find_last_of(os::kSeparator));
 }
 
+/// Not zeroed as a whole: that would be a good part of what a bench measures.
 struct Errstr {
-    std::array<char, AIK_ERRSTR_SIZE> text{};
+    Errstr() { text[0] = '\0'; }
+
+    std::array<char, AIK_ERRSTR_SIZE> text;
 
     void check(int32_t code) const { bench::check(code, text.data()); }
 };
@@ -61,7 +64,7 @@ void check(int32_t code, const char* errstr)
 
 std::vector<int64_t> openChannels(const Adapter& adapter, uint32_t count)
 {
-    adapter.find<BenchBoard_setDmaCount_t>("brdlib5", "BenchBoard_setDmaCount")(count);
+    adapter.find<SetDmaCountFunction>("brdlib5", "BenchBoard_setDmaCount")(count);
     std::vector<int64_t> ids;
     for (uint32_t index = 0; index < count; ++index) {
         Errstr errstr;
@@ -85,7 +88,7 @@ void closeChannels(const Adapter& adapter, const std::vector<int64_t>& ids)
 
 RunningChannels::RunningChannels(const Adapter& adapter, uint32_t count, uint32_t side, const char* strategy)
     : m_adapter(adapter),
-      m_deliver(adapter.find<BenchBoard_deliver_t>("brdlib5", "BenchBoard_deliver")),
+      m_deliver(adapter.find<DeliverFunction>("brdlib5", "BenchBoard_deliver")),
       m_ids(openChannels(adapter, count))
 {
     Errstr errstr;

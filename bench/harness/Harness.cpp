@@ -92,7 +92,7 @@ std::string timeText(double nanoseconds)
 
 void print(const Row& row)
 {
-    std::printf("%-8s %-34s %-28s %10s %10s %10s %10s %7.1f %7.2f\n", kPlatform, row.job.c_str(),
+    std::printf("%-8s %-37s %-39s %10s %10s %10s %10s %7.1f %7.2f\n", kPlatform, row.job.c_str(),
                 row.contender.c_str(), timeText(row.median).c_str(), timeText(row.percentile99).c_str(),
                 timeText(row.percentile999).c_str(), timeText(row.cpu).c_str(), row.allocations, row.ratio);
     std::fflush(stdout);
@@ -108,7 +108,7 @@ void Samples::add(double nanoseconds, uint64_t operations)
 
 Report::Report(bool smoke) : m_smoke(smoke)
 {
-    std::printf("%-8s %-34s %-28s %10s %10s %10s %10s %7s %7s\n", "platform", "job", "contender", "median",
+    std::printf("%-8s %-37s %-39s %10s %10s %10s %10s %7s %7s\n", "platform", "job", "contender", "median",
                 "99 %", "99.9 %", "cpu", "allocs", "ratio");
 }
 

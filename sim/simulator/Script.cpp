@@ -14,7 +14,7 @@ using Kind = Script::Order::Kind;
 namespace {
 
 constexpr std::string_view kFunctions[] = {
-#include "ScriptedFunctions.inc"
+#include <ScriptedFunctions.inc>   // made by CMake from the .def files
 };
 
 }   // namespace
