@@ -85,10 +85,10 @@ void bench(Report& report)
     static constexpr struct {
         const char* name;
         size_t bytes;
-    } kSizes[] = {{"12 KiB", 64 * 64 * 3},
-                  {"900 KiB (640x480)", 640 * 480 * 3},
-                  {"4 MiB", 4U << 20},
-                  {"36 MB (4000x3000)", 4000 * 3000 * 3}};
+    } kSizes[] = {{"12 KiB", size_t{64} * 64 * 3},
+                  {"900 KiB (640x480)", size_t{640} * 480 * 3},
+                  {"4 MiB", size_t{4} << 20},
+                  {"36 MB (4000x3000)", size_t{4000} * 3000 * 3}};
     for (const auto& [name, bytes] : kSizes) {
         Pairs warm(bytes, 1);
         compareAt(report, std::string("copy warm ") + name, warm);

@@ -66,6 +66,7 @@ void bench(Report& report)
                        channels.fetch(0, image.data());
                    }});
     std::vector<Contender> contenders;
+    contenders.reserve(all.size());
     for (const HandOff& handOff : all)
         contenders.push_back({handOff.name, [&report, handOff](Samples& samples) {
                                   pass(handOff, report.scaled(200), samples);

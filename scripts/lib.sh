@@ -35,6 +35,7 @@ build() {
 useWine() {
     export WINEPREFIX=${1:-$cache/wine} WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml=
     unset DISPLAY WAYLAND_DISPLAY
+    export LC_ALL=C.UTF-8   # what Wine takes the code page of file names from
 }
 
 # Starts the services of the prefix unless they run. If the first program started them instead, they would keep

@@ -132,12 +132,14 @@ void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, 
     cameras.close();
 
     for (const ChannelGrab& grab : grabs) {
-        const std::string channel = "channel " + std::to_string(grab.channel().index()) + ": ";
+        std::string channel = "channel ";
+        channel.append(std::to_string(grab.channel().index())).append(": ");
         if (!grab.result().note.empty())
             console.note(channel + grab.result().note);
         const std::string& step = grab.result().failedStep;
         if (!grab.result().failure.empty())
-            console.fail((step.empty() ? "" : step + " of ") + channel + explained(grab.result().failure));
+            console.fail(
+                (step.empty() ? channel : step + " of " + channel).append(explained(grab.result().failure)));
     }
     releaseAll(channels, console);
     const GrabReport report(grabs, folder, console.interrupted());

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "aikctl/pictures/PixelFormat.h"
 
@@ -29,8 +30,8 @@ uint64_t lostByOverflow(std::string_view failure)
 
 }   // namespace
 
-ChannelGrab::ChannelGrab(aik::Channel& channel, const GrabOptions& options, const PictureFolder& folder)
-    : m_channel(channel), m_options(options), m_folder(folder)
+ChannelGrab::ChannelGrab(aik::Channel& channel, GrabOptions options, const PictureFolder& folder)
+    : m_channel(channel), m_options(std::move(options)), m_folder(folder)
 {
     m_result.failure = channel.failure();
 }

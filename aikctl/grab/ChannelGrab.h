@@ -42,7 +42,7 @@ struct GrabResult {
 class ChannelGrab {
 public:
     /// Copies the options. Channel and folder outlive the grab.
-    ChannelGrab(aik::Channel& channel, const GrabOptions& options, const PictureFolder& folder);
+    ChannelGrab(aik::Channel& channel, GrabOptions options, const PictureFolder& folder);
     ChannelGrab(const ChannelGrab&) = delete;
     ChannelGrab& operator=(const ChannelGrab&) = delete;
     ~ChannelGrab();

@@ -87,7 +87,7 @@ extern "C" {
 ORVO_BRD_FUNCTIONS(ORVO_DECLARE)
 #undef ORVO_DECLARE
 void BenchBoard_setDmaCount(uint32_t count);
-int32_t BenchBoard_deliver(uint32_t dma, uint64_t word);
+int32_t BenchBoard_deliver(uint32_t index, uint64_t word);
 
 void BenchBoard_setDmaCount(uint32_t count)
 {

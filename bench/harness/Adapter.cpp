@@ -42,7 +42,7 @@ os::Module Adapter::load(const std::string& library) const
 {
     const std::string path = m_folder + os::kSeparator + library + os::kLibraryEnding;
     os::Error error;
-    os::Module const module = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
+    os::Module module = os::loadLibrary(path, os::Neighbours::BesideTheLibrary, &error);
     if (!module)
         throw std::runtime_error("Cannot load " + path + ": " + error.text);
     return module;
@@ -50,7 +50,7 @@ os::Module Adapter::load(const std::string& library) const
 
 os::Symbol Adapter::symbol(const std::string& library, const char* name) const
 {
-    os::Symbol const found = os::findSymbol(load(library), name);
+    os::Symbol found = os::findSymbol(load(library), name);
     if (!found)
         throw std::runtime_error(library + " has no " + name);
     return found;

@@ -18,7 +18,7 @@ public:
     AllocationCount();
     AllocationCount(const AllocationCount&) = delete;
     AllocationCount& operator=(const AllocationCount&) = delete;
-    ~AllocationCount();
+    ~AllocationCount();   // NOLINT(performance-trivially-destructible): where nothing is counted, it is
 
     uint64_t soFar() const;
 };

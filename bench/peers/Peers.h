@@ -45,7 +45,7 @@ HandOff handOffOver(const std::string& name)
         state->lock.lock();
         ++state->count;
         state->lock.unlock();
-        state->condition.notify_one();
+        state->condition.notifyOne();
     };
     const auto take = [state] {
         state->lock.lock();
@@ -60,7 +60,7 @@ HandOff handOffOver(const std::string& name)
 /// std::condition_variable, with a std::mutex that the caller has locked.
 class StandardCondition {
 public:
-    void notify_one() { m_condition.notify_one(); }
+    void notifyOne() { m_condition.notify_one(); }
     void wait(std::mutex& mutex)
     {
         std::unique_lock<std::mutex> lock(mutex, std::adopt_lock);

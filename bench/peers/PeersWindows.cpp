@@ -18,7 +18,7 @@ private:
 
 class SlimCondition {
 public:
-    void notify_one() { WakeConditionVariable(&m_condition); }
+    void notifyOne() { WakeConditionVariable(&m_condition); }
     void wait(SlimLock& lock) { SleepConditionVariableSRW(&m_condition, lock.get(), INFINITE, 0); }
 
 private:

@@ -39,6 +39,7 @@ const CameraParameter* ParameterSheet::find(std::string_view name) const
 std::vector<std::string_view> ParameterSheet::names() const
 {
     std::vector<std::string_view> names;
+    names.reserve(m_parameters.size());
     for (const auto& [name, parameter] : m_parameters)
         names.emplace_back(name);
     return names;

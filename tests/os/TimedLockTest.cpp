@@ -24,6 +24,7 @@ os::Deadline after(os::Deadline::duration time)
 void runThreads(int count, const std::function<void()>& work)
 {
     std::vector<std::jthread> threads;
+    threads.reserve(static_cast<size_t>(count));
     for (int i = 0; i < count; ++i)
         threads.emplace_back(work);
 }

@@ -76,9 +76,9 @@ struct EndOfThread {
     ~EndOfThread()
     {
         std::this_thread::sleep_for(milliseconds(20));
-        hasCome = true;
+        s_hasCome = true;
     }
-    static inline std::atomic<bool> hasCome{false};
+    static inline std::atomic<bool> s_hasCome{false};
 };
 
 TEST_F(FlowingRing, StopsWithItsThreadAndAfterACallbackThatMayCallTheLibraryMeanwhile)
@@ -97,7 +97,7 @@ TEST_F(FlowingRing, StopsWithItsThreadAndAfterACallbackThatMayCallTheLibraryMean
     std::thread stopper([&] {
         ring.stop();
         blockBeforeStop = block.load();
-        hadEnded = EndOfThread::hasCome.load();
+        hadEnded = EndOfThread::s_hasCome.load();
     });
     EXPECT_EQ(3, ring.free()) << "other threads are not shut out";
     OrvoSim_letGo("Brd_getImagePtrEx");
@@ -150,7 +150,7 @@ TEST_F(Faults, JitterPicturesAroundTheirScheduleAndAddNothingUp)
     const BoardRing ring(open(0, kTwoHundredASecond), 0, 8, 64);
     ring.start();
     ASSERT_TRUE(waitForDelivered(8));
-    const int64_t off = std::abs(ring.microsecondsAt(8) - 7 * 5'000);
+    const int64_t off = std::abs(ring.microsecondsAt(8) - int64_t{7} * 5'000);
     EXPECT_TRUE(off > 1 && off <= 4'001) << off;
 }
 

@@ -98,9 +98,12 @@ TEST_F(CameraTest, BothFamiliesStreamAtOnceWhileTheirParametersChange)
     std::atomic<int> streaming = 2;
     std::vector<std::thread> threads;
     std::vector<int64_t> forParameters;   // because a channel's features aren't written beside its pictures
-    for (const int32_t board : {0, 2}) {
-        const int64_t forPictures = host.opened(board);
-        forParameters.push_back(host.opened(board + 1));
+    std::vector<int64_t> channels(4);
+    for (int32_t index = 0; index < 4; ++index)   // all, because nothing else may be under way meanwhile
+        channels[static_cast<size_t>(index)] = host.opened(index);
+    for (const size_t board : {size_t{0}, size_t{2}}) {
+        const int64_t forPictures = channels[board];
+        forParameters.push_back(channels[board + 1]);
         ASSERT_EQ(host.setup(forPictures, 8, 4), done());
         for (const char* const command : {"InitializeCameraConnector", "Detect"})
             ASSERT_EQ(host.execute(forParameters.back(), command), done());
