@@ -132,14 +132,16 @@ void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, 
     cameras.close();
 
     for (const ChannelGrab& grab : grabs) {
-        std::string channel = "channel ";
-        channel.append(std::to_string(grab.channel().index())).append(": ");
-        if (!grab.result().note.empty())
-            console.note(channel + grab.result().note);
-        const std::string& step = grab.result().failedStep;
-        if (!grab.result().failure.empty())
-            console.fail(
-                (step.empty() ? channel : step + " of " + channel).append(explained(grab.result().failure)));
+        const GrabResult& result = grab.result();
+        std::string place = "channel ";
+        place.append(std::to_string(grab.channel().index())).append(": ");
+        if (!result.note.empty())
+            console.note(place + result.note);
+        if (result.failure.empty())
+            continue;
+        if (!result.failedStep.empty())
+            place.insert(0, result.failedStep + " of ");
+        console.fail(place + explained(result.failure));
     }
     releaseAll(channels, console);
     const GrabReport report(grabs, folder, console.interrupted());
