@@ -56,7 +56,7 @@ recorded() {
 }
 
 testPreset() {
-    local preset=$1 record=$logs/$1.xml total bad out
+    local preset=$1 record=$logs/$1.xml total bad out again
     run "$preset: build" "$logs/$preset-build.log" build "$preset"
     if ((status != 0)); then
         conclude "$preset" 0 1 0 "$logs/$preset-build.log"
@@ -65,6 +65,9 @@ testPreset() {
     rm -f "$record"
     run "$preset: tests" "$logs/$preset-tests.log" ctest --preset "$preset" --output-junit "$record"
     touch "$record"
+    # Once in some thousand starts Wine ends before the program has begun, so its preset runs a failed test again.
+    again=$(grep -c '^ *[0-9]*/[0-9]* Test.*\*\*\*' "$logs/$preset-tests.log") || true
+    ((status != 0 || again == 0)) || echo "$preset: $again failed at first and passed when run again; see the log"
     total=$(recorded "$record" tests)
     bad=$(recorded "$record" failures)
     out=$(($(recorded "$record" skipped) + $(recorded "$record" disabled)))
