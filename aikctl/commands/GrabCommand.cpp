@@ -9,6 +9,7 @@
 
 #include "aikctl/adapter/Adapter.h"
 #include "aikctl/commands/Command.h"
+#include "aikctl/commands/FileOptions.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/grab/ChannelGrab.h"
 #include "aikctl/grab/GrabCameras.h"
@@ -64,8 +65,7 @@ private:
     CameraOptions m_cameraOptions;
     double m_timeoutSeconds = 5;
     std::vector<std::string> m_channels = {"all"};
-    std::string m_folder = "pictures";
-    bool m_isOverwriting = false;
+    FileOptions m_fileOptions;
     bool m_isShowingProgress = false;
 };
 
@@ -77,18 +77,12 @@ void GrabCommand::declare(CLI::App& self)
     self.add_option("-n,--count", m_options.count, "Pictures from each channel")
         ->check(wholeNumber(1, kMostPictures))
         ->capture_default_str();
-    self.add_option("-o,--output", m_folder, "The folder for the pictures; made if it isn't there")
-        ->type_name("FOLDER")
-        ->check([](const std::string& text) { return text.empty() ? "The folder has no name" : ""; })
-        ->capture_default_str();
-    self.add_flag("--overwrite", m_isOverwriting, "Accept a folder that holds pictures of an earlier grab");
+    declareFileOptions(self, m_fileOptions);
     self.add_option("-s,--strategy", m_options.strategy,
                     "What happens when pictures come faster than they are saved; without it, the adapter's "
                     "own default")
         ->transform(CLI::IsMember({"NewestOnly", "OldestFirst", "OldestFirstOverwrite"}, CLI::ignore_case));
     self.add_flag("--planar", m_options.isPlanar, "Have the adapter split the colours into planes");
-    self.add_flag("--raw", m_options.isRaw,
-                  "Save the bytes as they come, with all 16 bits of a sample, instead of a PNG with 8 bits");
     CLI::Option* const noCamera = self.add_flag("--no-camera", m_cameraOptions.areLeftAlone,
                                                 "Leave the cameras alone; do not connect or start them");
     self.add_option(
@@ -112,7 +106,8 @@ void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, 
 {
     m_options.timeout = std::chrono::duration<double>(m_timeoutSeconds);
     m_options.isTimed = m_cameraOptions.isByActionCommand;
-    const PictureFolder folder(m_folder, m_isOverwriting);
+    m_options.encoding = m_fileOptions.encoding;
+    const PictureFolder folder(m_fileOptions.folder, m_fileOptions.isOverwriting);
     std::vector<aik::Channel> channels = adapter.openAll();
 
     Grabs grabs;

@@ -164,19 +164,15 @@ void ChannelGrab::saveWaiting()
 void ChannelGrab::save(Image image)
 {
     m_step = "save";
-    const PixelFormat* const format = findPixelFormat(m_last.format, m_last.bytesPerPixel, m_last.isPlanar);
+    aik::Picture picture = m_last;
+    picture.bytes = {image.data(), image.size()};
+    encode(picture, m_options.encoding, m_file);
     if (m_result.pictures == 0) {
-        m_result.format = describePixelFormat(m_last.format, m_last.bytesPerPixel, m_last.isPlanar);
-        if (!format && !m_options.isRaw)
-            m_result.note = "saved raw, for no PNG can show this: " + m_result.format;
+        m_result.format = describePixelFormat(picture.format, picture.bytesPerPixel, picture.isPlanar);
+        m_result.note = m_file.note;
     }
     const uint64_t number = m_result.pictures + 1;
-    if (!format || m_options.isRaw) {
-        m_folder.save(m_channel.index(), number, "raw", image);
-    } else {
-        const auto picture = format->toPicture(image, m_channel.width(), m_channel.height());
-        m_folder.save(m_channel.index(), number, "png", encodePng(picture));
-    }
+    m_folder.save(m_channel.index(), number, m_file.ending, m_file.bytes);
     m_result.pictures = number;
     m_step = "fetch";
 }

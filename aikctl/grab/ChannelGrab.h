@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "aik/aik.hpp"
+#include "aikctl/pictures/PictureFile.h"
 #include "aikctl/pictures/PictureFolder.h"
 
 namespace orvo::aikctl {
@@ -18,8 +19,8 @@ struct GrabOptions {
     uint64_t count = 10;    // pictures from each channel
     std::string strategy;   // for "AcquisitionStrategy"; empty leaves it alone
     bool isPlanar = false;
-    bool isTimed = false;                       // keep the time stamp of each picture
-    bool isRaw = false;                         // save the bytes as they come, not as PNG
+    bool isTimed = false;   // keep the time stamp of each picture
+    Encoding encoding;
     std::chrono::duration<double> timeout{5};   // the longest wait for one picture
 };
 
@@ -88,6 +89,7 @@ private:
     std::vector<std::vector<uint8_t>> m_waiting;   // a few, fetched before the format was known
     const char* m_step = "fetch";                  // what the thread does
     Clock::time_point m_firstTime;
+    PictureFile m_file;
     GrabResult m_result;
 };
 

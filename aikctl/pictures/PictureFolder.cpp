@@ -50,8 +50,8 @@ PictureFolder::PictureFolder(const std::string& path, bool overwrite)
     }
 }
 
-void PictureFolder::save(int32_t channel, uint64_t number, const std::string& ending,
-                         std::span<const uint8_t> content) const
+std::string PictureFolder::save(int32_t channel, uint64_t number, const std::string& ending,
+                                std::span<const uint8_t> content) const
 {
     std::ostringstream name;
     name << "channel" << channel << '-' << std::setw(6) << std::setfill('0') << number << '.' << ending;
@@ -59,7 +59,7 @@ void PictureFolder::save(int32_t channel, uint64_t number, const std::string& en
     const fs::path part = whole.string() + ".part";
     const std::error_code failure = writeFile(part, whole, content);
     if (!failure)
-        return;
+        return name.str();
     std::error_code ignored;
     fs::remove(part, ignored);
     throw std::runtime_error("Can't write " + whole.string() + ": " + failure.message());

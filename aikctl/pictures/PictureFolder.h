@@ -17,9 +17,10 @@ public:
 
     const std::filesystem::path& path() const { return m_path; }
 
-    /// `number` counts from 1. The file is written completely or not at all. Throws runtime_error.
-    void save(int32_t channel, uint64_t number, const std::string& ending,
-              std::span<const uint8_t> content) const;
+    /// Writes a file completely or not at all, and returns its name without the folder. `number` counts from 1.
+    /// Throws runtime_error.
+    std::string save(int32_t channel, uint64_t number, const std::string& ending,
+                     std::span<const uint8_t> content) const;
 
 private:
     std::filesystem::path m_path;
