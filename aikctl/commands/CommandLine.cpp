@@ -1,13 +1,16 @@
 #include "aikctl/commands/CommandLine.h"
 
+#include <algorithm>
 #include <exception>
 #include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 
 #include "aikctl/adapter/Adapter.h"
 #include "aikctl/commands/Command.h"
@@ -45,15 +48,35 @@ constexpr CommandRow kCommands[] = {
 };
 
 constexpr const char* kAdapterHelp = "The adapter's file; by default the one beside aikctl";
-constexpr const char* kJsonHelp = "Write results as JSON";
+constexpr const char* kJsonHelp = "Print one JSON object, also when the command fails";
+
+// Changes when the JSON changes in a way that could break a program that reads it.
+constexpr int kJsonSchema = 1;
+
+/// What the arguments ask for, as far as they could be understood.
+struct Request {
+    std::string command;   // empty for none
+    bool isJson = false;
+};
+
+void answer(const std::string& text, const Request& request, Console& console)
+{
+    if (request.isJson)
+        console.print({{"text", text}});
+    else
+        console.out() << text;
+}
 
 // Help goes where results go, and a complaint where complaints go.
-ExitStatus answerParser(const CLI::App& program, const CLI::ParseError& error, Console& console)
+ExitStatus answerParser(const CLI::App& program, const CLI::ParseError& error, const Request& request,
+                        Console& console)
 {
+    std::ostringstream help;
     std::ostringstream complaint;
-    const bool isHelp = program.exit(error, console.out(), complaint) == 0;
-    if (isHelp)
+    if (program.exit(error, help, complaint) == 0) {
+        answer(help.str(), request, console);
         return ExitStatus::Fine;
+    }
     std::string text = complaint.str();
     text.erase(text.find_last_not_of('\n') + 1);
     console.fail(text);
@@ -77,7 +100,7 @@ ExitStatus runCommand(Command& command, const std::string& adapterPath, const Co
     return console.interrupted() ? ExitStatus::Interrupted : ExitStatus::Fine;
 }
 
-ExitStatus parseAndRun(int argc, const char* const* argv, Console& console)
+ExitStatus parseAndRun(int argc, const char* const* argv, Request& request, Console& console)
 {
     CLI::App program(kDescription, "aikctl");
     program.footer(kFooter);
@@ -108,16 +131,25 @@ ExitStatus parseAndRun(int argc, const char* const* argv, Console& console)
     CLI::App* const help = program.add_subcommand("help", "Prints this help, or that of a command");
     help->add_option("COMMAND", topic, "Its name")->check(CLI::IsMember(names));
 
+    const auto understand = [&] {
+        const auto parsed = program.get_subcommands();
+        request.command = parsed.empty() ? "" : parsed.front()->get_name();
+    };
     try {
         program.parse(argc, argv);
+        understand();
+        request.isJson = common.json;
     } catch (const CLI::ParseError& error) {
-        return answerParser(program, error, console);
+        understand();
+        // The parser may have given up before it came to the option.
+        request.isJson = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
+        return answerParser(program, error, request, console);
     }
     if (help->parsed()) {
         // App::help() of the program would print the help of the command `help`.
         const CLI::App* const about = topic.empty() ? &program : program.get_subcommand(topic);
-        console.out() << about->get_formatter()->make_help(about, about->get_name(),
-                                                           CLI::AppFormatMode::Normal);
+        answer(about->get_formatter()->make_help(about, about->get_name(), CLI::AppFormatMode::Normal),
+               request, console);
         return ExitStatus::Fine;
     }
     if (!chosen) {
@@ -131,7 +163,11 @@ ExitStatus parseAndRun(int argc, const char* const* argv, Console& console)
 
 ExitStatus runCommandLine(int argc, const char* const* argv, Console& console)
 {
-    const ExitStatus status = parseAndRun(argc, argv, console);
+    Request request;
+    const ExitStatus status = parseAndRun(argc, argv, request, console);
+    if (request.isJson)
+        console.printJson({{"aikctl", AIKCTL_VERSION}, {"schema", kJsonSchema}, {"command", request.command}},
+                          status);
     if (console.out().flush())
         return status;
     console.fail("Can't write the results to standard output");

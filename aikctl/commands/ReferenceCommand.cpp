@@ -2,8 +2,12 @@
 #include <array>
 #include <map>
 #include <ostream>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <nlohmann/json.hpp>
 
 #include "aikctl/adapter/BoardCameras.h"
 #include "aikctl/adapter/FeatureList.h"
@@ -94,8 +98,9 @@ public:
         }
     }
 
-    void print(std::ostream& out) const
+    std::string page() const
     {
+        std::ostringstream out;
         out << kPreface << "| Feature | Type | Access ";
         for (const Kind& kind : m_kinds)
             out << "| " << kind.name << " | available ";
@@ -109,7 +114,7 @@ public:
             }
             out << " | " << feature.description << asCell(feature.entries) << " |\n";
         }
-        out << std::flush;
+        return out.str();
     }
 
     /// Throws runtime_error if no channel of some kind was added.
@@ -132,7 +137,7 @@ class ReferenceCommand : public Command {
 public:
     void declare(CLI::App& /*self*/) override {}
 
-    void run(const aik::Adapter& adapter, const CommonOptions& /*common*/, Console& console) override
+    void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override
     {
         std::vector<aik::Channel> channels = adapter.openAll();
         Reference reference;
@@ -140,7 +145,10 @@ public:
             if (channel.failure().empty())
                 reference.add(channel);
         reference.requireAllKinds();
-        reference.print(console.out());
+        if (common.json)
+            console.print({{"page", reference.page()}});
+        else
+            console.out() << reference.page() << std::flush;
         releaseAll(channels, console);
     }
 };

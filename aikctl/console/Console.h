@@ -3,8 +3,11 @@
 #include <functional>
 #include <iosfwd>
 #include <string>
+#include <vector>
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
+
+#include "aikctl/console/ExitStatus.h"
 
 namespace orvo::aikctl {
 
@@ -15,27 +18,38 @@ public:
     /// `interrupted` tells whether the user has asked the program to end. The streams outlive the console.
     Console(std::ostream& out, std::ostream& err, bool isTerminal, std::function<bool()> interrupted);
 
-    std::ostream& out() { return m_out; }
+    /// For results as text.
+    std::ostream& out() { return *m_out; }
+    /// Gives standard output to the caller's data. From now on all results go where notes go.
+    std::ostream& takeOutForData();
     /// Whether the stream for everything else reaches a terminal.
     bool isTerminal() const { return m_isTerminal; }
     bool interrupted() const { return m_interrupted(); }
 
-    /// Writes a result as JSON. Texts may come from boards: bytes that are not UTF-8 are replaced.
-    void print(const nlohmann::ordered_json& result);
+    /// Adds the members of `result`, an object, to the one object that printJson() writes. Texts need not be
+    /// UTF-8. Any number of calls; the last one to set a member wins.
+    void print(const nlohmann::ordered_json& result) { m_result.update(result); }
+    /// Writes the object: the members of `head`, the results, and how the command ended. Once, at the end.
+    void printJson(nlohmann::ordered_json head, ExitStatus status);
+
     void note(const std::string& text);
     /// Says what failed; the program's exit code will tell that something did.
     void fail(const std::string& text);
-    bool hasFailed() const { return m_hasFailed; }
+    bool hasFailed() const { return !m_failures.empty(); }
 
     /// Replaces the progress shown so far with `text`; an empty one clears it.
     void progress(const std::string& text);
 
 private:
-    std::ostream& m_out;
+    void say(const std::string& text);
+
+    std::ostream* m_out;
     std::ostream& m_err;
     const bool m_isTerminal;
     const std::function<bool()> m_interrupted;
-    bool m_hasFailed = false;
+    nlohmann::ordered_json m_result = nlohmann::ordered_json::object();
+    std::vector<std::string> m_notes;
+    std::vector<std::string> m_failures;
     size_t m_shown = 0;   // characters of progress
 };
 

@@ -1,4 +1,5 @@
 #include <sstream>
+#include <tuple>
 
 #include "aikctl/commands/CommandLine.h"
 #include "aikctl/console/Console.h"
@@ -53,6 +54,45 @@ TEST_F(CommandLine, PrintsHelpWhereResultsGo)
     }
     EXPECT_EQ(run("help").out, run("--help").out);
     EXPECT_THAT(run("--version").out, testing::MatchesRegex("aikctl .+\\..+\n"));
+}
+
+TEST_F(CommandLine, PrintsOneJsonObjectHoweverItEnds)
+{
+    const std::tuple<std::string, int, std::string> runs[] = {
+        {"list", 0, "list"},
+        {"help set", 0, "help"},
+        {"--version", 0, ""},
+        {"", 2, ""},
+        {"grow", 2, ""},
+        {"grab --count 0", 2, "grab"},
+        {"get 0 Nope", 1, "get"},
+        {"features 99", 1, "features"},
+        {"list --adapter nowhere", 3, "list"},
+    };
+    for (const auto& [arguments, exitCode, command] : runs) {
+        const json object = run(arguments + " --json").json();
+        EXPECT_EQ(object["command"], command);
+        EXPECT_EQ(object["schema"], 1);
+        EXPECT_EQ(object["exitCode"], exitCode) << arguments;
+        EXPECT_EQ(object["failures"].empty(), exitCode == 0) << arguments;
+        EXPECT_TRUE(object.contains("aikctl") && object["notes"].empty());
+    }
+}
+
+TEST_F(CommandLine, ShowsUtf8AsItIsAndOtherBytesReadably)
+{
+    const std::pair<std::string, std::string> values[] = {
+        {"Größe", "Größe"},
+        {"\xE4\xF6", "\\xE4\\xF6"},                     // Latin-1
+        {"\xED\xA0\x80", "\\xED\\xA0\\x80"},            // half of a pair of UTF-16
+        {"\xC0\xAF\xE2\x82", "\\xC0\\xAF\\xE2\\x82"},   // too long, and cut
+        {"\xF0\x9F\x93\xB7", "\U0001F4F7"},
+    };
+    for (const auto& [value, shown] : values) {
+        const json object = run("do 0 set BrdFeatureKey=" + value + " get BrdFeatureKey --json").json();
+        EXPECT_EQ(object["readings"][0]["value"], shown);
+        EXPECT_THAT(run("do 0 set " + value + "=1").err, HasSubstr(shown));
+    }
 }
 
 TEST_F(CommandLine, NoticesOutputThatFails)
