@@ -8,6 +8,8 @@ int main(int argc, char** argv)
 {
     namespace os = orvo::os;
     os::catchInterrupts(static_cast<int>(orvo::aikctl::ExitStatus::Interrupted));
-    orvo::aikctl::Console console(std::cout, std::cerr, os::standardErrorIsTerminal(), os::interrupted);
+    const os::Utf8Terminal terminal;
+    orvo::aikctl::Console console(
+        std::cout, std::cerr, {os::standardOutputColumns(), os::standardErrorIsTerminal()}, os::interrupted);
     return static_cast<int>(orvo::aikctl::runCommandLine(argc, argv, console));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 /// The part of the operating-system seam that only programs need: a library has no business with them. Callable
@@ -16,5 +18,24 @@ bool interrupted();
 
 /// Whether what is written to standard error reaches a person's terminal.
 bool standardErrorIsTerminal();
+
+/// How many characters fit into a line of the terminal that standard output reaches; 0 if it reaches none.
+size_t standardOutputColumns();
+
+/// While this lives, the terminal takes what the process writes for UTF-8, and gets it in pieces that are worth a
+/// call. One at a time, made before the first output.
+class Utf8Terminal {
+public:
+    Utf8Terminal();
+    Utf8Terminal(const Utf8Terminal&) = delete;
+    Utf8Terminal& operator=(const Utf8Terminal&) = delete;
+    ~Utf8Terminal();
+
+private:
+    const uint32_t m_before;   // the code page that the terminal had
+};
+
+/// From now on standard output passes bytes on as they are, line ends too.
+void makeStandardOutputBinary();
 
 }   // namespace orvo::os

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace orvo::os {
@@ -47,5 +48,17 @@ bool standardErrorIsTerminal()
 {
     return isatty(STDERR_FILENO) == 1;
 }
+
+size_t standardOutputColumns()
+{
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+// Terminals here speak UTF-8, and the C library gathers what it writes to them.
+Utf8Terminal::Utf8Terminal() : m_before(0) {}
+Utf8Terminal::~Utf8Terminal() = default;
+
+void makeStandardOutputBinary() {}
 
 }   // namespace orvo::os

@@ -1,7 +1,10 @@
 #include "os/Program.h"
 
 #include <atomic>
+#include <cstdio>
 
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
 namespace orvo::os {
@@ -43,6 +46,34 @@ bool standardErrorIsTerminal()
 {
     DWORD mode = 0;
     return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+size_t standardOutputColumns()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const bool isConsole = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
+    // A console puts an empty line after one that fills it.
+    return isConsole ? static_cast<size_t>(info.srWindow.Right - info.srWindow.Left) : 0;
+}
+
+Utf8Terminal::Utf8Terminal() : m_before(GetConsoleOutputCP())
+{
+    SetConsoleOutputCP(CP_UTF8);
+    // Without a buffer of its own, the C library hands a console every byte alone.
+    for (FILE* const stream : {stdout, stderr})
+        std::setvbuf(stream, nullptr, _IOFBF, BUFSIZ);
+}
+
+Utf8Terminal::~Utf8Terminal()
+{
+    std::fflush(nullptr);   // before the code page is another one
+    SetConsoleOutputCP(m_before);
+}
+
+void makeStandardOutputBinary()
+{
+    std::fflush(stdout);
+    _setmode(_fileno(stdout), _O_BINARY);
 }
 
 }   // namespace orvo::os

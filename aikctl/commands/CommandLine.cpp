@@ -1,12 +1,14 @@
 #include "aikctl/commands/CommandLine.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <exception>
 #include <memory>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -159,6 +161,15 @@ ExitStatus parseAndRun(int argc, const char* const* argv, Request& request, Cons
     return runCommand(*chosen, adapterPath, common, console);
 }
 
+/// Why the stream took no more, with a colon in front; empty if the system does not say.
+std::string reasonOf(std::ostream& out)
+{
+    out.clear();
+    errno = 0;   // may be another failure's by now: only one more try tells
+    out.put('\n').flush();
+    return errno == 0 ? "" : ": " + std::generic_category().message(errno);
+}
+
 }   // namespace
 
 ExitStatus runCommandLine(int argc, const char* const* argv, Console& console)
@@ -170,7 +181,7 @@ ExitStatus runCommandLine(int argc, const char* const* argv, Console& console)
                           status);
     if (console.out().flush())
         return status;
-    console.fail("Can't write the results to standard output");
+    console.fail("Can't write the results to standard output" + reasonOf(console.out()));
     return status == ExitStatus::Fine ? ExitStatus::Failed : status;
 }
 

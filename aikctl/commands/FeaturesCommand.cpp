@@ -36,14 +36,14 @@ std::string joined(const std::vector<std::string>& texts)
     return all.empty() ? "-" : all;
 }
 
-void printTable(const std::vector<FeatureDescription>& features, std::ostream& out)
+/// What is asked for most comes first, since a terminal cuts the rest.
+Table tableOf(const std::vector<FeatureDescription>& features)
 {
-    Table table({"number", "name", "type", "access", "available", "value", "entries", "description"});
+    Table table({"name", "access", "available", "value", "type", "entries", "description"});
     for (const FeatureDescription& feature : features)
-        table.add({std::to_string(feature.number), feature.name, feature.type, feature.access(),
-                   availabilityText(feature), valueText(feature), joined(feature.entries),
-                   feature.description});
-    table.print(out);
+        table.add({feature.name, feature.access(), availabilityText(feature), valueText(feature),
+                   feature.type, joined(feature.entries), feature.description});
+    return table;
 }
 
 nlohmann::ordered_json toJson(const aik::Channel& channel, const std::vector<FeatureDescription>& features)
@@ -72,6 +72,7 @@ public:
     {
         declareChannel(self, m_channel);
         self.add_flag("--camera", m_isWithCamera, "Connect the cameras of the board first");
+        self.add_flag("--wide", m_isWide, "Show whole lines on a terminal that is too narrow for them");
     }
 
     void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override
@@ -84,7 +85,7 @@ public:
         if (common.json)
             console.print(toJson(channel, features));
         else
-            printTable(features, console.out());
+            tableOf(features).print(console.out(), m_isWide ? 0 : console.columns());
         cameras.close();
         channel.release();
     }
@@ -92,6 +93,7 @@ public:
 private:
     int32_t m_channel = 0;
     bool m_isWithCamera = false;
+    bool m_isWide = false;
 };
 
 }   // namespace

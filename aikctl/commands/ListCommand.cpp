@@ -7,6 +7,7 @@
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/console/Table.h"
+#include "aikctl/console/Text.h"
 
 namespace orvo::aikctl {
 
@@ -39,7 +40,8 @@ void printTable(const aik::Adapter& adapter, const std::vector<aik::Channel>& ch
     table.print(out);
     for (const aik::Channel& channel : channels)
         if (!channel.failure().empty())
-            out << "channel " << channel.index() << " failed: " << explained(channel.failure()) << '\n';
+            out << "channel " << channel.index() << " failed: " << readable(explained(channel.failure()))
+                << '\n';
 }
 
 /// `list`: every channel with its name, size and board, and the reason if it failed.

@@ -10,6 +10,7 @@
 #include "aikctl/commands/Command.h"
 #include "aikctl/commands/Step.h"
 #include "aikctl/console/Console.h"
+#include "aikctl/console/Text.h"
 
 namespace orvo::aikctl {
 
@@ -105,7 +106,7 @@ void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common,
             if (common.json)
                 readings.push_back({{"feature", step.feature}, {"value", *value}});
             else
-                console.out() << (m_isSingle ? "" : step.feature + "=") << *value << std::endl;
+                console.out() << (m_isSingle ? "" : step.feature + "=") << readable(*value) << std::endl;
         }
     } catch (const std::exception& failure) {
         console.fail(failure.what());   // cameras and channel are closed all the same

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "aikctl/console/Text.h"
+#include "os/Program.h"
 
 namespace orvo::aikctl {
 
@@ -20,12 +21,13 @@ void makeReadable(nlohmann::ordered_json& value)
 
 }   // namespace
 
-Console::Console(std::ostream& out, std::ostream& err, bool isTerminal, std::function<bool()> interrupted)
-    : m_out(&out), m_err(err), m_isTerminal(isTerminal), m_interrupted(std::move(interrupted))
+Console::Console(std::ostream& out, std::ostream& err, Terminals terminals, std::function<bool()> interrupted)
+    : m_out(&out), m_err(err), m_terminals(terminals), m_interrupted(std::move(interrupted))
 {}
 
 std::ostream& Console::takeOutForData()
 {
+    os::makeStandardOutputBinary();
     return *std::exchange(m_out, &m_err);
 }
 

@@ -11,19 +11,27 @@
 
 namespace orvo::aikctl {
 
+/// What the two streams of a console reach.
+struct Terminals {
+    size_t outColumns = 0;        // characters in a line, where results go; 0 for no terminal
+    bool isErrTerminal = false;   // where everything else goes
+};
+
 /// What a command writes: results to one stream, everything else to the other.
 /// Threads: one.
 class Console {
 public:
     /// `interrupted` tells whether the user has asked the program to end. The streams outlive the console.
-    Console(std::ostream& out, std::ostream& err, bool isTerminal, std::function<bool()> interrupted);
+    Console(std::ostream& out, std::ostream& err, Terminals terminals, std::function<bool()> interrupted);
 
-    /// For results as text.
+    /// For results as text, in UTF-8.
     std::ostream& out() { return *m_out; }
+    /// How many characters a line of results can have; 0 for any number.
+    size_t columns() const { return m_terminals.outColumns; }
     /// Gives standard output to the caller's data. From now on all results go where notes go.
     std::ostream& takeOutForData();
     /// Whether the stream for everything else reaches a terminal.
-    bool isTerminal() const { return m_isTerminal; }
+    bool isTerminal() const { return m_terminals.isErrTerminal; }
     bool interrupted() const { return m_interrupted(); }
 
     /// Adds the members of `result`, an object, to the one object that printJson() writes. Texts need not be
@@ -45,7 +53,7 @@ private:
 
     std::ostream* m_out;
     std::ostream& m_err;
-    const bool m_isTerminal;
+    const Terminals m_terminals;
     const std::function<bool()> m_interrupted;
     nlohmann::ordered_json m_result = nlohmann::ordered_json::object();
     std::vector<std::string> m_notes;

@@ -64,4 +64,15 @@ size_t characterCount(std::string_view text)
     return text.size() - static_cast<size_t>(std::ranges::count_if(text, isContinuation));
 }
 
+std::string cut(const std::string& text, size_t characters)
+{
+    if (characterCount(text) <= characters)
+        return text;
+    size_t end = 0;
+    for (size_t kept = 0; end < text.size(); ++end)
+        if (!isContinuation(text[end]) && ++kept >= std::max<size_t>(characters, 1))
+            break;
+    return text.substr(0, end) + "…";
+}
+
 }   // namespace orvo::aikctl

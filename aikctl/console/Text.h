@@ -13,4 +13,7 @@ std::string readable(std::string_view text);
 /// How many characters the text has; a terminal shows each in a column of its own. `text` is UTF-8.
 size_t characterCount(std::string_view text);
 
+/// At most so many characters of the text; the last one is "…" if more were there. `text` is UTF-8.
+std::string cut(const std::string& text, size_t characters);
+
 }   // namespace orvo::aikctl

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "aikctl/commands/CommandLine.h"
-#include "aikctl/console/Console.h"
 
 namespace orvo::aikctl {
 
-Outcome AikctlTest::run(const std::string& arguments) const
+Outcome AikctlTest::run(const std::string& arguments, Terminals terminals) const
 {
     std::istringstream line("aikctl " + arguments);
     const std::vector<std::string> words{std::istream_iterator<std::string>(line), {}};
@@ -18,7 +17,7 @@ Outcome AikctlTest::run(const std::string& arguments) const
     std::ranges::transform(words, argv.begin(), &std::string::c_str);
     std::ostringstream out;
     std::ostringstream err;
-    Console console(out, err, false, [] { return false; });
+    Console console(out, err, terminals, [] { return false; });
     const ExitStatus status = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
     return {static_cast<int>(status), out.str(), err.str()};
 }

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include "aikctl/console/Console.h"
 #include "sim/orvo_sim.h"
 #include "tests/support/Machine.h"
 
@@ -45,7 +46,7 @@ protected:
     }
 
     /// Runs the program with these arguments, separated by blanks.
-    Outcome run(const std::string& arguments) const;
+    Outcome run(const std::string& arguments, Terminals terminals = {}) const;
     /// A grab into pictures().
     Outcome grab(const std::string& arguments) const
     {

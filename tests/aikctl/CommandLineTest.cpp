@@ -1,3 +1,4 @@
+#include <fstream>
 #include <sstream>
 #include <tuple>
 
@@ -97,12 +98,13 @@ TEST_F(CommandLine, ShowsUtf8AsItIsAndOtherBytesReadably)
 
 TEST_F(CommandLine, NoticesOutputThatFails)
 {
-    std::ostream full(nullptr);
+    std::ofstream full("/dev/full");   // where there is none, the stream fails without a reason
+    const std::string reason = full.is_open() ? "standard output: " : "standard output";
     std::ostringstream err;
-    Console console(full, err, false, [] { return false; });
+    Console console(full, err, {}, [] { return false; });
     const char* const argv[] = {"aikctl", "list"};
     EXPECT_EQ(runCommandLine(2, argv, console), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("Can't write the results"));
+    EXPECT_THAT(err.str(), HasSubstr("Can't write the results to " + reason));
 }
 
 }   // namespace

@@ -34,7 +34,18 @@ TEST_F(Features, AreShownAsTheyAreAndNotChanged)
     EXPECT_EQ(named(connected, "CameraCommand")["available"], true);
     EXPECT_EQ(named(connected, "EthActionCommand_Send")["available"], true);
 
-    EXPECT_THAT(run("features 2").out, HasSubstr("\n4       BufferCount "));
+    EXPECT_THAT(run("features 2").out, HasSubstr("\nBufferCount "));
+}
+
+TEST_F(Features, FitTheTerminal)
+{
+    const std::string mark = "…";
+    const std::string whole = run("features 0").out;
+    const std::string cut = run("features 0", {70, false}).out;
+    EXPECT_THAT(cut, HasSubstr("\nBufferCount                        rw      yes        5\n"));
+    EXPECT_THAT(cut, HasSubstr("yes        (Feature could " + mark + "\n"));
+    EXPECT_EQ(run("features 0 --wide", {70, false}).out, whole);
+    EXPECT_THAT(whole, testing::Not(HasSubstr(mark)));
 }
 
 // docs/features.md is what this prints. After a change: `aikctl reference > docs/features.md`.
