@@ -17,18 +17,48 @@
 ///   stop together, and SetupCommonParams() on one of them rebuilds the image buffers of all of them. Neither
 ///   names nor ids tell which channels share a process: boards of the same type have the same name, and the
 ///   process number in a channel's name starts at 0 on each board.
+///   Nor does anything tell which camera feeds which channel. To find out, start all channels of a board,
+///   then let one camera send at a time: start it alone or, where cameras send without a start, set the
+///   parameter `TriggerMode` of all others to `On`. "FrameCountSinceLastStart" rises on the channels that
+///   this camera feeds.
 ///
 /// Order of calls
-///   1. GetVideoChannel() for every channel that the host uses. No other function may be called before it.
-///   2. Per channel: features as needed, then SetupCommonParams().
-///   3. StartAcquisition().
+///   1. GetVideoChannel() for every channel that the host uses.
+///   2. Per channel: features as needed, then SetupCommonParams(). Once per applet process is enough if the
+///      other channels keep the size that they have.
+///   3. StartAcquisition(), once per applet process.
 ///   4. In a loop, the image functions: WaitForIntegration(), GetImageAttributes(), GetImage(). The first two
 ///      are optional.
-///   5. StopAcquisition().
+///   5. StopAcquisition(), once per applet process.
 ///   6. ReleaseVideoChannel() for every channel.
 ///   The release that leaves no channel open closes all boards, so open every channel before you release any.
-///   If GetVideoChannel() fails with "index is not valid" for index 0, call ReleaseVideoChannel() once, with
-///   any id. That call fails too, but it makes the next GetVideoChannel() search for boards again.
+///
+///   While no channel is open, before the first GetVideoChannel() or after the last release, call no other
+///   function. Such a stray call fails with "Invalid channelID" and leaves an empty list of channels behind.
+///   From then on every GetVideoChannel() fails with "index is not valid", until ReleaseVideoChannel() is
+///   called once, with any id: that call fails too, but the next GetVideoChannel() searches for boards again.
+///   The same holds when there was no board at first: to search again, call ReleaseVideoChannel() once.
+///
+/// Lost pictures
+///   Pictures carry no number. Two sources tell a host what it missed:
+///   - "FrameCountSinceLastStart" counts the pictures that reached the adapter. A start sets it to 0, a stop
+///     leaves it alone. Stop, then call GetImage() until it reports AIK_ACQ_PENDING: what was counted and not
+///     fetched was skipped by the strategy. Pictures that an earlier run left in the ring were counted there.
+///   - Time stamps. If the camera runs at a fixed rate, an interval of n picture times between two fetched
+///     pictures means that n - 1 are missing. Those that the strategy did not skip never reached the adapter:
+///     the board had no free buffer, or they were lost between camera and board. With a trigger, compare with
+///     the number of triggers instead.
+///   "OldestFirst" skips no picture. If the board loses one for want of a buffer, GetImage() and
+///   GetImageAttributes() fail until the next start. Losses before the board show in the time stamps alone.
+///
+/// Board parameters
+///   Write the name of a parameter to "BrdFeatureKey", then use "BrdIntValue", "BrdFloatValue" or
+///   "BrdStringValue". Each channel has its own values. All applets have the integers BRD_WIDTH and
+///   BRD_HEIGHT, in pixels, and BRD_FORMAT; most have BRD_XOFFSET and BRD_YOFFSET. The applet's documentation
+///   names the others. After a change of size or format call SetupCommonParams(), which builds the image
+///   buffers anew.
+///   BRD_FORMAT is 1 for AIK_PIXEL_MONO16, 2 for AIK_PIXEL_BGR8, 3 for AIK_PIXEL_MONO8, 4 for
+///   AIK_PIXEL_BGRX8, 5 for 5 bytes of grey, 6 for AIK_PIXEL_BGR16.
 ///
 /// Threads
 ///   Any thread may call any function. The adapter does not check the following limits; the host keeps them.
@@ -128,9 +158,11 @@ typedef int32_t (*AIK_GetVideoChannel)(char* errstr, int32_t index, csAIK_Channe
 
 /// 2: Sets the channel's width, height and offsets, in pixels, and rebuilds the rings of image buffers of all
 /// channels of its applet process. Required before the first StartAcquisition(). Pictures that were not
-/// fetched are lost; a channel that runs is stopped for the rebuild and started again. If the applet refuses
-/// an offset, the call still succeeds and the old offset stays; after a refused X offset the Y offset is not
-/// set either.
+/// fetched are lost. Channels that run are stopped for the rebuild and started again, with their frame
+/// counters at 0; cameras are left alone. A size that the applet refuses fails with "Cannot set BRD_WIDTH" or
+/// "Cannot set BRD_HEIGHT" before any ring is touched. If the applet refuses an offset, the call still
+/// succeeds and the old offset stays; after a refused X offset the Y offset is not set either. A rebuild that
+/// fails leaves its channel stopped and the channels after it as they were: call again before the next start.
 typedef int32_t (*AIK_SetupCommonParams)(char* errstr, int64_t channelID, const csAIK_CommonParams* params);
 
 /// 3: Closes the channel. If no channel is open afterwards, the adapter stops what still runs and closes all
