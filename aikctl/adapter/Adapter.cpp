@@ -88,15 +88,4 @@ std::string explained(const std::string& failure)
     return value.empty() ? failure : failure + " It is set to: " + value;
 }
 
-aik::Channel openChannel(const aik::Adapter& adapter, int32_t index)
-{
-    try {
-        return adapter.open(index);
-    } catch (const aik::Error& error) {
-        if (error.isEndOfChannels())
-            throw noSuchChannel(index, adapter.openAll().size());
-        throw std::runtime_error("Channel " + std::to_string(index) + ": " + explained(error.what()));
-    }
-}
-
 }   // namespace orvo::aikctl

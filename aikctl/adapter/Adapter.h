@@ -23,8 +23,4 @@ std::runtime_error noSuchChannel(int32_t index, size_t channels);
 /// The failure of a channel in the adapter's words, and the value of the applet variable that it blames.
 std::string explained(const std::string& failure);
 
-/// Opens a single channel; its release shuts everything down. Throws runtime_error, which says how many
-/// channels there are if there is none of this number, and why if it has failed.
-aik::Channel openChannel(const aik::Adapter& adapter, int32_t index);
-
 }   // namespace orvo::aikctl

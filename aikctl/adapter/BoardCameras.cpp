@@ -1,40 +1,22 @@
 #include "aikctl/adapter/BoardCameras.h"
 
-#include <array>
 #include <optional>
 #include <stdexcept>
 #include <utility>
+
+#include "aikctl/adapter/Parameters.h"
 
 namespace orvo::aikctl {
 
 namespace {
 
-constexpr const char* kBooleanValue = "CameraBooleanValue";
-
-// One value feature for each kind of parameter: of these, only the one of the right kind can be read.
-constexpr std::array kValues = {"CameraIntValue", "CameraFloatValue", kBooleanValue, "CameraEnumerationValue",
-                                "CameraStringValue"};
-
-/// What is read, or why it can't be.
-struct Reading {
-    std::optional<std::string> value;
-    std::string failure;
-};
-
-Reading tryToRead(const aik::Channel& channel, const char* feature)
+std::optional<std::string> tryToRead(const aik::Channel& channel, const char* feature)
 {
     try {
-        return {channel.read(feature), ""};
-    } catch (const aik::Error& failure) {
-        return {std::nullopt, failure.what()};
+        return channel.read(feature);
+    } catch (const aik::Error&) {
+        return std::nullopt;
     }
-}
-
-void writeBoolean(aik::Channel& channel, const std::string& name, const std::string& value)
-{
-    if (value != aik::kTrue && value != aik::kFalse)
-        throw std::runtime_error(name + " is either " + aik::kTrue + " or " + aik::kFalse);
-    channel.write(kBooleanValue, value == aik::kTrue);
 }
 
 // One key of each kind is enough: nobody else sends commands to these cameras.
@@ -84,9 +66,9 @@ void BoardCameras::detect()
 {
     try {
         m_channel->execute("Detect");
-    } catch (const aik::Error&) {
+    } catch (const aik::Error& failure) {
         findCameras();
-        throw;
+        throw std::runtime_error(failure.what() + portsNotSearched());
     }
     findCameras();
 }
@@ -105,7 +87,7 @@ void BoardCameras::close()
 
 void BoardCameras::findCameras()
 {
-    const auto count = tryToRead(*m_channel, "PortCount").value;
+    const auto count = tryToRead(*m_channel, "PortCount");
     if (!count)
         return;   // there is no port
     for (int32_t port = 0; port < std::stoi(*count); ++port) {
@@ -114,11 +96,26 @@ void BoardCameras::findCameras()
         } catch (const aik::Error&) {
             continue;   // a gap in the numbers
         }
-        if (tryToRead(*m_channel, "CameraName").value)
-            m_ports.push_back(port);
+        if (auto name = tryToRead(*m_channel, "CameraName"))
+            m_ports.push_back({port, std::move(*name)});
     }
     if (!m_ports.empty())
-        select(m_ports.front());
+        select(m_ports.front().number);
+}
+
+/// Ports are searched by rising number, up to the first that refuses. Which one that is, the adapter doesn't
+/// say: ports without a camera may come before it.
+std::string BoardCameras::portsNotSearched() const
+{
+    const auto count = tryToRead(*m_channel, "PortCount");
+    const int32_t first = m_ports.empty() ? 0 : m_ports.back().number + 1;
+    const int32_t last = count ? std::stoi(*count) - 1 : first;
+    if (!knowsActionCommands() || first > last)
+        return "";
+    if (first == last)
+        return " (port " + std::to_string(first) + " refuses)";
+    return " (port " + std::to_string(first) + (first + 1 == last ? " or " : " to ") + std::to_string(last) +
+           " refuses, and those after it were not searched)";
 }
 
 void BoardCameras::select(int32_t port)
@@ -126,38 +123,17 @@ void BoardCameras::select(int32_t port)
     m_channel->write("PortIndex", port);
 }
 
-void BoardCameras::startAll()
+Written BoardCameras::setParameter(const std::string& name, const std::string& value)
 {
-    for (const int32_t port : m_ports) {
-        select(port);
-        m_channel->execute("StartAcquisition");
-    }
+    return writeParameter(*m_channel, kCameraParameters, name, value);
 }
 
-void BoardCameras::stopAll()
+std::optional<int64_t> BoardCameras::integerParameter(const std::string& name)
 {
-    for (const int32_t port : m_ports) {
-        select(port);
-        m_channel->execute("StopAcquisition");
-    }
-}
-
-void BoardCameras::setParameter(const std::string& name, const std::string& value)
-{
-    m_channel->write("CameraFeatureKey", name);
-    std::string failure;
-    for (const char* const feature : kValues) {
-        Reading reading = tryToRead(*m_channel, feature);
-        if (reading.value) {
-            if (feature == kBooleanValue)
-                writeBoolean(*m_channel, name, value);
-            else
-                m_channel->write(feature, value);
-            return;
-        }
-        failure = std::move(reading.failure);
-    }
-    throw aik::Error(failure);
+    const auto parameter = readParameter(*m_channel, kCameraParameters, name);
+    if (!parameter || parameter->by->kind != kIntegerKind)
+        return std::nullopt;
+    return aik::fromText<int64_t>(parameter->value);
 }
 
 bool BoardCameras::knowsActionCommands() const
@@ -172,24 +148,23 @@ bool BoardCameras::knowsActionCommands() const
 
 void BoardCameras::armForActionCommands()
 {
-    for (const int32_t port : m_ports) {
-        select(port);
-        setParameter("TriggerMode", "On");
-        setParameter("TriggerSource", "Action0");
-        m_channel->write("EthActionCommand_DeviceKeyRemote", kDeviceKey);
-        m_channel->write("EthActionCommand_GroupKeyRemote", kGroupKey);
-        m_channel->write("EthActionCommand_GroupMaskRemote", kGroupMask);
-        m_channel->write("EthActionCommand_GroupIndexRemote", kGroup);
-        m_channel->execute("EthActionCommand_ApplyGroupRemote");
+    setParameter("TriggerMode", "On");
+    setParameter("TriggerSource", "Action0");
+    for (const char* const side : {"Local", "Remote"}) {
+        m_channel->write(std::string("EthActionCommand_DeviceKey") + side, kDeviceKey);
+        m_channel->write(std::string("EthActionCommand_GroupKey") + side, kGroupKey);
+        m_channel->write(std::string("EthActionCommand_GroupMask") + side, kGroupMask);
     }
-    m_channel->write("EthActionCommand_DeviceKeyLocal", kDeviceKey);
-    m_channel->write("EthActionCommand_GroupKeyLocal", kGroupKey);
-    m_channel->write("EthActionCommand_GroupMaskLocal", kGroupMask);
+    m_channel->write("EthActionCommand_GroupIndexRemote", kGroup);
+    m_channel->execute("EthActionCommand_ApplyGroupRemote");
 }
 
-void BoardCameras::sendActionCommand()
+bool BoardCameras::sendActionCommand()
 {
+    if (m_ports.empty() || !knowsActionCommands())
+        return false;
     m_channel->execute("EthActionCommand_Send");
+    return true;
 }
 
 }   // namespace orvo::aikctl

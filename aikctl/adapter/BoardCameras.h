@@ -1,12 +1,20 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "aik/aik.hpp"
+#include "aikctl/adapter/CheckedWrite.h"
 
 namespace orvo::aikctl {
+
+/// A camera input of a board that has a camera.
+struct CameraPort {
+    int32_t number;
+    std::string cameraName;
+};
 
 /// The cameras of the board that a channel belongs to, controlled through that channel's features. All
 /// channels of a board share them, and nothing tells which port feeds which channel.
@@ -21,41 +29,45 @@ public:
     BoardCameras& operator=(BoardCameras&&) = delete;
     ~BoardCameras();   // closes; a failure is ignored
 
-    const aik::Channel& channel() const { return *m_channel; }
+    aik::Channel& channel() const { return *m_channel; }
 
     /// Connects every camera that is found, and selects the first one. False if another channel of the board
     /// has connected them; they are then controlled there. If the detection fails, the cameras found until
     /// then can be used.
     bool connect();
-    /// The two halves of connect().
+    /// The two halves of connect(). A failed detection throws runtime_error, which adds the ports that were not
+    /// searched to what the adapter says.
     bool open();
     void detect();
     void close();
 
     /// The ports that have a camera, in rising order.
-    const std::vector<int32_t>& ports() const { return m_ports; }
+    const std::vector<CameraPort>& ports() const { return m_ports; }
     void select(int32_t port);
 
-    void startAll();
-    void stopAll();
+    /// The selected camera.
+    void start() { m_channel->execute("StartAcquisition"); }
+    void stop() { m_channel->execute("StopAcquisition"); }
+    /// Writes a parameter of any kind, and reads it back; see writeParameter().
+    Written setParameter(const std::string& name, const std::string& value);
+    /// A parameter that is a whole number; none if the camera has no such parameter.
+    std::optional<int64_t> integerParameter(const std::string& name);
 
-    /// Sets a parameter of the selected camera, of any kind. Booleans are "True" and "False"; throws
-    /// runtime_error for any other text.
-    void setParameter(const std::string& name, const std::string& value);
-
-    /// Whether the cameras of this board know action commands.
+    /// Whether the cameras of this board know action commands. They are the GigE Vision ones.
     bool knowsActionCommands() const;
-    /// Has every camera take a picture at each action command, and only then.
+    /// Has the selected camera take a picture at each action command, and only then.
     void armForActionCommands();
-    /// Has all cameras of the board take a picture at the same moment.
-    void sendActionCommand();
+    /// Has all cameras of the board take a picture at the same moment. False, with nothing sent, if there is no
+    /// camera, or none that knows action commands.
+    bool sendActionCommand();
 
 private:
     void findCameras();
+    std::string portsNotSearched() const;
 
     aik::Channel* m_channel;
     bool m_isOpen = false;
-    std::vector<int32_t> m_ports;
+    std::vector<CameraPort> m_ports;
 };
 
 }   // namespace orvo::aikctl

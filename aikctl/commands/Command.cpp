@@ -23,13 +23,6 @@ std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint
     };
 }
 
-void declareChannel(CLI::App& command, int32_t& channel)
-{
-    command.add_option("CHANNEL", channel, "Its number, as `list` shows it")
-        ->required()
-        ->check(wholeNumber(0, kHighestChannel));
-}
-
 void connectCameras(BoardCameras& cameras, Console& console)
 {
     try {

@@ -43,13 +43,9 @@ std::unique_ptr<Command> makeReferenceCommand();
 
 // What several commands do.
 
-inline constexpr uint64_t kHighestChannel = 9999;   // far more than eight boards can have
-
 /// A check of an option: a whole number in this range, ends included. Returns the complaint, empty for none.
 std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint64_t highest);
 
-/// Adds the channel that a command works on, as its first argument.
-void declareChannel(CLI::App& command, int32_t& channel);
 /// Connects the cameras, and tells the console if there is none or if the detection failed after the first.
 /// Throws aik::Error if no camera could be connected.
 void connectCameras(BoardCameras& cameras, Console& console);

@@ -3,9 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include "aikctl/adapter/Adapter.h"
 #include "aikctl/adapter/BoardCameras.h"
+#include "aikctl/adapter/ChannelChoice.h"
 #include "aikctl/adapter/FeatureList.h"
+#include "aikctl/commands/ChannelOptions.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
 #include "aikctl/console/Table.h"
@@ -91,7 +92,7 @@ public:
     }
 
 private:
-    int32_t m_channel = 0;
+    ChannelChoice m_channel;
     bool m_isWithCamera = false;
     bool m_isWide = false;
 };

@@ -2,12 +2,14 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <set>
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include "aikctl/adapter/Adapter.h"
+#include "aikctl/adapter/ChannelChoice.h"
+#include "aikctl/commands/CameraOptions.h"
+#include "aikctl/commands/ChannelOptions.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/commands/FileOptions.h"
 #include "aikctl/console/Console.h"
@@ -24,21 +26,6 @@ using namespace std::chrono_literals;
 constexpr auto kLookInterval = 100ms;   // how often progress and Ctrl-C are looked at
 
 constexpr uint64_t kMostPictures = 1'000'000'000;
-
-constexpr const char* kAllChannels = "all";
-
-std::string checkChannel(const std::string& text)
-{
-    const bool isNumber = wholeNumber(0, kHighestChannel)(text).empty();
-    return isNumber || text == kAllChannels ? ""
-                                            : text + " is neither a channel's number nor " + kAllChannels;
-}
-
-std::string checkSetting(const std::string& text)
-{
-    const size_t sign = text.find('=');
-    return sign == 0 || sign == std::string::npos ? text + " is no NAME=VALUE" : "";
-}
 
 std::string progressText(uint64_t fetched, uint64_t wanted)
 {
@@ -64,16 +51,14 @@ private:
     GrabOptions m_options;
     CameraOptions m_cameraOptions;
     double m_timeoutSeconds = 5;
-    std::vector<std::string> m_channels = {"all"};
+    ChannelsChoice m_channels;
     FileOptions m_fileOptions;
     bool m_isShowingProgress = false;
 };
 
 void GrabCommand::declare(CLI::App& self)
 {
-    self.add_option("CHANNEL", m_channels, "Numbers as `list` shows them, or all")
-        ->check(checkChannel)
-        ->capture_default_str();
+    declareChannels(self, m_channels);
     self.add_option("-n,--count", m_options.count, "Pictures from each channel")
         ->check(wholeNumber(1, kMostPictures))
         ->capture_default_str();
@@ -83,19 +68,7 @@ void GrabCommand::declare(CLI::App& self)
                     "own default")
         ->transform(CLI::IsMember({"NewestOnly", "OldestFirst", "OldestFirstOverwrite"}, CLI::ignore_case));
     self.add_flag("--planar", m_options.isPlanar, "Have the adapter split the colours into planes");
-    CLI::Option* const noCamera = self.add_flag("--no-camera", m_cameraOptions.areLeftAlone,
-                                                "Leave the cameras alone; do not connect or start them");
-    self.add_option(
-            "--set", m_cameraOptions.settings,
-            "Set a parameter of each camera before it starts, such as ExposureTime=5000; can be given "
-            "several times")
-        ->type_name("NAME=VALUE")
-        ->allow_extra_args(false)
-        ->check(checkSetting)
-        ->excludes(noCamera);
-    self.add_flag("--action", m_cameraOptions.isByActionCommand,
-                  "Take each picture by one action command, on all GigE Vision cameras of a board at once")
-        ->excludes(noCamera);
+    declareCameraOptions(self, m_cameraOptions);
     self.add_option("-t,--timeout", m_timeoutSeconds, "The longest wait for one picture, in seconds")
         ->check(CLI::Range(0.001, 86'400.0))
         ->capture_default_str();
@@ -148,20 +121,7 @@ void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, 
 
 void GrabCommand::choose(std::vector<aik::Channel>& channels, const PictureFolder& folder, Grabs& grabs) const
 {
-    if (channels.empty())
-        throw noSuchChannel(0, 0);
-    std::set<size_t> chosen;
-    for (const std::string& text : m_channels) {
-        if (text == kAllChannels) {
-            for (size_t index = 0; index < channels.size(); ++index)
-                chosen.insert(index);
-        } else if (std::stoul(text) < channels.size()) {
-            chosen.insert(std::stoul(text));
-        } else {
-            throw noSuchChannel(std::stoi(text), channels.size());
-        }
-    }
-    for (const size_t index : chosen)
+    for (const size_t index : chooseChannels(channels, m_channels))
         grabs.emplace_back(channels[index], m_options, folder);
 }
 

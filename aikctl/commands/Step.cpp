@@ -14,19 +14,6 @@ constexpr StepWord kWords[] = {
     {"exec", Step::Kind::Execute, "FEATURE", "Its name, as `features` shows it"},
 };
 
-struct KeyRow {
-    const char* feature;
-    const char* keyFeature;
-};
-
-constexpr KeyRow kKeys[] = {
-    {"BrdStringValue", "BrdFeatureKey"},        {"BrdIntValue", "BrdFeatureKey"},
-    {"BrdFloatValue", "BrdFeatureKey"},         {"CameraStringValue", "CameraFeatureKey"},
-    {"CameraIntValue", "CameraFeatureKey"},     {"CameraFloatValue", "CameraFeatureKey"},
-    {"CameraBooleanValue", "CameraFeatureKey"}, {"CameraEnumerationValue", "CameraFeatureKey"},
-    {"CameraCommand", "CameraFeatureKey"},
-};
-
 const StepWord& requireStepWord(const std::string& word)
 {
     if (const StepWord* const row = findStepWord(word))
@@ -96,12 +83,6 @@ std::optional<std::string> carryOut(const Step& step, aik::Channel& channel)
         break;
     }
     return std::nullopt;
-}
-
-std::string keyFeatureOf(const std::string& feature)
-{
-    const auto* const row = std::ranges::find(kKeys, feature, &KeyRow::feature);
-    return row == std::end(kKeys) ? "" : row->keyFeature;
 }
 
 }   // namespace orvo::aikctl

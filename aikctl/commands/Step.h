@@ -40,7 +40,4 @@ std::vector<Step> parseSteps(const std::vector<std::string>& words);
 /// Does it; returns what a get has read. Throws aik::Error.
 std::optional<std::string> carryOut(const Step& step, aik::Channel& channel);
 
-/// The feature that holds the key for `feature`, which reaches a parameter by key; empty if it needs no key.
-std::string keyFeatureOf(const std::string& feature);
-
 }   // namespace orvo::aikctl

@@ -5,8 +5,10 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include "aikctl/adapter/Adapter.h"
 #include "aikctl/adapter/BoardCameras.h"
+#include "aikctl/adapter/ChannelChoice.h"
+#include "aikctl/adapter/Parameters.h"
+#include "aikctl/commands/ChannelOptions.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/commands/Step.h"
 #include "aikctl/console/Console.h"
@@ -32,7 +34,7 @@ private:
 
     std::string m_name;
     bool m_isSingle = false;
-    int32_t m_channel = 0;
+    ChannelChoice m_channel;
     std::vector<std::string> m_words;
     std::vector<Step> m_steps;   // that the words ask for
     bool m_isWithCamera = false;
@@ -46,9 +48,9 @@ void StepsCommand::declare(CLI::App& self)
     declareChannel(self, m_channel);
     if (const StepWord* const step = findStepWord(m_name)) {
         m_isSingle = true;
-        self.add_option(step->operand, m_words, step->help)->required()->expected(1);
+        self.add_option(step->operand, m_words, step->help)->expected(1);
     } else {
-        self.add_option("STEP", m_words, describeSteps() + ", any number of them")->required();
+        self.add_option("STEP", m_words, describeSteps() + ", any number of them");
     }
     self.add_flag("--camera", m_isWithCamera,
                   "Connect the cameras of the board first and close them at the end");
@@ -63,6 +65,11 @@ void StepsCommand::declare(CLI::App& self)
 /// Makes steps of the words. Words that make no sense are wrong usage.
 void StepsCommand::settle()
 {
+    settleChannel(m_channel, m_words);
+    if (m_words.empty())
+        throw CLI::RequiredError(m_isSingle ? findStepWord(m_name)->operand : "STEP");
+    if (m_isSingle && m_words.size() > 1)
+        throw CLI::ExcludesError("CHANNEL", "--board");
     try {
         m_steps = m_isSingle ? parseSteps({m_name, m_words.front()}) : parseSteps(m_words);
         if (!m_key.empty())
@@ -112,7 +119,7 @@ void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common,
         console.fail(failure.what());   // cameras and channel are closed all the same
     }
     if (common.json)
-        console.print({{"channel", m_channel}, {"readings", readings}});
+        console.print({{"channel", channel.index()}, {"readings", readings}});
     cameras.close();
     channel.release();
 }

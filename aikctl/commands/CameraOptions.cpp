@@ -1,0 +1,98 @@
+#include "aikctl/commands/CameraOptions.h"
+
+#include <array>
+#include <charconv>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+namespace orvo::aikctl {
+
+namespace {
+
+constexpr const char* kSettingForm = "NAME=VALUE";
+constexpr const char* kRegionForm = "WxH+X+Y";
+
+// Every start of the channel sets them anew.
+constexpr std::array<std::string_view, 4> kGeometryKeys = {"BRD_WIDTH", "BRD_HEIGHT", "BRD_XOFFSET",
+                                                           "BRD_YOFFSET"};
+
+std::string checkSetting(const std::string& text)
+{
+    const size_t sign = text.find('=');
+    return sign == 0 || sign == std::string::npos ? text + " is no " + kSettingForm : "";
+}
+
+std::string checkBoardSetting(const std::string& text)
+{
+    for (const std::string_view key : kGeometryKeys)
+        if (text.starts_with(std::string(key) + "="))
+            return "--roi sets " + std::string(key);
+    return checkSetting(text);
+}
+
+/// Takes a whole number, which the text begins with, off its front.
+bool takeNumber(std::string_view& text, uint32_t& number)
+{
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<size_t>(end - text.data()));
+    return error == std::errc();
+}
+
+bool takeSign(std::string_view& text, char sign)
+{
+    const bool isThere = text.starts_with(sign);
+    text.remove_prefix(isThere ? 1 : 0);
+    return isThere;
+}
+
+/// WxH, or WxH+X+Y.
+std::optional<aik::Geometry> parseRegion(std::string_view text)
+{
+    aik::Geometry region;
+    bool isGood = takeNumber(text, region.width) && takeSign(text, 'x') && takeNumber(text, region.height);
+    if (isGood && !text.empty())
+        isGood = takeSign(text, '+') && takeNumber(text, region.xOffset) && takeSign(text, '+') &&
+                 takeNumber(text, region.yOffset);
+    return isGood && text.empty() && region.width > 0 && region.height > 0 ? std::optional(region)
+                                                                           : std::nullopt;
+}
+
+}   // namespace
+
+void declareCameraOptions(CLI::App& command, CameraOptions& options)
+{
+    CLI::Option* const noCamera = command.add_flag("--no-camera", options.areLeftAlone,
+                                                   "Leave the cameras alone; do not connect or start them");
+    command
+        .add_option("--set", options.settings,
+                    "Set a parameter of each camera before it starts, such as ExposureTime=5000; can be "
+                    "given several times")
+        ->type_name(kSettingForm)
+        ->allow_extra_args(false)
+        ->check(checkSetting)
+        ->excludes(noCamera);
+    command
+        .add_option("--board-set", options.boardSettings,
+                    "Set a parameter of each channel's board, such as BRD_FORMAT=3; can be given several "
+                    "times")
+        ->type_name(kSettingForm)
+        ->allow_extra_args(false)
+        ->check(checkBoardSetting);
+    command
+        .add_option_function<std::string>(
+            "--roi", [&options](const std::string& text) { options.region = parseRegion(text); },
+            "The part of the sensor to grab, in pixels; sets each camera and each board")
+        ->type_name(kRegionForm)
+        ->check([](const std::string& text) {
+            return parseRegion(text) ? "" : text + " is no region such as 640x480 or 640x480+32+16";
+        });
+    command.add_flag("--keep-going", options.isKeptGoing,
+                     "Grab even if a setting is refused; without it, the first refusal ends the grab");
+    command
+        .add_flag("--action", options.isByActionCommand,
+                  "Take each picture by one action command, on all GigE Vision cameras of a board at once")
+        ->excludes(noCamera);
+}
+
+}   // namespace orvo::aikctl
