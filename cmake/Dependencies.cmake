@@ -8,6 +8,8 @@ foreach(component thread chrono filesystem system)
     find_package(boost_${component} 1.81.0 EXACT CONFIG REQUIRED)
 endforeach()
 find_package(Threads REQUIRED)
+set(ZLIB_USE_STATIC_LIBS ${WIN32})   # the product imports DLLs of the system alone
+find_package(ZLIB REQUIRED)
 
 # The system's include folder would shadow mingw's own headers, so for Windows a folder with links to
 # these few libraries stands in its place.

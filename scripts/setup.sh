@@ -9,6 +9,7 @@ packages=(
     g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64   # Windows build, and its tests
     clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-16     # sanitizers, checks
     googletest libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
+    zlib1g-dev libz-mingw-w64-dev
     libboost-thread1.81-dev libboost-chrono1.81-dev libboost-filesystem1.81-dev libboost-system1.81-dev
     libyuv-dev libglib2.0-dev pkg-config valgrind                 # the benches' peers, and their guard
     dpkg-dev patch xz-utils                                       # to unpack Boost's source package

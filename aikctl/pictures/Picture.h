@@ -1,21 +1,23 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace orvo::aikctl {
 
-/// A picture as people look at it: 8 bits a sample, 1 sample a pixel (grey) or 3 (red, green, blue), rows
-/// from the top without padding.
+/// A picture as people look at it, over the bytes of a fetched one, which must outlive it. It has 1 sample a pixel
+/// (grey) or 3 (red, green, blue), of 8 bits, or of 16 with the upper byte first.
 struct Picture {
-    uint32_t width = 0;
-    uint32_t height = 0;
+    uint32_t width = 0;    // in pixels, never 0
+    uint32_t height = 0;   // in pixels, never 0
     uint32_t samples = 1;
-    std::vector<uint8_t> bytes;
-};
+    uint32_t bits = 8;
+    const uint8_t* image = nullptr;
+    /// Writes a row, counted from 0 at the top: rowBytes().
+    void (*copyRow)(const Picture& picture, size_t row, uint8_t* out) = nullptr;
 
-/// The picture as the content of a PNG file. Throws runtime_error for a picture without pixels, or of more
-/// than 2 GiB.
-std::vector<uint8_t> encodePng(const Picture& picture);
+    size_t pixelBytes() const { return size_t{samples} * bits / 8; }
+    size_t rowBytes() const { return width * pixelBytes(); }
+};
 
 }   // namespace orvo::aikctl

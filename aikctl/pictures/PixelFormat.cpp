@@ -11,40 +11,48 @@ namespace {
 
 // Takes from each pixel the bytes at these offsets, in this order.
 template <size_t BytesPerPixel, size_t... Offsets>
-Picture pick(std::span<const uint8_t> image, uint32_t width, uint32_t height)
+void pickRow(const Picture& picture, size_t row, uint8_t* out)
 {
-    Picture picture{width, height, sizeof...(Offsets), {}};
-    picture.bytes.reserve(image.size() / BytesPerPixel * sizeof...(Offsets));
-    for (size_t pixel = 0; pixel + BytesPerPixel <= image.size(); pixel += BytesPerPixel)
-        (picture.bytes.push_back(image[pixel + Offsets]), ...);
-    return picture;
+    const uint8_t* pixel = picture.image + row * picture.width * BytesPerPixel;
+    for (size_t column = 0; column < picture.width; ++column, pixel += BytesPerPixel)
+        ((*out++ = pixel[Offsets]), ...);
+}
+
+template <uint32_t Bits, size_t BytesPerPixel, size_t... Offsets>
+Picture pick(const aik::Picture& fetched)
+{
+    return {fetched.width, fetched.height,       sizeof...(Offsets) * 8 / Bits,
+            Bits,          fetched.bytes.data(), pickRow<BytesPerPixel, Offsets...>};
+}
+
+void joinRow(const Picture& picture, size_t row, uint8_t* out)
+{
+    const size_t plane = size_t{picture.width} * picture.height;
+    const uint8_t* red = picture.image + row * picture.width;
+    for (size_t column = 0; column < picture.width; ++column, ++red)
+        for (size_t colour = 0; colour < 3; ++colour)
+            *out++ = red[colour * plane];
 }
 
 // The image is three planes, one after the other: red, green, blue.
-Picture joinPlanes(std::span<const uint8_t> image, uint32_t width, uint32_t height)
+Picture joinPlanes(const aik::Picture& fetched)
 {
-    const size_t pixels = image.size() / 3;
-    Picture picture{width, height, 3, {}};
-    picture.bytes.reserve(3 * pixels);
-    for (size_t pixel = 0; pixel < pixels; ++pixel)
-        for (size_t plane = 0; plane < 3; ++plane)
-            picture.bytes.push_back(image[plane * pixels + pixel]);
-    return picture;
+    return {fetched.width, fetched.height, 3, 8, fetched.bytes.data(), joinRow};
 }
 
 // A pixel of 6 bytes was split like two of 3: each plane is twice as wide and mixes the bytes of two colours.
-Picture stackPlanes(std::span<const uint8_t> image, uint32_t width, uint32_t height)
+Picture stackPlanes(const aik::Picture& fetched)
 {
-    return {2 * width, 3 * height, 1, {image.begin(), image.end()}};
+    return {2 * fetched.width, 3 * fetched.height, 1, 8, fetched.bytes.data(), pickRow<1, 0>};
 }
 
 // What is in no row is saved raw.
 constexpr PixelFormat kPixelFormats[] = {
-    {AIK_PIXEL_MONO8, 1, false, "grey, 8 bits", pick<1, 0>},
-    {AIK_PIXEL_MONO16, 2, false, "grey, 16 bits", pick<2, 1>},
-    {AIK_PIXEL_BGR8, 3, false, "colour, 8 bits", pick<3, 2, 1, 0>},
-    {AIK_PIXEL_BGRX8, 4, false, "colour and filler, 8 bits", pick<4, 2, 1, 0>},
-    {AIK_PIXEL_BGR16, 6, false, "colour, 16 bits", pick<6, 5, 3, 1>},
+    {AIK_PIXEL_MONO8, 1, false, "grey, 8 bits", pick<8, 1, 0>},
+    {AIK_PIXEL_MONO16, 2, false, "grey, 16 bits", pick<16, 2, 1, 0>},
+    {AIK_PIXEL_BGR8, 3, false, "colour, 8 bits", pick<8, 3, 2, 1, 0>},
+    {AIK_PIXEL_BGRX8, 4, false, "colour and filler, 8 bits", pick<8, 4, 2, 1, 0>},
+    {AIK_PIXEL_BGR16, 6, false, "colour, 16 bits", pick<16, 6, 5, 4, 3, 2, 1, 0>},
     {AIK_PIXEL_PLANAR, 3, true, "colour planes, 8 bits", joinPlanes},
     {AIK_PIXEL_PLANAR, 6, true, "byte planes of 16-bit colour", stackPlanes},
 };

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 
+#include "aik/aik.hpp"
 #include "aikctl/pictures/Picture.h"
 
 namespace orvo::aikctl {
@@ -16,8 +16,7 @@ struct PixelFormat {
     uint64_t bytesPerPixel;
     bool isPlanar;   // "Transformation" is "RGB8PackedToPlanar"
     const char* name;
-    /// Takes width x height x bytesPerPixel bytes. Of samples of 16 bits it keeps the upper 8.
-    Picture (*toPicture)(std::span<const uint8_t> image, uint32_t width, uint32_t height);
+    Picture (*toPicture)(const aik::Picture& fetched);
 };
 
 /// Null if these bytes make no picture: the code is missing or unknown, or what was split by threes is not

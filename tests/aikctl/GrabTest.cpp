@@ -2,7 +2,6 @@
 
 #include <stb/stb_image.h>
 
-#include "aikctl/pictures/Picture.h"
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
@@ -236,12 +235,6 @@ TEST_F(Grab, RefusesChannelsThatAreNotThere)
     EXPECT_THAT(grab("3").err, HasSubstr("There is no channel 3: the last one is 2"));
     m_machine.boards({});
     EXPECT_THAT(grab("").err, HasSubstr("There is no channel: the adapter found no board"));
-}
-
-TEST(Png, HoldsNoPictureThatIsEmptyOrTooLarge)
-{
-    EXPECT_THROW(encodePng({0, 0, 1, {}}), std::runtime_error);
-    EXPECT_THROW(encodePng({65'536, 65'536, 3, {1}}), std::runtime_error);
 }
 
 }   // namespace

@@ -1,0 +1,157 @@
+#include <map>
+#include <numeric>
+#include <random>
+
+#include <gmock/gmock.h>
+#include <stb/stb_image.h>
+#include <zlib.h>
+
+#include "aikctl/pictures/LiteralDeflate.h"
+#include "aikctl/pictures/PictureFile.h"
+
+namespace orvo::aikctl {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+/// A picture as a reader of the file sees it.
+struct Seen {
+    int width = 0;
+    int height = 0;
+    int samples = 0;
+    int bits = 0;
+    std::vector<uint16_t> values{};   // from the top, red before green before blue
+
+    bool operator==(const Seen&) const = default;
+};
+
+// By stb, which leaves the bytes of 16-bit PGM samples as they stand.
+Seen read(const PictureFile& file)
+{
+    const auto size = static_cast<int>(file.bytes.size());
+    Seen seen;
+    uint16_t* const values =
+        stbi_load_16_from_memory(file.bytes.data(), size, &seen.width, &seen.height, &seen.samples, 0);
+    seen.bits = stbi_is_16_bit_from_memory(file.bytes.data(), size) ? 16 : 8;
+    seen.values.assign(values, values + ptrdiff_t{seen.width} * seen.height * seen.samples);
+    stbi_image_free(values);
+    for (uint16_t& value : seen.values)
+        if (seen.bits == 8)
+            value &= 0xFF;
+        else if (file.ending != "png")
+            value = static_cast<uint16_t>(value << 8 | value >> 8);
+    return seen;
+}
+
+Seen readTiff(const Bytes& file)
+{
+    const auto number = [&](size_t at, size_t bytes) {
+        return std::accumulate(&file.at(at), &file.at(at + bytes - 1) + 1, 0U,
+                               [](uint32_t upper, uint8_t lower) { return upper << 8 | lower; });
+    };
+    EXPECT_EQ(number(0, 4), 0x4D4D002AU);
+    std::map<uint32_t, uint32_t> tags;
+    for (size_t at = number(4, 4) + 2, entry = 0; entry < number(number(4, 4), 2); ++entry, at += 12)
+        tags[number(at, 2)] =
+            number(at + 2, 2) == 3 && number(at + 4, 4) == 1 ? number(at + 8, 2) : number(at + 8, 4);
+    const uint32_t samples = tags[277];
+    const uint32_t bits = samples == 1 ? tags[258] : number(tags[258] + 4, 2);
+    EXPECT_EQ(tags[262], samples == 1 ? 1U : 2U);
+    EXPECT_EQ(tags[279], tags[256] * tags[257] * samples * bits / 8);
+    EXPECT_EQ(tags[273] + tags[279], file.size());
+    Seen seen{static_cast<int>(tags[256]), static_cast<int>(tags[257]), static_cast<int>(samples),
+              static_cast<int>(bits)};
+    for (size_t at = tags[273]; at < file.size(); at += bits / 8)
+        seen.values.push_back(static_cast<uint16_t>(number(at, bits / 8)));
+    return seen;
+}
+
+// Half noise, half constant, and larger than what the fast compression takes at a time.
+Bytes noise(size_t size)
+{
+    std::mt19937 random(1);
+    Bytes bytes(size, 77);
+    std::generate(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(size / 2),
+                  [&] { return static_cast<uint8_t>(random()); });
+    return bytes;
+}
+
+aik::Picture fetched(const Bytes& bytes, uint32_t width, uint32_t height, uint32_t bytesPerPixel,
+                     int32_t format)
+{
+    return {{bytes.data(), bytes.size()}, width, height, bytesPerPixel, false, format, {}};
+}
+
+TEST(PictureFile, ShowsEverySampleWithAllItsBits)
+{
+    constexpr int kWidth = 333;
+    constexpr int kHeight = 301;
+    for (const auto& [code, samples, sampleBytes] : {std::tuple(AIK_PIXEL_MONO8, 1U, 1U),
+                                                     {AIK_PIXEL_MONO16, 1U, 2U},
+                                                     {AIK_PIXEL_BGR8, 3U, 1U},
+                                                     {AIK_PIXEL_BGR16, 3U, 2U}}) {
+        const Bytes bytes = noise(size_t{kWidth} * kHeight * samples * sampleBytes);
+        Seen sent{kWidth, kHeight, static_cast<int>(samples), static_cast<int>(8 * sampleBytes)};
+        for (size_t at = 0; at < bytes.size(); at += sampleBytes)
+            sent.values.push_back(
+                static_cast<uint16_t>(bytes[at] + (sampleBytes == 2 ? bytes[at + 1] << 8 : 0)));
+        for (size_t at = 0; samples == 3 && at < sent.values.size(); at += 3)
+            std::swap(sent.values[at], sent.values[at + 2]);
+
+        const aik::Picture picture = fetched(bytes, kWidth, kHeight, samples * sampleBytes, code);
+        PictureFile file;
+        std::map<int, size_t> sizes;
+        for (const int compression : {0, 1, 2, 9}) {
+            encode(picture, {FileFormat::Png, compression}, file);
+            EXPECT_EQ(file.ending, "png");
+            EXPECT_EQ(read(file), sent) << code << ", compression " << compression;
+            sizes[compression] = file.bytes.size();
+        }
+        EXPECT_LT(sizes[1], sizes[0] * 2 / 3);
+        EXPECT_LE(sizes[9], sizes[2]);
+        encode(picture, {FileFormat::Pgm}, file);
+        EXPECT_EQ(file.ending, samples == 3 ? "ppm" : "pgm");
+        EXPECT_EQ(read(file), sent) << code;
+        encode(picture, {FileFormat::Tiff}, file);
+        EXPECT_EQ(readTiff(file.bytes), sent) << code;
+        encode(picture, {FileFormat::Raw}, file);
+        EXPECT_EQ(file.ending + file.note, "raw");
+        EXPECT_EQ(file.bytes, bytes);
+    }
+}
+
+TEST(PictureFile, KeepsTheBytesOfWhatIsNoPictureAndSaysSo)
+{
+    PictureFile file;
+    encode(fetched(noise(20), 2, 2, 5, -1), {FileFormat::Tiff}, file);
+    EXPECT_EQ(file.ending, "raw");
+    EXPECT_EQ(file.bytes, noise(20));
+    EXPECT_EQ(file.note, "saved raw, for no TIFF can show this: 5 bytes a pixel (code -1)");
+    EXPECT_THROW(encode(fetched({}, 0, 480, 0, AIK_PIXEL_MONO8), {FileFormat::Raw}, file),
+                 std::runtime_error);
+    for (const FileFormat format : {FileFormat::Png, FileFormat::Tiff})
+        EXPECT_THROW(encode(fetched({1}, 65'536, 65'536, 3, AIK_PIXEL_BGR8), {format}, file),
+                     std::runtime_error);
+}
+
+// Bytes whose frequencies would give the rarest codes of more than 20 bits, and other extremes.
+TEST(PictureFile, IsCompressedWithCodesThatEveryReaderKnows)
+{
+    Bytes skewed;
+    for (size_t byte = 0, count = 1, next = 1; byte < 24; ++byte, next += std::exchange(count, next))
+        skewed.insert(skewed.end(), count, static_cast<uint8_t>(byte));
+    for (const Bytes& bytes : {skewed, Bytes{7}, Bytes(100'000, 0), noise(100'001)}) {
+        Bytes stream;
+        LiteralDeflate deflate(stream);
+        deflate.add(bytes, false);
+        deflate.add(bytes, true);
+        Bytes twice(2 * bytes.size());
+        auto size = static_cast<uLongf>(twice.size());
+        EXPECT_EQ(uncompress(twice.data(), &size, stream.data(), static_cast<uLong>(stream.size())), Z_OK);
+        EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), twice.begin()));
+        EXPECT_TRUE(std::equal(bytes.rbegin(), bytes.rend(), twice.rbegin()));
+    }
+}
+
+}   // namespace
+}   // namespace orvo::aikctl
