@@ -19,7 +19,7 @@ void declareFileOptions(CLI::App& command, FileOptions& options)
         ->check([](const std::string& text) { return text.empty() ? "The folder has no name" : ""; })
         ->capture_default_str();
     command.add_flag("--overwrite", options.isOverwriting,
-                     "Accept a folder that holds pictures of an earlier grab");
+                     "Remove the pictures of an earlier grab from the folder");
     const auto setFormat = [&options](const std::string& name) {
         options.encoding.format = formats.at(name);
     };

@@ -8,19 +8,33 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "os/PathText.h"
+
 namespace orvo::aikctl {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-void refuseOlderPictures(const fs::path& folder)
+constexpr const char* kLockFile = "aikctl.lock";
+
+bool isOurs(const fs::path& name)
 {
-    const std::regex ours(R"(channel\d+-\d+\.(png|raw))");
-    for (const auto& entry : fs::directory_iterator(folder))
-        if (std::regex_match(entry.path().filename().string(), ours))
-            throw std::runtime_error(entry.path().string() +
+    static const std::regex ours(R"(channel\d+-\d{6,}\.(png|pgm|ppm|tiff|raw)(\.part)?)");
+    return std::regex_match(os::textOf(name), ours);
+}
+
+void clear(const fs::path& folder, bool overwrite)
+{
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        if (!isOurs(entry.path().filename()))
+            continue;
+        if (!overwrite)
+            throw std::runtime_error(os::textOf(entry.path()) +
                                      " is there from an earlier grab; name another folder, or --overwrite");
+        if (entry.is_regular_file())
+            fs::remove(entry);
+    }
 }
 
 std::error_code writeFile(const fs::path& part, const fs::path& whole, std::span<const uint8_t> content)
@@ -38,16 +52,25 @@ std::error_code writeFile(const fs::path& part, const fs::path& whole, std::span
 
 }   // namespace
 
-PictureFolder::PictureFolder(const std::string& path, bool overwrite)
-    : m_path(fs::absolute(path).lexically_normal())
+PictureFolder::PictureFolder(const std::string& path, bool overwrite) : m_path(fs::absolute(os::pathOf(path)))
 {
+    if (os::textOf(m_path).starts_with(R"(\\.\)"))   // as Windows has it for names such as NUL
+        throw std::runtime_error("Can't use the folder " + path + ": it is a device");
+    m_path = m_path.lexically_normal();
+    if (!fs::exists(m_path.root_path()))
+        throw std::runtime_error("Can't use the folder " + path + ": there is no " +
+                                 os::textOf(m_path.root_path()));
     try {
         fs::create_directories(m_path);
-        if (!overwrite)
-            refuseOlderPictures(m_path);
-    } catch (const fs::filesystem_error& failure) {
-        throw std::runtime_error("Can't use the folder " + m_path.string() + ": " + failure.code().message());
+        m_lock.emplace(m_path / kLockFile);
+        if (m_lock->isHeld())
+            clear(m_path, overwrite);
+    } catch (const std::system_error& failure) {
+        throw std::runtime_error("Can't use the folder " + os::textOf(m_path) + ": " +
+                                 failure.code().message());
     }
+    if (!m_lock->isHeld())
+        throw std::runtime_error("Another grab saves pictures in " + os::textOf(m_path));
 }
 
 std::string PictureFolder::save(int32_t channel, uint64_t number, const std::string& ending,
@@ -56,13 +79,14 @@ std::string PictureFolder::save(int32_t channel, uint64_t number, const std::str
     std::ostringstream name;
     name << "channel" << channel << '-' << std::setw(6) << std::setfill('0') << number << '.' << ending;
     const fs::path whole = m_path / name.str();
-    const fs::path part = whole.string() + ".part";
+    fs::path part = whole;
+    part += ".part";
     const std::error_code failure = writeFile(part, whole, content);
     if (!failure)
         return name.str();
     std::error_code ignored;
     fs::remove(part, ignored);
-    throw std::runtime_error("Can't write " + whole.string() + ": " + failure.message());
+    throw std::runtime_error("Can't write " + os::textOf(whole) + ": " + failure.message());
 }
 
 }   // namespace orvo::aikctl

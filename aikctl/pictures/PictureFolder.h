@@ -2,28 +2,33 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
+
+#include "os/FileLock.h"
 
 namespace orvo::aikctl {
 
 /// The folder that pictures are saved in: a file each, named after channel and picture (channel0-000001.png).
-/// Threads: save() on any.
+/// One at a time can use a folder; other programs' files in it are left alone.
+/// Threads: save() on any, several at a time.
 class PictureFolder {
 public:
-    /// Makes the folder. Throws runtime_error if that fails, or if it holds pictures of an earlier grab and
-    /// `overwrite` is false.
+    /// Makes the folder. If it holds pictures of an earlier grab, they are removed if `overwrite` says so, and
+    /// refused if not. Throws runtime_error for that and for a folder that can't be used.
     PictureFolder(const std::string& path, bool overwrite);
 
     const std::filesystem::path& path() const { return m_path; }
 
-    /// Writes a file completely or not at all, and returns its name without the folder. `number` counts from 1.
-    /// Throws runtime_error.
+    /// Writes a file completely or not at all, and returns its name without the folder. `number` counts from 1,
+    /// and no other call for this channel has the same. Throws runtime_error.
     std::string save(int32_t channel, uint64_t number, const std::string& ending,
                      std::span<const uint8_t> content) const;
 
 private:
     std::filesystem::path m_path;
+    std::optional<os::FileLock> m_lock;   // always there once constructed
 };
 
 }   // namespace orvo::aikctl

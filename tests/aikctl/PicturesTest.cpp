@@ -1,13 +1,16 @@
+#include <fstream>
 #include <map>
 #include <numeric>
 #include <random>
+#include <set>
 
-#include <gmock/gmock.h>
 #include <stb/stb_image.h>
 #include <zlib.h>
 
 #include "aikctl/pictures/LiteralDeflate.h"
 #include "aikctl/pictures/PictureFile.h"
+#include "aikctl/pictures/PictureFolder.h"
+#include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
 namespace {
@@ -15,35 +18,35 @@ namespace {
 using Bytes = std::vector<uint8_t>;
 
 /// A picture as a reader of the file sees it.
-struct Seen {
+struct Decoded {
     int width = 0;
     int height = 0;
     int samples = 0;
     int bits = 0;
     std::vector<uint16_t> values{};   // from the top, red before green before blue
 
-    bool operator==(const Seen&) const = default;
+    bool operator==(const Decoded&) const = default;
 };
 
 // By stb, which leaves the bytes of 16-bit PGM samples as they stand.
-Seen read(const PictureFile& file)
+Decoded decode(const PictureFile& file)
 {
     const auto size = static_cast<int>(file.bytes.size());
-    Seen seen;
-    uint16_t* const values =
-        stbi_load_16_from_memory(file.bytes.data(), size, &seen.width, &seen.height, &seen.samples, 0);
-    seen.bits = stbi_is_16_bit_from_memory(file.bytes.data(), size) ? 16 : 8;
-    seen.values.assign(values, values + ptrdiff_t{seen.width} * seen.height * seen.samples);
+    Decoded decoded;
+    uint16_t* const values = stbi_load_16_from_memory(file.bytes.data(), size, &decoded.width,
+                                                      &decoded.height, &decoded.samples, 0);
+    decoded.bits = stbi_is_16_bit_from_memory(file.bytes.data(), size) ? 16 : 8;
+    decoded.values.assign(values, values + ptrdiff_t{decoded.width} * decoded.height * decoded.samples);
     stbi_image_free(values);
-    for (uint16_t& value : seen.values)
-        if (seen.bits == 8)
+    for (uint16_t& value : decoded.values)
+        if (decoded.bits == 8)
             value &= 0xFF;
         else if (file.ending != "png")
             value = static_cast<uint16_t>(value << 8 | value >> 8);
-    return seen;
+    return decoded;
 }
 
-Seen readTiff(const Bytes& file)
+Decoded decodeTiff(const Bytes& file)
 {
     const auto number = [&](size_t at, size_t bytes) {
         return std::accumulate(&file.at(at), &file.at(at + bytes - 1) + 1, 0U,
@@ -59,15 +62,15 @@ Seen readTiff(const Bytes& file)
     EXPECT_EQ(tags[262], samples == 1 ? 1U : 2U);
     EXPECT_EQ(tags[279], tags[256] * tags[257] * samples * bits / 8);
     EXPECT_EQ(tags[273] + tags[279], file.size());
-    Seen seen{static_cast<int>(tags[256]), static_cast<int>(tags[257]), static_cast<int>(samples),
-              static_cast<int>(bits)};
+    Decoded decoded{static_cast<int>(tags[256]), static_cast<int>(tags[257]), static_cast<int>(samples),
+                    static_cast<int>(bits)};
     for (size_t at = tags[273]; at < file.size(); at += bits / 8)
-        seen.values.push_back(static_cast<uint16_t>(number(at, bits / 8)));
-    return seen;
+        decoded.values.push_back(static_cast<uint16_t>(number(at, bits / 8)));
+    return decoded;
 }
 
 // Half noise, half constant, and larger than what the fast compression takes at a time.
-Bytes noise(size_t size)
+Bytes halfNoise(size_t size)
 {
     std::mt19937 random(1);
     Bytes bytes(size, 77);
@@ -76,44 +79,44 @@ Bytes noise(size_t size)
     return bytes;
 }
 
-aik::Picture fetched(const Bytes& bytes, uint32_t width, uint32_t height, uint32_t bytesPerPixel,
-                     int32_t format)
+aik::Picture pictureOf(const Bytes& bytes, uint32_t width, uint32_t height, uint32_t bytesPerPixel,
+                       int32_t format)
 {
     return {{bytes.data(), bytes.size()}, width, height, bytesPerPixel, false, format, {}};
 }
 
 TEST(PictureFile, ShowsEverySampleWithAllItsBits)
 {
-    constexpr int kWidth = 333;
-    constexpr int kHeight = 301;
+    constexpr int kColumns = 333;
+    constexpr int kRows = 301;
     for (const auto& [code, samples, sampleBytes] : {std::tuple(AIK_PIXEL_MONO8, 1U, 1U),
                                                      {AIK_PIXEL_MONO16, 1U, 2U},
                                                      {AIK_PIXEL_BGR8, 3U, 1U},
                                                      {AIK_PIXEL_BGR16, 3U, 2U}}) {
-        const Bytes bytes = noise(size_t{kWidth} * kHeight * samples * sampleBytes);
-        Seen sent{kWidth, kHeight, static_cast<int>(samples), static_cast<int>(8 * sampleBytes)};
+        const Bytes bytes = halfNoise(size_t{kColumns} * kRows * samples * sampleBytes);
+        Decoded sent{kColumns, kRows, static_cast<int>(samples), static_cast<int>(8 * sampleBytes)};
         for (size_t at = 0; at < bytes.size(); at += sampleBytes)
             sent.values.push_back(
                 static_cast<uint16_t>(bytes[at] + (sampleBytes == 2 ? bytes[at + 1] << 8 : 0)));
         for (size_t at = 0; samples == 3 && at < sent.values.size(); at += 3)
             std::swap(sent.values[at], sent.values[at + 2]);
 
-        const aik::Picture picture = fetched(bytes, kWidth, kHeight, samples * sampleBytes, code);
+        const aik::Picture picture = pictureOf(bytes, kColumns, kRows, samples * sampleBytes, code);
         PictureFile file;
         std::map<int, size_t> sizes;
         for (const int compression : {0, 1, 2, 9}) {
             encode(picture, {FileFormat::Png, compression}, file);
             EXPECT_EQ(file.ending, "png");
-            EXPECT_EQ(read(file), sent) << code << ", compression " << compression;
+            EXPECT_EQ(decode(file), sent) << code << ", compression " << compression;
             sizes[compression] = file.bytes.size();
         }
         EXPECT_LT(sizes[1], sizes[0] * 2 / 3);
         EXPECT_LE(sizes[9], sizes[2]);
         encode(picture, {FileFormat::Pgm}, file);
         EXPECT_EQ(file.ending, samples == 3 ? "ppm" : "pgm");
-        EXPECT_EQ(read(file), sent) << code;
+        EXPECT_EQ(decode(file), sent) << code;
         encode(picture, {FileFormat::Tiff}, file);
-        EXPECT_EQ(readTiff(file.bytes), sent) << code;
+        EXPECT_EQ(decodeTiff(file.bytes), sent) << code;
         encode(picture, {FileFormat::Raw}, file);
         EXPECT_EQ(file.ending + file.note, "raw");
         EXPECT_EQ(file.bytes, bytes);
@@ -123,14 +126,14 @@ TEST(PictureFile, ShowsEverySampleWithAllItsBits)
 TEST(PictureFile, KeepsTheBytesOfWhatIsNoPictureAndSaysSo)
 {
     PictureFile file;
-    encode(fetched(noise(20), 2, 2, 5, -1), {FileFormat::Tiff}, file);
+    encode(pictureOf(halfNoise(20), 2, 2, 5, -1), {FileFormat::Tiff}, file);
     EXPECT_EQ(file.ending, "raw");
-    EXPECT_EQ(file.bytes, noise(20));
+    EXPECT_EQ(file.bytes, halfNoise(20));
     EXPECT_EQ(file.note, "saved raw, for no TIFF can show this: 5 bytes a pixel (code -1)");
-    EXPECT_THROW(encode(fetched({}, 0, 480, 0, AIK_PIXEL_MONO8), {FileFormat::Raw}, file),
+    EXPECT_THROW(encode(pictureOf({}, 0, 480, 0, AIK_PIXEL_MONO8), {FileFormat::Raw}, file),
                  std::runtime_error);
     for (const FileFormat format : {FileFormat::Png, FileFormat::Tiff})
-        EXPECT_THROW(encode(fetched({1}, 65'536, 65'536, 3, AIK_PIXEL_BGR8), {format}, file),
+        EXPECT_THROW(encode(pictureOf({1}, 65'536, 65'536, 3, AIK_PIXEL_BGR8), {format}, file),
                      std::runtime_error);
 }
 
@@ -140,7 +143,7 @@ TEST(PictureFile, IsCompressedWithCodesThatEveryReaderKnows)
     Bytes skewed;
     for (size_t byte = 0, count = 1, next = 1; byte < 24; ++byte, next += std::exchange(count, next))
         skewed.insert(skewed.end(), count, static_cast<uint8_t>(byte));
-    for (const Bytes& bytes : {skewed, Bytes{7}, Bytes(100'000, 0), noise(100'001)}) {
+    for (const Bytes& bytes : {skewed, Bytes{7}, Bytes(100'000, 0), halfNoise(100'001)}) {
         Bytes stream;
         LiteralDeflate deflate(stream);
         deflate.add(bytes, false);
@@ -150,6 +153,47 @@ TEST(PictureFile, IsCompressedWithCodesThatEveryReaderKnows)
         EXPECT_EQ(uncompress(twice.data(), &size, stream.data(), static_cast<uLong>(stream.size())), Z_OK);
         EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), twice.begin()));
         EXPECT_TRUE(std::equal(bytes.rbegin(), bytes.rend(), twice.rbegin()));
+    }
+}
+
+// The folder of a grab, which other programs may use, too.
+class Folder : public AikctlTest {
+protected:
+    std::set<std::string> names() const
+    {
+        std::set<std::string> all;
+        for (const auto& entry : std::filesystem::directory_iterator(pictures()))
+            all.insert(entry.path().filename().string());
+        return all;
+    }
+};
+
+TEST_F(Folder, BelongsToOneGrabAtATime)
+{
+    const std::string path = pictures().string();
+    {
+        const PictureFolder first(path, false);
+        EXPECT_THROW(PictureFolder(path, true), std::runtime_error);
+        EXPECT_EQ(first.save(12, 1, "png", halfNoise(3)), "channel12-000001.png");
+    }
+    EXPECT_EQ(names(), (std::set<std::string>{"channel12-000001.png"}));
+    std::ofstream(pictures() / "aikctl.lock") << "left by a process that was ended";
+    EXPECT_NO_THROW(PictureFolder(path, true));
+}
+
+TEST_F(Folder, IsClearedOfOurOlderPicturesAlone)
+{
+    const std::set<std::string> others = {"channel0.png", "channel0-01.png", "my channel0-000001.png",
+                                          "channel0-000001.jpg"};
+    std::filesystem::create_directories(pictures());
+    for (const std::string& name : others)
+        std::ofstream(pictures() / name) << "of somebody else";
+    for (const std::string name :
+         {"channel0-000001.png", "channel9-1000000.tiff", "channel0-000002.pgm.part"}) {
+        std::ofstream(pictures() / name) << "older";
+        EXPECT_THROW(PictureFolder(pictures().string(), false), std::runtime_error) << name;
+        EXPECT_NO_THROW(PictureFolder(pictures().string(), true));
+        EXPECT_EQ(names(), others);
     }
 }
 
