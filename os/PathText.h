@@ -3,8 +3,9 @@
 #include <filesystem>
 #include <string>
 
-/// Paths as text. What a process is given, and what it hands to others, are bytes in its code page; on Windows
-/// std::filesystem takes such text for UTF-8, whatever the code page is. Callable on any thread.
+/// Paths as text. What a process is given, and what it hands to others, are bytes in its code page. On Windows
+/// std::filesystem does not know that page: a path made of such text names another file, and string() is always
+/// UTF-8. Callable on any thread.
 namespace orvo::os {
 
 /// The path that these bytes name in the process's code page; on Linux any bytes do.

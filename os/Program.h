@@ -11,6 +11,10 @@ namespace orvo::os {
 /// Sets what environmentVariable() of this process reads; an empty value removes the variable.
 void setEnvironmentVariable(const std::string& name, const std::string& value);
 
+/// Has environmentVariable() read the whole variable. Wine 8 cuts it by a byte for every character beyond ASCII if
+/// the code page is UTF-8; blanks at the end, which paths don't have, make up for that. Elsewhere this does nothing.
+void mendEnvironmentVariable(const std::string& name);
+
 /// From now on the first Ctrl-C, or the system's polite request to end, doesn't end the process but lets
 /// interrupted() answer true. The second one ends it at once, with this exit status.
 void catchInterrupts(int exitStatus);

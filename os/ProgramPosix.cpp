@@ -26,6 +26,8 @@ void setEnvironmentVariable(const std::string& name, const std::string& value)
         setenv(name.c_str(), value.c_str(), 1);
 }
 
+void mendEnvironmentVariable(const std::string& /*name*/) {}
+
 void catchInterrupts(int exitStatus)
 {
     g_exitStatus = exitStatus;

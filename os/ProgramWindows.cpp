@@ -7,6 +7,9 @@
 #include <io.h>
 #include <windows.h>
 
+#include "os/Os.h"
+#include "os/PathText.h"
+
 namespace orvo::os {
 
 namespace {
@@ -29,6 +32,14 @@ BOOL WINAPI noteInterrupt(DWORD event)
 void setEnvironmentVariable(const std::string& name, const std::string& value)
 {
     SetEnvironmentVariableA(name.c_str(), value.empty() ? nullptr : value.c_str());
+}
+
+void mendEnvironmentVariable(const std::string& name)
+{
+    const std::string whole = textOf(pathVariable(name));
+    const std::string read = environmentVariable(name);
+    if (read.size() < whole.size())
+        setEnvironmentVariable(name, whole + std::string(whole.size() - read.size(), ' '));
 }
 
 void catchInterrupts(int exitStatus)
@@ -59,9 +70,14 @@ size_t standardOutputColumns()
 Utf8Terminal::Utf8Terminal() : m_before(GetConsoleOutputCP())
 {
     SetConsoleOutputCP(CP_UTF8);
-    // Without a buffer of its own, the C library hands a console every byte alone.
-    for (FILE* const stream : {stdout, stderr})
+    for (FILE* const stream : {stdout, stderr}) {
+        if (_isatty(_fileno(stream)) == 0)
+            continue;
+        // Without a buffer the C library hands every byte to the console alone, and in text mode it takes them
+        // for characters of its own locale.
         std::setvbuf(stream, nullptr, _IOFBF, BUFSIZ);
+        _setmode(_fileno(stream), _O_BINARY);
+    }
 }
 
 Utf8Terminal::~Utf8Terminal()

@@ -6,6 +6,8 @@
 
 #include "os/InstallationDirectory.h"
 #include "os/Os.h"
+#include "os/PathText.h"
+#include "os/Program.h"
 
 namespace orvo::aikctl {
 
@@ -15,7 +17,7 @@ namespace fs = std::filesystem;
 
 std::string absolutePath(const std::string& path)
 {
-    return fs::weakly_canonical(fs::absolute(path)).make_preferred().string();
+    return os::textOf(fs::weakly_canonical(fs::absolute(os::pathOf(path))).make_preferred());
 }
 
 /// A library that the system loads together with the adapter, from beside it or from where it looks for any
@@ -23,8 +25,8 @@ std::string absolutePath(const std::string& path)
 void requireNeighbour(const std::string& name, const std::string& adapterPath)
 {
     const std::string file = name + os::kLibraryEnding;
-    const std::string beside = fs::path(adapterPath).replace_filename(file).string();
-    const bool isBeside = fs::is_regular_file(beside);
+    const std::string beside = os::textOf(os::pathOf(adapterPath).replace_filename(file));
+    const bool isBeside = fs::is_regular_file(os::pathOf(beside));
     os::Error error;
     if (isBeside ? os::loadLibrary(beside, os::Neighbours::BesideTheLibrary, &error) : os::loadLibrary(file))
         return;
@@ -36,9 +38,16 @@ void requireNeighbour(const std::string& name, const std::string& adapterPath)
                          std::to_string(error.number) + ")");
 }
 
+/// What the adapter reads. It asks for bytes, in the code page of the process.
+constexpr const char* kVariables[] = {"ORVODIR5_64",          "ORVODIR5",
+                                      "ORVO_COGNEX_APPLET_0", "ORVO_COGNEX_APPLET_1",
+                                      "ORVO_COGNEX_APPLET_2", "ORVO_COGNEX_APPLET_3",
+                                      "ORVO_COGNEX_APPLET_4", "ORVO_COGNEX_APPLET_5",
+                                      "ORVO_COGNEX_APPLET_6", "ORVO_COGNEX_APPLET_7"};
+
 void requireLibraries(const std::string& adapterPath)
 {
-    if (!fs::is_regular_file(adapterPath))
+    if (!fs::is_regular_file(os::pathOf(adapterPath)))
         throw aik::LoadError("The adapter is missing: looked for " + adapterPath);
 
     const std::string library = std::string("brdlib5") + os::kLibraryEnding;
@@ -48,7 +57,7 @@ void requireLibraries(const std::string& adapterPath)
                              " lies below no folder named bin, dll, Hardware Applets, lib or lib64, and "
                              "neither ORVODIR5_64 nor ORVODIR5 is set");
     const std::string path = *installation + os::kSeparator + "bin" + os::kSeparator + library;
-    if (!fs::is_regular_file(path))
+    if (!fs::is_regular_file(os::pathOf(path)))
         throw aik::LoadError(library + " is missing: looked for " + path +
                              ", below the installation directory of the adapter " + adapterPath);
     for (const char* const neighbour : {"ethlib", "orvo_genicam"})
@@ -59,15 +68,17 @@ void requireLibraries(const std::string& adapterPath)
 
 std::string defaultAdapterPath()
 {
-    const fs::path program = os::modulePath(reinterpret_cast<const void*>(&absolutePath));
-    return (program.parent_path() / "OrvoCognexAdapter").string() + os::kLibraryEnding;
+    const fs::path program = os::pathOf(os::modulePath(reinterpret_cast<const void*>(&absolutePath)));
+    return os::textOf(program.parent_path() / "OrvoCognexAdapter") + os::kLibraryEnding;
 }
 
 aik::Adapter loadAdapter(const std::string& path)
 {
+    for (const char* const variable : kVariables)
+        os::mendEnvironmentVariable(variable);
     const std::string whole = absolutePath(path);
     requireLibraries(whole);
-    return aik::Adapter(whole);
+    return aik::Adapter(os::pathOf(whole));
 }
 
 std::runtime_error noSuchChannel(int32_t index, size_t channels)

@@ -8,6 +8,7 @@
 #include "aikctl/console/Console.h"
 #include "aikctl/console/Table.h"
 #include "aikctl/console/Text.h"
+#include "os/PathText.h"
 
 namespace orvo::aikctl {
 
@@ -15,7 +16,7 @@ namespace {
 
 nlohmann::ordered_json toJson(const aik::Adapter& adapter, const std::vector<aik::Channel>& channels)
 {
-    nlohmann::ordered_json list = {{"adapter", adapter.path().string()}};
+    nlohmann::ordered_json list = {{"adapter", os::textOf(adapter.path())}};
     auto& entries = list["channels"] = nlohmann::ordered_json::array();
     for (const aik::Channel& channel : channels)
         entries.push_back({{"channel", channel.index()},
@@ -29,7 +30,7 @@ nlohmann::ordered_json toJson(const aik::Adapter& adapter, const std::vector<aik
 
 void printTable(const aik::Adapter& adapter, const std::vector<aik::Channel>& channels, std::ostream& out)
 {
-    out << "adapter  " << adapter.path().string() << "\n\n";
+    out << "adapter  " << readable(os::textOf(adapter.path())) << "\n\n";
     Table table({"channel", "name", "size", "board"});
     for (const aik::Channel& channel : channels)
         table.add({std::to_string(channel.index()), channel.name(),
