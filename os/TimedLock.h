@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 
@@ -13,36 +14,40 @@ using Deadline = std::chrono::steady_clock::time_point;
 /// A lock that can be asked for until a deadline, and the one condition that its holders wait for. Not
 /// reentrant. It must outlive every call. Any thread.
 ///
-/// `Primitives` are a mutex, its scoped holder and a condition. The mutex guards this object alone and is held
-/// for a few instructions at a time, so a lock with a deadline needs no more of a system than a wait with one.
+/// Who finds it free takes it by one atomic step, and gives it back by another. The mutex of `Primitives`, which
+/// are a mutex, its scoped holder and a condition, is for those who have to sleep, or wake a sleeper.
 template <typename Primitives>
 class ORVO_CAPABILITY("mutex") BasicTimedLock {
 public:
     void lock() ORVO_ACQUIRE()
     {
+        if (tryLock())
+            return;
         Holder holder(m_mutex);
         acquire(holder);
     }
 
+    /// Whether the caller has the lock now. Does not wait.
+    bool tryLock() ORVO_TRY_ACQUIRE(true) { return takeIfFree(); }
+
     /// Waits until `deadline`, if need be. Whether the caller has the lock now.
     bool tryLockUntil(Deadline deadline) ORVO_TRY_ACQUIRE(true)
     {
+        if (tryLock())
+            return true;
         Holder holder(m_mutex);
-        while (m_isHeld) {
+        while (!takeOrBeWoken()) {
             if (std::chrono::steady_clock::now() >= deadline)
                 return false;
-            ++m_waitingForLock;
             m_released.waitUntil(holder, deadline);
-            --m_waitingForLock;
         }
-        m_isHeld = true;
         return true;
     }
 
     void unlock() ORVO_RELEASE() { release(false); }
 
     /// Gives the lock back and then wakes one of those in waitUntil(), if any: it finds the lock free.
-    void unlockAndWakeOne() ORVO_RELEASE() { release(true); }
+    void unlockAndWakeOne() ORVO_RELEASE() { release(m_waiting > 0); }
 
     /// Gives the lock up until somebody wakes this thread, `deadline` has come or the wait ends for no reason,
     /// then takes the lock again, without limit. Keeps it and returns at once if the deadline has passed.
@@ -50,39 +55,51 @@ public:
     {
         if (std::chrono::steady_clock::now() >= deadline)
             return;
-        // Nobody can lock, and then wake, before this thread sleeps: the mutex is given up by the sleep itself.
         Holder holder(m_mutex);
-        m_isHeld = false;
-        if (m_waitingForLock > 0)
+        ++m_waiting;
+        if (m_state.exchange(State::Free, std::memory_order_release) == State::HeldAndWanted)
             m_released.wakeOne();
-        ++m_waitingForWake;
         m_woken.waitUntil(holder, deadline);
-        --m_waitingForWake;
         acquire(holder);
+        --m_waiting;
     }
 
 private:
     using Holder = typename Primitives::Holder;
 
-    void acquire(Holder& holder) ORVO_REQUIRES(m_mutex)
+    enum class State { Free, Held, HeldAndWanted };
+
+    bool takeIfFree()
     {
-        while (m_isHeld) {
-            ++m_waitingForLock;
-            m_released.wait(holder);
-            --m_waitingForLock;
-        }
-        m_isHeld = true;
+        State found = State::Free;
+        return m_state.compare_exchange_strong(found, State::Held, std::memory_order_acquire,
+                                               std::memory_order_relaxed);
     }
 
-    void release(bool wake) ORVO_EXCLUDES(m_mutex)
+    /// If the lock is not free, its holder will wake one who sleeps. So will the caller who gets it, because
+    /// others may be asleep.
+    bool takeOrBeWoken() ORVO_REQUIRES(m_mutex)
     {
-        bool wakeLocker = false;
-        bool wakeWaiter = false;
+        return m_state.exchange(State::HeldAndWanted, std::memory_order_acquire) == State::Free;
+    }
+
+    void acquire(Holder& holder) ORVO_REQUIRES(m_mutex)
+    {
+        if (takeIfFree())
+            return;
+        while (!takeOrBeWoken())
+            m_released.wait(holder);
+    }
+
+    void release(bool wakeWaiter) ORVO_EXCLUDES(m_mutex)
+    {
+        const bool wakeLocker =
+            m_state.exchange(State::Free, std::memory_order_release) == State::HeldAndWanted;
+        if (!wakeWaiter && !wakeLocker)
+            return;
         {
+            // Those who are to wake hold it from before the lock was free until they sleep.
             const Holder holder(m_mutex);
-            m_isHeld = false;
-            wakeLocker = m_waitingForLock > 0;
-            wakeWaiter = wake && m_waitingForWake > 0;
         }
         // Only now, or a thread would wake into the mutex and sleep again.
         if (wakeWaiter)
@@ -91,13 +108,12 @@ private:
             m_released.wakeOne();
     }
 
+    std::atomic<State> m_state{State::Free};
+    // In waitUntil(). It saves the call that wakes nobody.
+    int m_waiting ORVO_GUARDED_BY(this) = 0;
     typename Primitives::Mutex m_mutex;
     typename Primitives::Condition m_released;
     typename Primitives::Condition m_woken;
-    bool m_isHeld ORVO_GUARDED_BY(m_mutex) = false;
-    // They save the call that wakes nobody.
-    int m_waitingForLock ORVO_GUARDED_BY(m_mutex) = 0;
-    int m_waitingForWake ORVO_GUARDED_BY(m_mutex) = 0;
 };
 
 /// The primitives of the standard library.

@@ -33,17 +33,6 @@ std::shared_ptr<VideoChannel> openChannel(int64_t channelID)
     return locked(ChannelTable::instance().openChannel(channelID));
 }
 
-// What a channel owns lives as long as the channel, which the caller keeps.
-std::shared_ptr<AcquisitionEngine> engineOf(const VideoChannel& channel)
-{
-    return channel.acquisitionEngine().lock();
-}
-
-std::shared_ptr<FeatureContainer> featuresOf(const VideoChannel& channel)
-{
-    return channel.features().lock();
-}
-
 /// At most 256 bytes, and the NUL where the whole text would end.
 void copyTextThenNul(char* destination, const std::string& text)
 {
@@ -185,7 +174,7 @@ int32_t GetImage(char* errstr, int64_t channelID, void* image, uint32_t* acqResu
         require(acqResult, "acqResult is an invalid Pointer");
         *acqResult = AIK_ACQ_COMPLETED;
         const auto channel = openChannel(channelID);
-        engineOf(*channel)->getImage(image);
+        channel->acquisitionEngine().getImage(image);
     });
 }
 
@@ -197,7 +186,7 @@ int32_t WaitForIntegration(char* errstr, int64_t channelID, uint32_t* acqResult)
         const auto channel = openChannel(channelID);
         if (!locked(channel->dmaPort())->isRunning())
             throw AIKException("Acquisition is not running");
-        engineOf(*channel)->waitForIntegration();
+        channel->acquisitionEngine().waitForIntegration();
     });
 }
 
@@ -210,14 +199,14 @@ int32_t GetImageAttributes(char* errstr, int64_t channelID, csAIK_ImageAttribute
         require(attributes, "csAIK_ImageAttributes pointer is not valid");
         const auto channel = openChannel(channelID);
         const auto port = locked(channel->dmaPort());
-        const auto engine = engineOf(*channel);
-        const std::weak_ptr<Buffer> image = engine->peekImage();
-        if (!engine->hasFreeBuffers())
+        AcquisitionEngine& engine = channel->acquisitionEngine();
+        const std::weak_ptr<Buffer> image = engine.peekImage();
+        if (!engine.hasFreeBuffers())
             throw AIKException("Acquisistion is not setup");
         attributes->width = port->width();
         attributes->height = port->height();
         attributes->widthAgain = port->width();
-        const bool planar = engine->isPlanar();
+        const bool planar = engine.isPlanar();
         const BoardFormat& format = boardFormat(port->format());
         attributes->pixelFormat = planar ? format.planarCode : format.packedCode;
         attributes->imageWidth = port->width();
@@ -251,7 +240,7 @@ int32_t ExecuteCommand(char* errstr, int64_t channelID, const char* feature)
     return callFrame({"ExecuteCommand", errstr}, [&] {
         require(feature, "Feature name is an invalid ptr");
         const auto channel = openChannel(channelID);
-        featuresOf(*channel)->execute(feature);
+        channel->features().execute(feature);
     });
 }
 
@@ -260,7 +249,7 @@ int32_t ReadValue(char* errstr, int64_t channelID, const char* feature, char* va
     return callFrame({"ReadValue", errstr}, [&] {
         require(feature, "Feature name is an invalid ptr");
         const auto channel = openChannel(channelID);
-        featuresOf(*channel)->read(feature, value);
+        channel->features().read(feature, value);
     });
 }
 
@@ -270,7 +259,7 @@ int32_t WriteValue(char* errstr, int64_t channelID, const char* feature, const c
         require(feature, "Feature name is an invalid ptr");
         require(value, "Value ptr is invalid");
         const auto channel = openChannel(channelID);
-        featuresOf(*channel)->write(feature, value);
+        channel->features().write(feature, value);
     });
 }
 
@@ -279,7 +268,7 @@ int32_t GetFeatureName(char* errstr, int64_t channelID, uint32_t index, char* na
     return callFrame({"GetFeatureName", errstr}, [&] {
         require(name, "Feature name is an invalid ptr");
         const auto channel = openChannel(channelID);
-        copyTextThenNul(name, featuresOf(*channel)->nameAt(index));
+        copyTextThenNul(name, channel->features().nameAt(index));
     });
 }
 
@@ -289,7 +278,7 @@ int32_t GetFeatureType(char* errstr, int64_t channelID, const char* feature, uin
         require(feature, "Feature name is an invalid pointer");
         require(type, "Feature type is an invalid pointer");
         const auto channel = openChannel(channelID);
-        *type = static_cast<uint32_t>(featuresOf(*channel)->type(feature));
+        *type = static_cast<uint32_t>(channel->features().type(feature));
     });
 }
 
@@ -299,7 +288,7 @@ int32_t GetFeatureAttr(char* errstr, int64_t channelID, const char* feature, uin
         require(feature, "Feature name is an invalid pointer");
         require(result, "Invalid result pointer");
         const auto channel = openChannel(channelID);
-        copyTextThenNul(result, featuresOf(*channel)->attribute(feature, attr));
+        copyTextThenNul(result, channel->features().attribute(feature, attr));
     });
 }
 
@@ -309,6 +298,6 @@ int32_t GetValidEnum(char* errstr, int64_t channelID, const char* feature, uint3
         require(feature, "Feature name is an invalid pointer");
         require(value, "Value pointer is invalid");
         const auto channel = openChannel(channelID);
-        copyTextAlone(value, featuresOf(*channel)->validEnum(feature, index));
+        copyTextAlone(value, channel->features().validEnum(feature, index));
     });
 }

@@ -53,7 +53,8 @@ void AcquisitionStrategy::setCoordinator(const std::weak_ptr<BufferCoordinator>&
 std::weak_ptr<Buffer> AcquisitionStrategy::getImage(Ticks timeout)
 {
     wait(timeout);
-    const BufferAccess queues = accessUntil(wrappingSum(now(), timeout));
+    LateDeadline deadline(timeout, wrappingDeadlineAfter);
+    const BufferAccess queues = accessUntil(deadline);
     requireLock(queues);
     return queues.currentBuffer();
 }
@@ -62,13 +63,13 @@ void AcquisitionStrategy::wait(Ticks timeout)
 {
     if (m_errorCode != 0)
         throwBrdError(m_errorCode);
-    const Ticks deadline = deadlineAfter(timeout);
+    LateDeadline deadline(timeout);
     BufferAccess queues = accessUntil(deadline);
     requireLock(queues);
     if (!queues.currentBuffer().expired())
         return;
     if (queues.readyQueue().isEmpty())
-        queues.waitUntil(deadline);
+        queues.waitUntil(deadline.get());
     if (queues.readyQueue().isEmpty())
         throwNoImage();
     // Another host thread may have taken an image during the wait; it must not be overwritten.
@@ -83,7 +84,7 @@ void AcquisitionStrategy::release()
     access().releaseCurrent();
 }
 
-BufferAccess AcquisitionStrategy::accessUntil(Ticks deadline)
+BufferAccess AcquisitionStrategy::accessUntil(LateDeadline& deadline)
 {
     try {
         return m_coordinator->tryLockUntil(deadline);

@@ -44,7 +44,7 @@ protected:
 
 private:
     /// As tryLockUntil(). Throws Pending if the system refuses the lock.
-    BufferAccess accessUntil(Ticks deadline);
+    BufferAccess accessUntil(LateDeadline& deadline);
 
     int64_t m_errorCode = 0;
     std::shared_ptr<BufferCoordinator> m_coordinator;

@@ -109,7 +109,7 @@ TEST_F(Acquisition, WaitsWithATimeoutThatNoClockCanHold)
     waiter.get();
     EXPECT_EQ(strategy.getImage(Ticks::max()).lock(), ring[0]);
 
-    EXPECT_EQ(wrappingSum(Ticks::max(), Ticks(1)), Ticks::min());
+    EXPECT_LT(wrappingDeadlineAfter(Ticks::max()), Ticks::zero());
     const auto time = std::chrono::steady_clock::now();
     EXPECT_LE(timePoint(Ticks::min()), time);
     EXPECT_GT(timePoint(Ticks::max()), time + std::chrono::hours(24 * 365));

@@ -51,7 +51,7 @@ BufferAccess BufferCoordinator::lock()
     return BufferAccess(*this);
 }
 
-BufferAccess BufferCoordinator::tryLockUntil(Ticks deadline)
+BufferAccess BufferCoordinator::tryLockUntil(LateDeadline& deadline)
 {
     return {*this, deadline};
 }
@@ -61,8 +61,9 @@ BufferAccess::BufferAccess(BufferCoordinator& coordinator) : m_coordinator(coord
     coordinator.m_lock.lock();
 }
 
-BufferAccess::BufferAccess(BufferCoordinator& coordinator, Ticks deadline)
-    : m_coordinator(coordinator), m_holdsLock(coordinator.m_lock.tryLockUntil(timePoint(deadline)))
+BufferAccess::BufferAccess(BufferCoordinator& coordinator, LateDeadline& deadline)
+    : m_coordinator(coordinator),
+      m_holdsLock(coordinator.m_lock.tryLock() || coordinator.m_lock.tryLockUntil(timePoint(deadline.get())))
 {}
 
 BufferAccess::~BufferAccess()
@@ -77,14 +78,18 @@ BufferAccess::~BufferAccess()
 
 void BufferAccess::publish(const std::weak_ptr<Buffer>& buffer)
 {
-    freeQueue().remove(buffer);
-    readyQueue().push(buffer);
+    std::weak_ptr<Buffer> entry = freeQueue().remove(buffer);
+    if (entry.expired())
+        entry = buffer;
+    readyQueue().push(std::move(entry));
     m_notifyOnRelease = true;
 }
 
 void BufferAccess::takeOldestReady()
 {
-    m_coordinator.m_currentBuffer = popOldestReady();
+    forgetCurrent();
+    while (currentBuffer().expired() && !readyQueue().isEmpty())
+        m_coordinator.m_currentBuffer = readyQueue().popFront();
 }
 
 void BufferAccess::releaseCurrent()

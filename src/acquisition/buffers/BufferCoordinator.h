@@ -46,7 +46,7 @@ public:
     /// Waits for the lock without limit.
     BufferAccess lock();
     /// Waits until `deadline`. The access may come without the lock: ask it.
-    BufferAccess tryLockUntil(Ticks deadline);
+    BufferAccess tryLockUntil(LateDeadline& deadline);
 
 private:
     friend class BufferAccess;
@@ -66,7 +66,7 @@ class BufferAccess {
 public:
     // Clang's analysis can't follow a lock that lives as long as a member says.
     explicit BufferAccess(BufferCoordinator& coordinator) ORVO_NO_THREAD_SAFETY_ANALYSIS;
-    BufferAccess(BufferCoordinator& coordinator, Ticks deadline) ORVO_NO_THREAD_SAFETY_ANALYSIS;
+    BufferAccess(BufferCoordinator& coordinator, LateDeadline& deadline) ORVO_NO_THREAD_SAFETY_ANALYSIS;
     BufferAccess(const BufferAccess&) = delete;
     BufferAccess& operator=(const BufferAccess&) = delete;
     ~BufferAccess() ORVO_NO_THREAD_SAFETY_ANALYSIS;

@@ -18,9 +18,10 @@ Ticks deadlineAfter(Ticks timeout)
     return timeout > Ticks::max() - start ? Ticks::max() : start + timeout;
 }
 
-Ticks wrappingSum(Ticks a, Ticks b)
+Ticks wrappingDeadlineAfter(Ticks timeout)
 {
-    return Ticks(static_cast<int64_t>(static_cast<uint64_t>(a.count()) + static_cast<uint64_t>(b.count())));
+    return Ticks(
+        static_cast<int64_t>(static_cast<uint64_t>(now().count()) + static_cast<uint64_t>(timeout.count())));
 }
 
 os::Deadline timePoint(Ticks sinceBeginning)
