@@ -25,7 +25,25 @@ constexpr const char* kGroupKey = "1";
 constexpr const char* kGroupMask = "1";
 constexpr const char* kGroup = "0";
 
+constexpr std::chrono::milliseconds kQuietTime{500};   // without a picture before a camera is started
+
 }   // namespace
+
+std::string placeOf(const aik::Channel& channel)
+{
+    return "channel " + std::to_string(channel.index());
+}
+
+std::string placeOf(const aik::Channel& channel, const CameraPort& port)
+{
+    return placeOf(channel) + ", port " + std::to_string(port.number);
+}
+
+bool concernsSelectedCamera(const std::string& feature)
+{
+    return feature.starts_with("Camera") || feature.ends_with("Remote") || feature == "StartAcquisition" ||
+           feature == "StopAcquisition";
+}
 
 BoardCameras::BoardCameras(BoardCameras&& other) noexcept
     : m_channel(other.m_channel),
@@ -121,6 +139,55 @@ std::string BoardCameras::portsNotSearched() const
 void BoardCameras::select(int32_t port)
 {
     m_channel->write("PortIndex", port);
+}
+
+std::string BoardCameras::describePorts() const
+{
+    std::string all = m_ports.size() == 1 ? "port " : "ports ";
+    for (const CameraPort& port : m_ports) {
+        if (&port != &m_ports.front())
+            all += &port == &m_ports.back() ? " and " : ", ";
+        all += std::to_string(port.number);
+    }
+    return all;
+}
+
+std::optional<int32_t> BoardCameras::probe(std::chrono::duration<double> patience)
+{
+    m_channel->setup();
+    m_channel->start();
+    std::optional<int32_t> found;
+    try {
+        if (waitForPicture(kQuietTime))
+            throw std::runtime_error(placeOf(*m_channel) +
+                                     ": pictures come before a camera is started, so starting one after the "
+                                     "other can't tell which one feeds the channel");
+        for (const CameraPort& port : m_ports) {
+            select(port.number);
+            start();
+            const bool isFeeding = waitForPicture(patience);
+            stop();
+            if (isFeeding) {
+                found = port.number;
+                break;
+            }
+        }
+    } catch (...) {
+        m_channel->stop();
+        throw;
+    }
+    m_channel->stop();
+    return found;
+}
+
+bool BoardCameras::waitForPicture(std::chrono::duration<double> patience)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(patience);
+    while (Clock::now() < deadline)
+        if (m_channel->grab())
+            return true;
+    return false;
 }
 
 Written BoardCameras::setParameter(const std::string& name, const std::string& value)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,6 +16,13 @@ struct CameraPort {
     int32_t number;
     std::string cameraName;
 };
+
+/// "channel 0" and "channel 0, port 1", for messages.
+std::string placeOf(const aik::Channel& channel);
+std::string placeOf(const aik::Channel& channel, const CameraPort& port);
+
+/// Whether the feature belongs to the camera that "PortIndex" selects.
+bool concernsSelectedCamera(const std::string& feature);
 
 /// The cameras of the board that a channel belongs to, controlled through that channel's features. All
 /// channels of a board share them, and nothing tells which port feeds which channel.
@@ -44,6 +52,13 @@ public:
     /// The ports that have a camera, in rising order.
     const std::vector<CameraPort>& ports() const { return m_ports; }
     void select(int32_t port);
+    /// "ports 0 and 1", "port 3"
+    std::string describePorts() const;
+
+    /// Finds the port whose camera feeds the channel: starts one camera after the other, and waits for a picture
+    /// up to `patience`. Sets up the channel, and stops it again. None if no camera makes a picture come. Throws
+    /// runtime_error if pictures come that no started camera can have sent.
+    std::optional<int32_t> probe(std::chrono::duration<double> patience);
 
     /// The selected camera.
     void start() { m_channel->execute("StartAcquisition"); }
@@ -63,6 +78,7 @@ public:
 
 private:
     void findCameras();
+    bool waitForPicture(std::chrono::duration<double> patience);
     std::string portsNotSearched() const;
 
     aik::Channel* m_channel;

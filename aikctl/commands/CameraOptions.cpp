@@ -1,14 +1,23 @@
 #include "aikctl/commands/CameraOptions.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
 #include <CLI/CLI.hpp>
 
+#include "aikctl/adapter/BoardCameras.h"
+#include "aikctl/commands/Command.h"
+#include "aikctl/console/Console.h"
+
 namespace orvo::aikctl {
 
 namespace {
+
+constexpr uint64_t kHighestPort = 255;
 
 constexpr const char* kSettingForm = "NAME=VALUE";
 constexpr const char* kRegionForm = "WxH+X+Y";
@@ -59,6 +68,49 @@ std::optional<aik::Geometry> parseRegion(std::string_view text)
 }
 
 }   // namespace
+
+void declareCameraChoice(CLI::App& command, CameraChoice& choice)
+{
+    command.add_flag("--camera", choice.isConnected,
+                     "Connect the cameras of the board first and close them at the end");
+    CLI::Option* const port =
+        command
+            .add_option("--port", choice.port,
+                        "With --camera: the camera at this port; needed if there are several")
+            ->needs("--camera")
+            ->check(wholeNumber(0, kHighestPort));
+    command
+        .add_flag("--probe", choice.isProbed,
+                  "With --camera: find out which camera feeds the channel, by starting one at a time")
+        ->needs("--camera")
+        ->excludes(port);
+}
+
+bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, std::chrono::duration<double> patience,
+                   Console& console)
+{
+    connectCameras(cameras, console);
+    const auto require = [&](bool isGood, const std::string& complaint) {
+        if (!isGood)
+            throw std::runtime_error(placeOf(cameras.channel()) + ": " + complaint);
+    };
+    const auto& ports = cameras.ports();
+    require(!ports.empty() || !(choice.port || choice.isProbed), "there is no camera to choose");
+    if (choice.isProbed) {
+        const auto port = cameras.probe(patience);
+        require(port.has_value(),
+                "none of the cameras at " + cameras.describePorts() + " made pictures come");
+        console.note(placeOf(cameras.channel()) + ": the camera at port " + std::to_string(*port) +
+                     " feeds it");
+        cameras.select(*port);
+    } else if (choice.port) {
+        require(std::ranges::find(ports, *choice.port, &CameraPort::number) != ports.end(),
+                "there is no camera at port " + std::to_string(*choice.port) + ", but at " +
+                    cameras.describePorts());
+        cameras.select(*choice.port);
+    }
+    return choice.port || choice.isProbed || ports.size() <= 1;
+}
 
 void declareCameraOptions(CLI::App& command, CameraOptions& options)
 {

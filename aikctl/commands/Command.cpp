@@ -1,6 +1,7 @@
 #include "aikctl/commands/Command.h"
 
 #include <charconv>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -25,14 +26,17 @@ std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint
 
 void connectCameras(BoardCameras& cameras, Console& console)
 {
+    const std::string place = placeOf(cameras.channel()) + ": ";
     try {
-        cameras.connect();
+        if (!cameras.connect())
+            throw std::runtime_error("another channel has connected the cameras");
         if (cameras.ports().empty())
-            console.note("no camera was found");
-    } catch (const aik::Error& failure) {
+            console.note(place + "no camera was found");
+    } catch (const std::exception& failure) {
+        const std::string text = place + "search for cameras: " + failure.what();
         if (cameras.ports().empty())
-            throw;
-        console.fail(failure.what());
+            throw std::runtime_error(text);
+        console.fail(text);
     }
 }
 
@@ -42,7 +46,7 @@ void releaseAll(std::vector<aik::Channel>& channels, Console& console)
         try {
             channel.release();
         } catch (const aik::Error& failure) {
-            console.fail("channel " + std::to_string(channel.index()) + ": " + failure.what());
+            console.fail(placeOf(channel) + ": " + failure.what());
         }
     }
 }

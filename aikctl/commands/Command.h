@@ -47,7 +47,7 @@ std::unique_ptr<Command> makeReferenceCommand();
 std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint64_t highest);
 
 /// Connects the cameras, and tells the console if there is none or if the detection failed after the first.
-/// Throws aik::Error if no camera could be connected.
+/// Throws runtime_error if no camera could be connected.
 void connectCameras(BoardCameras& cameras, Console& console);
 /// Closes the channels in their order. A failure goes to the console, and the rest are closed all the same.
 void releaseAll(std::vector<aik::Channel>& channels, Console& console);

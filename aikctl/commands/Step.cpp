@@ -4,14 +4,29 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "aikctl/commands/Command.h"
+
 namespace orvo::aikctl {
 
 namespace {
 
+using Operand = StepWord::Operand;
+
+constexpr uint64_t kHighestNumber = 1'000'000'000;
+
+constexpr const char* kFeatureHelp = "Its name, as `features` shows it";
+
 constexpr StepWord kWords[] = {
-    {"get", Step::Kind::Get, "FEATURE", "Its name, as `features` shows it"},
-    {"set", Step::Kind::Set, "FEATURE=VALUE", "Its name and the text to write"},
-    {"exec", Step::Kind::Execute, "FEATURE", "Its name, as `features` shows it"},
+    {"get", Step::Kind::Get, Operand::Feature, "FEATURE", kFeatureHelp},
+    {"set", Step::Kind::Set, Operand::Assignment, "FEATURE=VALUE", "Its name and the text to write"},
+    {"exec", Step::Kind::Execute, Operand::Feature, "FEATURE", kFeatureHelp},
+    {"expect", Step::Kind::Expect, Operand::Assignment, "FEATURE=VALUE", "Fails unless it reads so"},
+    {"setup", Step::Kind::Setup, Operand::None, "", "Sets up the channel"},
+    {"start", Step::Kind::Start, Operand::None, "", "Starts the channel"},
+    {"wait", Step::Kind::Wait, Operand::Number, "N", "Until so many pictures have come since the start"},
+    {"grab", Step::Kind::Grab, Operand::Number, "N", "Fetches so many pictures"},
+    {"stop", Step::Kind::Stop, Operand::None, "", "Stops the channel"},
+    {"sleep", Step::Kind::Sleep, Operand::Number, "MS", "Does nothing for so many milliseconds"},
 };
 
 const StepWord& requireStepWord(const std::string& word)
@@ -21,23 +36,49 @@ const StepWord& requireStepWord(const std::string& word)
     throw std::runtime_error(word + " is no step: " + describeSteps());
 }
 
-Step stepOf(const std::string& word, const std::string& operand)
+std::string formOf(const StepWord& row)
 {
-    const StepWord& row = requireStepWord(word);
-    if (row.kind != Step::Kind::Set)
-        return {row.kind, operand, ""};
-    const size_t sign = operand.find('=');
-    if (sign == std::string::npos)
-        throw std::runtime_error("set " + operand + " has no value: set FEATURE=VALUE");
-    return {row.kind, operand.substr(0, sign), operand.substr(sign + 1)};
+    return row.operand == Operand::None ? row.word : std::string(row.word) + " " + row.form;
+}
+
+Step stepOf(const StepWord& row, const std::string& operand)
+{
+    Step step{row.kind};
+    if (row.operand == Operand::Feature) {
+        step.feature = operand;
+    } else if (row.operand == Operand::Assignment) {
+        const size_t sign = operand.find('=');
+        if (sign == std::string::npos)
+            throw std::runtime_error(std::string(row.word) + " " + operand + " has no value: " + formOf(row));
+        step.feature = operand.substr(0, sign);
+        step.value = operand.substr(sign + 1);
+    } else if (row.operand == Operand::Number) {
+        const std::string complaint = wholeNumber(0, kHighestNumber)(operand);
+        if (!complaint.empty())
+            throw std::runtime_error(std::string(row.word) + ": " + complaint);
+        step.number = std::stoull(operand);
+    }
+    return step;
 }
 
 }   // namespace
 
 std::string Step::text() const
 {
-    const auto* const row = std::ranges::find(kWords, kind, &StepWord::kind);
-    return std::string(row->word) + " " + feature + (kind == Kind::Set ? "=" + value : "");
+    const StepWord& row = *std::ranges::find(kWords, kind, &StepWord::kind);
+    const std::string word = row.word;
+    if (isOn)
+        return word + " " + feature + (*isOn ? " --on" : " --off");
+    switch (row.operand) {
+    case Operand::Feature:
+        return word + " " + feature;
+    case Operand::Assignment:
+        return word + " " + feature + "=" + value;
+    case Operand::Number:
+        return word + " " + std::to_string(number);
+    default:
+        return word;
+    }
 }
 
 const StepWord* findStepWord(const std::string& word)
@@ -52,7 +93,7 @@ std::string describeSteps()
     for (const StepWord& row : kWords) {
         if (&row != kWords)
             all += &row + 1 == std::end(kWords) ? " or " : ", ";
-        all += std::string(row.word) + " " + row.operand;
+        all += formOf(row);
     }
     return all;
 }
@@ -60,29 +101,13 @@ std::string describeSteps()
 std::vector<Step> parseSteps(const std::vector<std::string>& words)
 {
     std::vector<Step> steps;
-    for (size_t i = 0; i < words.size(); i += 2) {
-        if (i + 1 == words.size()) {
-            requireStepWord(words[i]);
-            throw std::runtime_error(words[i] + " lacks its feature");
-        }
-        steps.push_back(stepOf(words[i], words[i + 1]));
+    for (auto word = words.begin(); word != words.end(); ++word) {
+        const StepWord& row = requireStepWord(*word);
+        if (row.operand != Operand::None && ++word == words.end())
+            throw std::runtime_error(std::string(row.word) + " lacks its " + row.form);
+        steps.push_back(stepOf(row, *word));
     }
     return steps;
-}
-
-std::optional<std::string> carryOut(const Step& step, aik::Channel& channel)
-{
-    switch (step.kind) {
-    case Step::Kind::Get:
-        return channel.read(step.feature);
-    case Step::Kind::Set:
-        channel.write(step.feature, step.value);
-        break;
-    case Step::Kind::Execute:
-        channel.execute(step.feature);
-        break;
-    }
-    return std::nullopt;
 }
 
 }   // namespace orvo::aikctl

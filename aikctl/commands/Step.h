@@ -1,20 +1,22 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "aik/aik.hpp"
-
 namespace orvo::aikctl {
 
-/// A thing to do with a feature of an open channel.
+/// A thing to do with an open channel.
 struct Step {
-    enum class Kind { Get, Set, Execute };
+    enum class Kind { Get, Set, Execute, Expect, Setup, Start, Wait, Grab, Stop, Sleep };
 
     Kind kind;
-    std::string feature;
-    std::string value;   // to set
+    std::string feature = {};
+    std::string key = {};            // to set first, for a feature that needs one; empty leaves it alone
+    std::string value = {};          // to set or to expect
+    uint64_t number = 0;             // of pictures, or of milliseconds
+    std::optional<bool> isOn = {};   // to set, instead of the value
 
     /// As it is written on the command line.
     std::string text() const;
@@ -22,10 +24,13 @@ struct Step {
 
 /// A word that begins a step, and the one that must follow it.
 struct StepWord {
+    enum class Operand { None, Feature, Assignment, Number };
+
     const char* word;
     Step::Kind kind;
-    const char* operand;   // its form
-    const char* help;      // about the operand
+    Operand operand;
+    const char* form;   // of the operand
+    const char* help;
 };
 
 /// Null if no step begins with `word`.
@@ -36,8 +41,5 @@ std::string describeSteps();
 /// The steps that these words ask for, any number of them. Throws runtime_error that says which word makes no
 /// sense.
 std::vector<Step> parseSteps(const std::vector<std::string>& words);
-
-/// Does it; returns what a get has read. Throws aik::Error.
-std::optional<std::string> carryOut(const Step& step, aik::Channel& channel);
 
 }   // namespace orvo::aikctl

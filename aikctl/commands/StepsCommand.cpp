@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ostream>
 #include <stdexcept>
 
 #include <CLI/CLI.hpp>
@@ -8,17 +7,15 @@
 #include "aikctl/adapter/BoardCameras.h"
 #include "aikctl/adapter/ChannelChoice.h"
 #include "aikctl/adapter/Parameters.h"
+#include "aikctl/commands/CameraOptions.h"
 #include "aikctl/commands/ChannelOptions.h"
 #include "aikctl/commands/Command.h"
-#include "aikctl/commands/Step.h"
+#include "aikctl/commands/StepRunner.h"
 #include "aikctl/console/Console.h"
-#include "aikctl/console/Text.h"
 
 namespace orvo::aikctl {
 
 namespace {
-
-constexpr uint64_t kHighestPort = 255;
 
 /// `do`: any number of steps on one open channel, in their order. Under the name of a step, such as `get`, it
 /// is that one step.
@@ -29,36 +26,47 @@ public:
 
 private:
     void settle();
+    void makeSteps();
     void insertKey();
-    std::optional<std::string> carryOutStep(const Step& step, aik::Channel& channel) const;
+    void carryOut(BoardCameras& cameras, StepRunner& runner, Console& console);
 
     std::string m_name;
     bool m_isSingle = false;
     ChannelChoice m_channel;
     std::vector<std::string> m_words;
     std::vector<Step> m_steps;   // that the words ask for
-    bool m_isWithCamera = false;
-    std::optional<int32_t> m_port;
+    CameraChoice m_camera;
     std::string m_key;
+    bool m_isAsIs = false;
+    std::optional<bool> m_isOn;
+    double m_timeoutSeconds = 5;
 };
 
 void StepsCommand::declare(CLI::App& self)
 {
     m_name = self.get_name();
     declareChannel(self, m_channel);
-    if (const StepWord* const step = findStepWord(m_name)) {
-        m_isSingle = true;
-        self.add_option(step->operand, m_words, step->help)->expected(1);
-    } else {
+    const StepWord* const word = findStepWord(m_name);
+    m_isSingle = word;
+    if (word)
+        self.add_option(word->form, m_words, word->help)->expected(1);
+    else
         self.add_option("STEP", m_words, describeSteps() + ", any number of them");
-    }
-    self.add_flag("--camera", m_isWithCamera,
-                  "Connect the cameras of the board first and close them at the end");
-    self.add_option("--port", m_port, "With --camera: select the camera at this port, not the first one")
-        ->needs("--camera")
-        ->check(wholeNumber(0, kHighestPort));
+    declareCameraChoice(self, m_camera);
     self.add_option("-k,--key", m_key,
                     "The parameter's name, for the features Brd...Value, Camera...Value and CameraCommand");
+    if (!word || word->kind == Step::Kind::Set)
+        self.add_flag("--as-is", m_isAsIs, "Write texts as they are, and don't compare what reads back");
+    if (word && word->kind == Step::Kind::Set) {
+        CLI::Option* const on = self.add_flag_callback(
+            "--on", [this] { m_isOn = true; }, "Switch a boolean feature on; then without =VALUE");
+        self.add_flag_callback(
+                "--off", [this] { m_isOn = false; }, "Switch it off")
+            ->excludes(on);
+    }
+    self.add_option("-t,--timeout", m_timeoutSeconds, "The longest wait for one picture, in seconds")
+        ->check(CLI::Range(0.001, 86'400.0))
+        ->capture_default_str();
     self.parse_complete_callback([this] { settle(); });
 }
 
@@ -67,11 +75,11 @@ void StepsCommand::settle()
 {
     settleChannel(m_channel, m_words);
     if (m_words.empty())
-        throw CLI::RequiredError(m_isSingle ? findStepWord(m_name)->operand : "STEP");
+        throw CLI::RequiredError(m_isSingle ? findStepWord(m_name)->form : "STEP");
     if (m_isSingle && m_words.size() > 1)
         throw CLI::ExcludesError("CHANNEL", "--board");
     try {
-        m_steps = m_isSingle ? parseSteps({m_name, m_words.front()}) : parseSteps(m_words);
+        makeSteps();
         if (!m_key.empty())
             insertKey();
     } catch (const std::runtime_error& nonsense) {
@@ -79,18 +87,30 @@ void StepsCommand::settle()
     }
 }
 
+void StepsCommand::makeSteps()
+{
+    if (!m_isSingle) {
+        m_steps = parseSteps(m_words);
+    } else if (!m_isOn) {
+        m_steps = parseSteps({m_name, m_words.front()});
+    } else {
+        if (m_words.front().find('=') != std::string::npos)
+            throw std::runtime_error(m_words.front() + ": --on and --off take the place of =VALUE");
+        m_steps = {{.kind = Step::Kind::Set, .feature = m_words.front(), .isOn = m_isOn}};
+    }
+}
+
 /// Sets the key right before the first step that needs it, for board and camera each.
 void StepsCommand::insertKey()
 {
     bool isNeeded = false;
-    for (const char* const keyFeature : {"BrdFeatureKey", "CameraFeatureKey"}) {
-        const auto user = std::find_if(m_steps.begin(), m_steps.end(), [&](const Step& step) {
-            return keyFeatureOf(step.feature) == keyFeature;
-        });
+    for (const ParameterAccess* const access : {&kBoardParameters, &kCameraParameters}) {
+        const auto user = std::ranges::find_if(
+            m_steps, [&](const Step& step) { return keyFeatureOf(step.feature) == access->keyFeature; });
         if (user == m_steps.end())
             continue;
-        m_steps.insert(user, {Step::Kind::Set, keyFeature, m_key});
         isNeeded = true;
+        user->key = m_key;
     }
     if (!isNeeded)
         throw std::runtime_error("--key " + m_key + " is for none of the features");
@@ -100,40 +120,43 @@ void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common,
 {
     aik::Channel channel = openChannel(adapter, m_channel);
     BoardCameras cameras(channel);
-    auto readings = nlohmann::ordered_json::array();
+    StepRunner runner(channel, console,
+                      {.isJson = common.json,
+                       .isBare = m_isSingle,
+                       .isAsIs = m_isAsIs,
+                       .hasCamera = m_camera.isConnected,
+                       .timeout = std::chrono::duration<double>(m_timeoutSeconds)});
     try {
-        if (m_isWithCamera)
-            connectCameras(cameras, console);
-        if (m_port)
-            cameras.select(*m_port);
-        for (const Step& step : m_steps) {
-            const auto value = carryOutStep(step, channel);
-            if (!value)
-                continue;
-            if (common.json)
-                readings.push_back({{"feature", step.feature}, {"value", *value}});
-            else
-                console.out() << (m_isSingle ? "" : step.feature + "=") << readable(*value) << std::endl;
-        }
+        carryOut(cameras, runner, console);
     } catch (const std::exception& failure) {
         console.fail(failure.what());   // cameras and channel are closed all the same
     }
-    if (common.json)
-        console.print({{"channel", channel.index()}, {"readings", readings}});
+    if (common.json) {
+        nlohmann::ordered_json results = {{"channel", channel.index()}};
+        results.update(runner.results());
+        console.print(results);
+    }
+    runner.end();
     cameras.close();
     channel.release();
 }
 
-/// Throws runtime_error that names the step.
-std::optional<std::string> StepsCommand::carryOutStep(const Step& step, aik::Channel& channel) const
+void StepsCommand::carryOut(BoardCameras& cameras, StepRunner& runner, Console& console)
 {
-    try {
-        return carryOut(step, channel);
-    } catch (const aik::Error& failure) {
-        const bool isCameraMissing = failure.isFeatureUnavailable() && !m_isWithCamera;
-        throw std::runtime_error(
-            step.text() + ": " + failure.what() +
-            (isCameraMissing ? "\nWhat belongs to a camera needs it connected: --camera does that" : ""));
+    bool isChosen = true;
+    if (m_camera.isConnected)
+        isChosen = connectCamera(cameras, m_camera, std::chrono::duration<double>(m_timeoutSeconds), console);
+    size_t number = 0;
+    for (const Step& step : m_steps) {
+        isChosen = isChosen || (step.kind == Step::Kind::Set && step.feature == "PortIndex");
+        if (!isChosen && concernsSelectedCamera(step.feature))
+            throw std::runtime_error(placeOf(cameras.channel()) + ": " + step.text() +
+                                     ": the board has cameras at " + cameras.describePorts() +
+                                     ", and nothing tells which one feeds the channel: choose one by --port, "
+                                     "or have --probe find out");
+        if (console.interrupted())
+            return;
+        runner.carryOut(step, m_isSingle ? 0 : ++number);
     }
 }
 

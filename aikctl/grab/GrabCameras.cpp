@@ -12,16 +12,6 @@ namespace orvo::aikctl {
 
 namespace {
 
-std::string placeOf(const aik::Channel& channel)
-{
-    return "channel " + std::to_string(channel.index());
-}
-
-std::string placeOf(const aik::Channel& channel, const CameraPort& port)
-{
-    return placeOf(channel) + ", port " + std::to_string(port.number);
-}
-
 std::string sizeText(int64_t width, int64_t height)
 {
     return std::to_string(width) + " x " + std::to_string(height);
