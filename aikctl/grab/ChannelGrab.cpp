@@ -1,5 +1,6 @@
 #include "aikctl/grab/ChannelGrab.h"
 
+#include <algorithm>
 #include <charconv>
 #include <stdexcept>
 #include <string_view>
@@ -21,8 +22,17 @@ uint64_t leadingNumber(std::string_view text)
     return number;
 }
 
-// How many pictures the board lost for want of a buffer, if the failure says so. The frame counter doesn't
-// include them.
+// 0 if the board doesn't tell.
+uint64_t tickFrequency(const aik::Channel& channel)
+{
+    try {
+        return channel.read<uint64_t>("TimestampFrequency");
+    } catch (const std::runtime_error&) {
+        return 0;
+    }
+}
+
+// How many pictures the board lost for want of a buffer, if the failure says so.
 uint64_t lostByOverflow(std::string_view failure)
 {
     return failure.ends_with(kOverflow) ? leadingNumber(failure) : 0;
@@ -52,6 +62,9 @@ void ChannelGrab::prepare()
         if (m_options.isPlanar)
             m_channel.write("Transformation", "RGB8PackedToPlanar");
         m_channel.setup();
+        m_result.record.strategy = m_channel.read("AcquisitionStrategy");
+        m_result.record.buffers = m_channel.read<uint64_t>("BufferCount");
+        m_result.record.ticksPerSecond = tickFrequency(m_channel);
     } catch (const std::bad_alloc&) {
         fail("setup", "There is no memory for a picture of " + std::to_string(m_channel.width()) + " x " +
                           std::to_string(m_channel.height()));
@@ -112,11 +125,10 @@ void ChannelGrab::stop()
 void ChannelGrab::fetchAll(const std::function<void()>& onNews)
 {
     const auto timeout = std::chrono::duration_cast<Clock::duration>(m_options.timeout);
-    const auto timestamp = m_options.isTimed ? aik::Timestamp::Wanted : aik::Timestamp::NotWanted;
     try {
         auto deadline = Clock::now() + timeout;
         while (m_fetched < m_options.count && !m_isAskedToEnd) {
-            if (const auto picture = m_channel.grab(timestamp)) {
+            if (const auto picture = next()) {
                 take(*picture);
                 onNews();
                 deadline = Clock::now() + timeout;   // the time that saving took is not waiting time
@@ -129,23 +141,38 @@ void ChannelGrab::fetchAll(const std::function<void()>& onNews)
         fail(m_step, failure.what());
     }
     if (m_fetched < m_options.count)
-        account();
+        m_result.record.countedAtLast = readCounter();
+}
+
+/// Looks at the frame counter when the first picture has come, before it is fetched: more come meanwhile.
+std::optional<aik::Picture> ChannelGrab::next()
+{
+    if (m_result.record.countedAtFirst == 0) {
+        if (!m_channel.wait())
+            return std::nullopt;
+        m_result.record.countedAtFirst = readCounter();
+    }
+    return m_channel.grab();
 }
 
 void ChannelGrab::take(const aik::Picture& picture)
 {
     const auto now = Clock::now();
     m_last = picture;
+    GrabRecord& record = m_result.record;
+    record.fetched = ++m_fetched;
     if (picture.timestamp)
-        m_result.timestamps.push_back(*picture.timestamp);
-    if (++m_fetched == 1)
+        record.addTimestamp(record.fetched, *picture.timestamp);
+    if (m_fetched == 1)
         m_firstTime = now;
     const std::chrono::duration<double> sinceFirst = now - m_firstTime;
     if (sinceFirst.count() > 0)
         m_result.picturesPerSecond = static_cast<double>(m_fetched - 1) / sinceFirst.count();
     if (m_fetched == m_options.count)
-        account();   // now, since more pictures come while the last one is saved
+        record.countedAtLast = readCounter();   // now: more pictures come while the last one is saved
 
+    if (m_options.isDiscarding)
+        return;
     if (!picture.format) {
         m_waiting.emplace_back(picture.bytes.begin(), picture.bytes.end());
         return;
@@ -177,16 +204,46 @@ void ChannelGrab::save(Image image)
     m_step = "fetch";
 }
 
-void ChannelGrab::account()
+void ChannelGrab::conclude()
 {
+    GrabRecord& record = m_result.record;
+    if (!m_isRunning)
+        return;
+    record.counted = std::max(readCounter(), record.countedAtLast);
+    drain();
+    m_result.account = GrabAccount::of(record);
+    m_result.intervals = GrabIntervals::of(record);
+}
+
+/// A stopped channel still gives what its ring holds.
+void ChannelGrab::drain()
+{
+    GrabRecord& record = m_result.record;
     try {
-        const uint64_t counted = leadingNumber(m_channel.read("FrameCountSinceLastStart"));
-        if (counted > m_fetched)
-            m_result.lost = counted - m_fetched;
-    } catch (const aik::Error& failure) {
+        while (record.fetched + record.drained < record.counted) {
+            const auto picture = m_channel.grab();
+            if (!picture)
+                break;
+            ++record.drained;
+            if (picture->timestamp)
+                record.addTimestamp(record.fetched + record.drained, *picture->timestamp);
+        }
+        record.isDrained = true;
+    } catch (const aik::Error&) {
+        // Once the board has lost a picture under "OldestFirst", the rest of its ring can't be had.
+    }
+}
+
+/// At least as many as were fetched.
+uint64_t ChannelGrab::readCounter()
+{
+    uint64_t counted = 0;
+    try {
+        counted = m_channel.read<uint64_t>("FrameCountSinceLastStart");
+    } catch (const std::runtime_error& failure) {
         fail("frame count", failure.what());
     }
-    m_result.lost += lostByOverflow(m_result.failure);
+    return std::max(counted, m_result.record.fetched);
 }
 
 void ChannelGrab::fail(const char* step, const std::string& text)
@@ -195,6 +252,7 @@ void ChannelGrab::fail(const char* step, const std::string& text)
         return;
     m_result.failure = text;
     m_result.failedStep = step;
+    m_result.record.lostByOverflow = lostByOverflow(text);
 }
 
 }   // namespace orvo::aikctl

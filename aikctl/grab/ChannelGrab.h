@@ -4,12 +4,14 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "aik/aik.hpp"
+#include "aikctl/grab/GrabAccount.h"
 #include "aikctl/pictures/PictureFile.h"
 #include "aikctl/pictures/PictureFolder.h"
 
@@ -19,25 +21,33 @@ struct GrabOptions {
     uint64_t count = 10;    // pictures from each channel
     std::string strategy;   // for "AcquisitionStrategy"; empty leaves it alone
     bool isPlanar = false;
-    bool isTimed = false;   // keep the time stamp of each picture
-    Encoding encoding;
+    bool isDiscarding = false;   // save nothing
+    Encoding encoding{};
     std::chrono::duration<double> timeout{5};   // the longest wait for one picture
 };
 
 /// How the grab of one channel went.
 struct GrabResult {
-    std::string format;                 // of the first picture, for people; empty without one
-    uint64_t pictures = 0;              // saved
-    uint64_t lost = 0;                  // counted by adapter or board, and not fetched
-    double picturesPerSecond = 0;       // from the first to the last; 0 below two pictures
-    std::vector<uint64_t> timestamps;   // of the pictures, in the board's ticks, if they are wanted
-    std::string note;                   // worth telling, but no failure
-    std::string failure;                // why it ended early, or was not begun
-    std::string failedStep;             // what failed; empty if the channel itself did
+    std::string format;             // of the first picture, for people; empty without one
+    uint64_t pictures = 0;          // saved
+    double picturesPerSecond = 0;   // from the first to the last; 0 below two pictures
+    GrabRecord record;              // what was seen of the pictures
+    GrabAccount account;
+    GrabIntervals intervals;
+    std::string note;         // worth telling, but no failure
+    std::string failure;      // why it ended early, or was not begun
+    std::string failedStep;   // what failed; empty if the channel itself did
+
+    /// Pictures that came while the channel was grabbed from, and that nobody can have any more: skipped, lost on
+    /// the line or by the board.
+    bool hasLost() const
+    {
+        return account.skipped > 0 || record.lostByOverflow > 0 || intervals.lost.value_or(0) > 0;
+    }
 };
 
 /// Fetches pictures from one channel and saves them, on a thread of its own. Call in this order: prepare(),
-/// start(), fetch(), askToEnd() if need be, join(), stop(), result().
+/// start(), fetch(), askToEnd() if need be, join(), stop(), conclude(), result().
 /// Threads: fetched() and isDone() on any, the rest on one.
 /// Throws:  nothing. A failure ends this channel's grab alone, and stands in its result.
 class ChannelGrab {
@@ -58,21 +68,25 @@ public:
     void askToEnd() { m_isAskedToEnd = true; }
     void join();
     void stop();
+    /// Takes what is left in the ring, and draws up the account. All channels are stopped.
+    void conclude();
 
     aik::Channel& channel() const { return m_channel; }
     uint64_t fetched() const { return m_fetched; }
     bool isDone() const { return m_isDone; }
-    const GrabResult& result() const { return m_result; }   // after join()
+    const GrabResult& result() const { return m_result; }   // after conclude()
 
 private:
     using Clock = std::chrono::steady_clock;
     using Image = std::span<const uint8_t>;
 
     void fetchAll(const std::function<void()>& onNews);
+    std::optional<aik::Picture> next();
     void take(const aik::Picture& picture);
     void save(Image image);
     void saveWaiting();
-    void account();
+    void drain();
+    uint64_t readCounter();
     void fail(const char* step, const std::string& text);
 
     aik::Channel& m_channel;

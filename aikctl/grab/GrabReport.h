@@ -1,29 +1,29 @@
 #pragma once
 
-#include <deque>
 #include <iosfwd>
 
 #include <nlohmann/json_fwd.hpp>
 
-#include "aikctl/grab/ChannelGrab.h"
+#include "aikctl/grab/GrabSession.h"
+#include "aikctl/pictures/PictureFolder.h"
 
 namespace orvo::aikctl {
 
 /// How a grab went, for people and for programs.
 class GrabReport {
 public:
-    /// The grabs are done. They and the folder outlive the report.
-    GrabReport(const std::deque<ChannelGrab>& grabs, const PictureFolder& folder, bool wasInterrupted)
-        : m_grabs(grabs), m_folder(folder), m_wasInterrupted(wasInterrupted)
+    /// The session has run. It and the folder outlive the report.
+    GrabReport(const GrabSession& session, const PictureFolder& folder, bool wasInterrupted)
+        : m_session(session), m_folder(folder), m_wasInterrupted(wasInterrupted)
     {}
 
     void printTable(std::ostream& out) const;
     nlohmann::ordered_json toJson() const;
 
 private:
-    void printShots(std::ostream& out) const;
+    void printActions(std::ostream& out) const;
 
-    const std::deque<ChannelGrab>& m_grabs;
+    const GrabSession& m_session;
     const PictureFolder& m_folder;
     const bool m_wasInterrupted;
 };

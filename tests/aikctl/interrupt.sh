@@ -26,7 +26,7 @@ expect '((code == 130))'
 expect 'grep -q "interrupted; saved [0-9]* pictures in" out'
 expect '[[ -z $(find pictures -name "*.part") ]]'
 expect '[[ $(grep -lca IEND pictures/* | wc -l) == $(ls pictures | wc -l) ]]'   # each whole to its last chunk
-expect '[[ $(grep -o "saved [0-9]*" out) == "saved $(ls pictures | wc -l)" ]]'
+expect '[[ $(grep -o "saved [0-9][0-9]*" out) == "saved $(ls pictures | wc -l)" ]]'
 
 # A second Ctrl-C ends it at once.
 ORVO_COGNEX_APPLET_0=applet.hap "$@" grab 0 --no-camera --timeout 1000 --output none &

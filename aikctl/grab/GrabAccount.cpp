@@ -1,0 +1,128 @@
+#include "aikctl/grab/GrabAccount.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvo::aikctl {
+
+namespace {
+
+// A longer interval than this many picture times misses a picture.
+constexpr double kGap = 1.5;
+// At a steady rate, so many of the intervals are whole picture times, give or take a quarter.
+constexpr double kSteadyShare = 0.75;
+constexpr double kSteadyDeviation = 0.25;
+
+constexpr size_t kFewestIntervals = 2;   // one alone has nothing to be compared with
+
+bool isSkipping(const GrabRecord& record)
+{
+    return record.strategy != "OldestFirst";
+}
+
+/// The number, by the adapter's count, of the first picture that was fetched. A strategy that had skipped some
+/// before had its ring full.
+uint64_t numberOfFirst(const GrabRecord& record)
+{
+    if (!isSkipping(record))
+        return 1;
+    const uint64_t mostWaiting =
+        record.strategy == "NewestOnly" || record.buffers < 2 ? 1 : record.buffers - 1;
+    return std::max(record.countedAtFirst, mostWaiting) + 1 - mostWaiting;
+}
+
+/// The same of the last picture that was fetched or drained. Every strategy keeps the newest one.
+uint64_t numberOfLast(const GrabRecord& record)
+{
+    return record.isDrained ? record.counted : record.fetched + record.drained;
+}
+
+/// How many pictures reached the adapter from the first one with a time stamp on, up to the last one with one.
+uint64_t arrivals(const GrabRecord& record)
+{
+    const uint64_t first = numberOfFirst(record) + record.firstTimed - 1;
+    const uint64_t last = numberOfLast(record) - (record.fetched + record.drained - record.lastTimed);
+    return last > first ? last - first : 0;
+}
+
+/// The time from one picture of the camera to the next, in ticks. The median alone would be a multiple of it
+/// where most intervals skip pictures; the count of arrivals tells which.
+double picturePeriod(const GrabRecord& record, const std::vector<double>& sorted)
+{
+    const double median = sorted[sorted.size() / 2];
+    const auto whole = static_cast<double>(record.timestamps.back() - record.timestamps.front());
+    const double multiple = std::round(median * static_cast<double>(arrivals(record)) / whole);
+    return median / std::max(1.0, multiple);
+}
+
+bool isSteady(const std::vector<double>& intervals, double period)
+{
+    const auto fitting = std::count_if(intervals.begin(), intervals.end(), [&](double interval) {
+        const double times = interval / period;
+        return std::abs(times - std::round(times)) <= kSteadyDeviation;
+    });
+    return static_cast<double>(fitting) >= kSteadyShare * static_cast<double>(intervals.size());
+}
+
+}   // namespace
+
+void GrabRecord::addTimestamp(uint64_t picture, uint64_t timestamp)
+{
+    if (timestamps.empty())
+        firstTimed = picture;
+    lastTimed = picture;
+    timestamps.push_back(timestamp);
+}
+
+GrabAccount GrabAccount::of(const GrabRecord& record)
+{
+    GrabAccount account{.counted = record.counted, .fetched = record.fetched};
+    account.afterLast = record.counted - record.countedAtLast;
+    const uint64_t unfetched = record.countedAtLast - record.fetched;
+    // The ring gives the oldest first, so what it had more of than came after the last was there before. Where
+    // the board has lost pictures under "OldestFirst", it can't be drained any more, and nothing is skipped.
+    account.leftInRing = unfetched;
+    if (record.isDrained)
+        account.leftInRing = record.drained > account.afterLast ? record.drained - account.afterLast : 0;
+    account.skipped = unfetched - account.leftInRing;
+    return account;
+}
+
+GrabIntervals GrabIntervals::of(const GrabRecord& record)
+{
+    GrabIntervals result;
+    const std::vector<uint64_t>& stamps = record.timestamps;
+    std::vector<double> intervals;
+    for (size_t next = 1; next < stamps.size(); ++next)
+        intervals.push_back(static_cast<double>(stamps[next]) - static_cast<double>(stamps[next - 1]));
+    if (intervals.size() < kFewestIntervals)
+        return result;
+    std::vector<double> sorted = intervals;
+    std::sort(sorted.begin(), sorted.end());
+    if (sorted.front() <= 0)
+        return result;   // no clock
+    const auto seconds = [&](double ticks) {
+        return record.ticksPerSecond == 0 ? 0.0 : ticks / static_cast<double>(record.ticksPerSecond);
+    };
+    result.medianSeconds = seconds(sorted[sorted.size() / 2]);
+    result.p99Seconds = seconds(sorted[sorted.size() * 99 / 100]);
+    result.longestSeconds = seconds(sorted.back());
+
+    const double period = picturePeriod(record, sorted);
+    if (!isSteady(intervals, period))
+        return result;
+    uint64_t missing = 0;
+    for (const double interval : intervals) {
+        if (interval < kGap * period)
+            continue;
+        ++result.gaps;
+        result.gapSeconds += seconds(interval);
+        missing += static_cast<uint64_t>(std::llround(interval / period)) - 1;
+    }
+    const uint64_t here = arrivals(record);
+    const uint64_t unseen = here > intervals.size() ? here - intervals.size() : 0;
+    result.lost = missing > unseen ? missing - unseen : 0;
+    return result;
+}
+
+}   // namespace orvo::aikctl

@@ -1,0 +1,110 @@
+#include <thread>
+
+#include "aikctl/adapter/Adapter.h"
+#include "aikctl/grab/ChannelGrab.h"
+#include "tests/aikctl/AikctlTest.h"
+
+namespace orvo::aikctl {
+namespace {
+
+/// Grabs from a channel whose pictures are delivered by hand, and compares its account with the ledger.
+class Account : public AikctlTest {
+protected:
+    Account()
+    {
+        OrvoSim_setManual(1);
+        OrvoSim_limitJournal(0);
+        json board = test::Machine::grabber(0);   // without a camera
+        board["faults"] = {{"dropEvery", 97}, {"negativeEvery", 61}};
+        m_machine.boards({board});
+        applet(0, {{"width", 8}, {"height", 4}});
+    }
+
+    // Delivers a burst; if the grab has to keep up, waits until it has fetched all of it.
+    void deliver(ChannelGrab& grab, uint32_t count, bool mustKeepUp)
+    {
+        m_delivered += static_cast<uint64_t>(OrvoSim_deliver(0, 0, count));
+        while (mustKeepUp && grab.fetched() < m_delivered && !grab.isDone())
+            std::this_thread::yield();
+    }
+
+    static OrvoSim_Ledger ledger()
+    {
+        OrvoSim_Ledger ledger{};
+        OrvoSim_readLedger(0, 0, &ledger);
+        return ledger;
+    }
+
+    static void finish(ChannelGrab& grab)
+    {
+        grab.askToEnd();
+        grab.join();
+        grab.stop();
+        grab.conclude();
+        const GrabAccount& account = grab.result().account;
+        EXPECT_EQ(account.fetched, grab.fetched());
+        EXPECT_EQ(account.counted,
+                  account.fetched + account.skipped + account.leftInRing + account.afterLast);
+        EXPECT_EQ(account.counted, ledger().delivered);
+    }
+
+    const PictureFolder m_folder{pictures().string(), false};
+    const aik::Adapter m_adapter = loadAdapter(defaultAdapterPath());
+    uint64_t m_delivered = 0;
+};
+
+TEST_F(Account, AgreesWithTheBoardToThePicture)
+{
+    for (const std::string strategy : {"OldestFirst", "OldestFirstOverwrite", "NewestOnly"}) {
+        SCOPED_TRACE(strategy);
+        const bool isLossless = strategy == "OldestFirst";
+        m_delivered = 0;
+        aik::Channel channel = m_adapter.open(0);
+        ChannelGrab grab(channel, {.count = PICTURES * 2, .strategy = strategy, .isDiscarding = true},
+                         m_folder);
+        grab.prepare();
+        grab.start();
+        grab.fetch([] {});
+        deliver(grab, 1, true);
+        for (uint32_t burst = 1; ledger().produced < PICTURES; burst = burst * 5 % 23)
+            deliver(grab, isLossless ? burst % 4 + 1 : burst, isLossless);
+        deliver(grab, 1, isLossless);
+        finish(grab);
+
+        const GrabResult& result = grab.result();
+        EXPECT_EQ(result.failure, "");
+        EXPECT_EQ(result.intervals.lost, ledger().droppedByFault);
+        EXPECT_EQ(ledger().droppedNoBlock, 0U);
+        EXPECT_EQ(result.account.skipped > 0, !isLossless);
+        EXPECT_TRUE(result.hasLost());
+    }
+}
+
+TEST_F(Account, TellsTheBoardsShareApartUnderOldestFirst)
+{
+    aik::Channel channel = m_adapter.open(0);
+    ChannelGrab grab(channel, {.count = 1000, .strategy = "OldestFirst", .isDiscarding = true}, m_folder);
+    grab.prepare();
+    grab.start();
+    grab.fetch([] {});
+    for (int picture = 0; picture < 200; ++picture)
+        deliver(grab, 1, true);
+    const char* const asking = "Brd_getStatusEx code=30";   // how a fetch begins
+    OrvoSim_hold(asking, 1, ORVO_SIM_AT_ENTRY);
+    EXPECT_TRUE(OrvoSim_waitUntilHeld(asking, 10'000));
+    deliver(grab, 17, false);   // five find a block
+    OrvoSim_letGo(asking);
+    while (!grab.isDone())
+        std::this_thread::yield();
+    finish(grab);
+
+    const GrabResult& result = grab.result();
+    EXPECT_EQ(result.failure, "12 images lost due buffer overflow");
+    EXPECT_EQ(result.record.lostByOverflow, 12U);
+    EXPECT_EQ(result.intervals.lost, ledger().droppedByFault);
+    EXPECT_EQ(result.account.leftInRing, 5U);
+    EXPECT_EQ(result.account.skipped, 0U);
+}
+
+}   // namespace
+}   // namespace orvo::aikctl
