@@ -49,6 +49,7 @@ constexpr CommandRow kCommands[] = {
      makeReferenceCommand},
 };
 
+constexpr const char* kSeeHelp = "\nRun with --help for more information.";
 constexpr const char* kAdapterHelp = "The adapter's file; by default the one beside aikctl";
 constexpr const char* kJsonHelp = "Print one JSON object, also when the command fails";
 
@@ -79,9 +80,11 @@ ExitStatus answerParser(const CLI::App& program, const CLI::ParseError& error, c
         answer(help.str(), request, console);
         return ExitStatus::Fine;
     }
-    std::string text = complaint.str();
-    text.erase(text.find_last_not_of('\n') + 1);
-    console.fail(text);
+    // What nobody knows goes first: often it is why something else is missing.
+    std::string unexpected;
+    for (const std::string& word : program.remaining(true))
+        unexpected += word == "--" ? "" : " " + word;
+    console.fail((unexpected.empty() ? error.what() : "This was not expected:" + unexpected) + kSeeHelp);
     return ExitStatus::WrongUsage;
 }
 
@@ -155,7 +158,7 @@ ExitStatus parseAndRun(int argc, const char* const* argv, Request& request, Cons
         return ExitStatus::Fine;
     }
     if (!chosen) {
-        console.fail("No command is given.\nRun with --help for more information.");
+        console.fail(std::string("No command is given.") + kSeeHelp);
         return ExitStatus::WrongUsage;
     }
     return runCommand(*chosen, adapterPath, common, console);

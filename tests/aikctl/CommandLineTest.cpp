@@ -24,7 +24,8 @@ TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
         {"help grow", "grow"},
         {"grab --strategy Newest", "NewestOnly"},
         {"grab --timeout 0", "--timeout"},
-        {"list --count 3", "--count"},
+        {"list --count 3", "not expected: --count 3\n"},
+        {"features --wrong", "not expected: --wrong\n"},   // rather than that the channel is missing
         {"grab --set Width", "Width is no NAME=VALUE"},
         {"grab --no-camera --action", "--no-camera"},
         {"do 0", "STEP"},
