@@ -33,6 +33,17 @@ std::shared_ptr<VideoChannel> openChannel(int64_t channelID)
     return locked(ChannelTable::instance().openChannel(channelID));
 }
 
+// What a channel owns lives as long as the channel, which the caller keeps.
+std::shared_ptr<AcquisitionEngine> engineOf(const VideoChannel& channel)
+{
+    return channel.acquisitionEngine().lock();
+}
+
+std::shared_ptr<FeatureContainer> featuresOf(const VideoChannel& channel)
+{
+    return channel.features().lock();
+}
+
 /// At most 256 bytes, and the NUL where the whole text would end.
 void copyTextThenNul(char* destination, const std::string& text)
 {
@@ -174,7 +185,7 @@ int32_t GetImage(char* errstr, int64_t channelID, void* image, uint32_t* acqResu
         require(acqResult, "acqResult is an invalid Pointer");
         *acqResult = AIK_ACQ_COMPLETED;
         const auto channel = openChannel(channelID);
-        channel->acquisitionEngine().getImage(image);
+        engineOf(*channel)->getImage(image);
     });
 }
 
@@ -186,7 +197,7 @@ int32_t WaitForIntegration(char* errstr, int64_t channelID, uint32_t* acqResult)
         const auto channel = openChannel(channelID);
         if (!locked(channel->dmaPort())->isRunning())
             throw AIKException("Acquisition is not running");
-        channel->acquisitionEngine().waitForIntegration();
+        engineOf(*channel)->waitForIntegration();
     });
 }
 
@@ -199,14 +210,14 @@ int32_t GetImageAttributes(char* errstr, int64_t channelID, csAIK_ImageAttribute
         require(attributes, "csAIK_ImageAttributes pointer is not valid");
         const auto channel = openChannel(channelID);
         const auto port = locked(channel->dmaPort());
-        AcquisitionEngine& engine = channel->acquisitionEngine();
-        const std::weak_ptr<Buffer> image = engine.peekImage();
-        if (!engine.hasFreeBuffers())
+        const auto engine = engineOf(*channel);
+        const std::weak_ptr<Buffer> image = engine->peekImage();
+        if (!engine->hasFreeBuffers())
             throw AIKException("Acquisistion is not setup");
         attributes->width = port->width();
         attributes->height = port->height();
         attributes->widthAgain = port->width();
-        const bool planar = engine.isPlanar();
+        const bool planar = engine->isPlanar();
         const BoardFormat& format = boardFormat(port->format());
         attributes->pixelFormat = planar ? format.planarCode : format.packedCode;
         attributes->imageWidth = port->width();
@@ -240,7 +251,7 @@ int32_t ExecuteCommand(char* errstr, int64_t channelID, const char* feature)
     return callFrame({"ExecuteCommand", errstr}, [&] {
         require(feature, "Feature name is an invalid ptr");
         const auto channel = openChannel(channelID);
-        channel->features().execute(feature);
+        featuresOf(*channel)->execute(feature);
     });
 }
 
@@ -249,7 +260,7 @@ int32_t ReadValue(char* errstr, int64_t channelID, const char* feature, char* va
     return callFrame({"ReadValue", errstr}, [&] {
         require(feature, "Feature name is an invalid ptr");
         const auto channel = openChannel(channelID);
-        channel->features().read(feature, value);
+        featuresOf(*channel)->read(feature, value);
     });
 }
 
@@ -259,7 +270,7 @@ int32_t WriteValue(char* errstr, int64_t channelID, const char* feature, const c
         require(feature, "Feature name is an invalid ptr");
         require(value, "Value ptr is invalid");
         const auto channel = openChannel(channelID);
-        channel->features().write(feature, value);
+        featuresOf(*channel)->write(feature, value);
     });
 }
 
@@ -268,7 +279,7 @@ int32_t GetFeatureName(char* errstr, int64_t channelID, uint32_t index, char* na
     return callFrame({"GetFeatureName", errstr}, [&] {
         require(name, "Feature name is an invalid ptr");
         const auto channel = openChannel(channelID);
-        copyTextThenNul(name, channel->features().nameAt(index));
+        copyTextThenNul(name, featuresOf(*channel)->nameAt(index));
     });
 }
 
@@ -278,7 +289,7 @@ int32_t GetFeatureType(char* errstr, int64_t channelID, const char* feature, uin
         require(feature, "Feature name is an invalid pointer");
         require(type, "Feature type is an invalid pointer");
         const auto channel = openChannel(channelID);
-        *type = static_cast<uint32_t>(channel->features().type(feature));
+        *type = static_cast<uint32_t>(featuresOf(*channel)->type(feature));
     });
 }
 
@@ -288,7 +299,7 @@ int32_t GetFeatureAttr(char* errstr, int64_t channelID, const char* feature, uin
         require(feature, "Feature name is an invalid pointer");
         require(result, "Invalid result pointer");
         const auto channel = openChannel(channelID);
-        copyTextThenNul(result, channel->features().attribute(feature, attr));
+        copyTextThenNul(result, featuresOf(*channel)->attribute(feature, attr));
     });
 }
 
@@ -298,6 +309,6 @@ int32_t GetValidEnum(char* errstr, int64_t channelID, const char* feature, uint3
         require(feature, "Feature name is an invalid pointer");
         require(value, "Value pointer is invalid");
         const auto channel = openChannel(channelID);
-        copyTextAlone(value, channel->features().validEnum(feature, index));
+        copyTextAlone(value, featuresOf(*channel)->validEnum(feature, index));
     });
 }

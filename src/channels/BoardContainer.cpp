@@ -52,12 +52,12 @@ std::shared_ptr<VideoChannel> makeChannel(const std::shared_ptr<BoardWrapper>& b
     dma->setObserver(engine.get());   // now that the channel detaches it, also when the rest fails
 
     // The order decides between equal names, of which the later wins, and the numbers that the host sees.
-    FeatureContainer& features = channel->features();
-    features.merge(process->features());
-    features.merge(configurator->features());
-    features.merge(dma->getFeatures());
-    features.merge(engine->getFeatures());
-    features.merge(connector->features());
+    const auto features = channel->features().lock();
+    features->merge(process->features());
+    features->merge(configurator->features());
+    features->merge(dma->getFeatures());
+    features->merge(engine->getFeatures());
+    features->merge(connector->features());
     return channel;
 }
 
@@ -142,7 +142,7 @@ void BoardContainer::addAdapterFeatures(const Channels& channels)
         ->setValue(kAdapterVersion);
     for (const auto& channel : channels)
         if (dynamic_cast<AikVideoChannel*>(channel.get()))
-            channel->features().merge(features);
+            channel->features().lock()->merge(features);
 }
 
 std::shared_ptr<VideoChannel> BoardContainer::failedChannel(const std::string& name,

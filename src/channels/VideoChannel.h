@@ -15,21 +15,20 @@ class DmaPort;
 class FeatureContainer;
 
 /// What the host sees as one camera stream: one DMA of one applet process of one board. Gives access to the
-/// objects that serve the stream. What the channel owns lives as long as the channel; lock a pointer to anything
-/// else for the time of one use.
+/// objects that serve the stream; lock a pointer for the time of one use.
 /// Threads: host.
 class VideoChannel {
 public:
     virtual ~VideoChannel() = default;
 
-    virtual const std::weak_ptr<DmaPort>& dmaPort() const = 0;
-    virtual const std::weak_ptr<AppletProcess>& appletProcess() const = 0;
-    virtual const std::weak_ptr<BoardWrapper>& board() const = 0;
-    virtual AcquisitionEngine& acquisitionEngine() const = 0;
+    virtual std::weak_ptr<DmaPort> dmaPort() const = 0;
+    virtual std::weak_ptr<AppletProcess> appletProcess() const = 0;
+    virtual std::weak_ptr<BoardWrapper> board() const = 0;
+    virtual std::weak_ptr<AcquisitionEngine> acquisitionEngine() const = 0;
     virtual std::string name() const = 0;
     /// Whether the channel works.
     virtual bool isValid() const = 0;
-    virtual FeatureContainer& features() const = 0;
+    virtual std::weak_ptr<FeatureContainer> features() const = 0;
 };
 
 /// A working channel: holds the objects of one stream together, and merges their features into one set.
@@ -41,13 +40,13 @@ public:
     /// Detaches the engine from the port, which must have stopped.
     ~AikVideoChannel() override;
 
-    const std::weak_ptr<DmaPort>& dmaPort() const override { return m_dmaPort; }
-    const std::weak_ptr<AppletProcess>& appletProcess() const override { return m_process; }
-    const std::weak_ptr<BoardWrapper>& board() const override { return m_board; }
-    AcquisitionEngine& acquisitionEngine() const override { return *m_engine; }
+    std::weak_ptr<DmaPort> dmaPort() const override { return m_dmaPort; }
+    std::weak_ptr<AppletProcess> appletProcess() const override { return m_process; }
+    std::weak_ptr<BoardWrapper> board() const override { return m_board; }
+    std::weak_ptr<AcquisitionEngine> acquisitionEngine() const override { return m_engine; }
     std::string name() const override { return m_name; }
     bool isValid() const override { return true; }
-    FeatureContainer& features() const override { return *m_features; }
+    std::weak_ptr<FeatureContainer> features() const override { return m_features; }
 
     // Called once, while the channel is built.
     void setDmaPort(std::weak_ptr<DmaPort> dmaPort) { m_dmaPort = std::move(dmaPort); }
@@ -79,13 +78,13 @@ private:
 /// Throws: runtime_error with the reason, from every operation that needs the board.
 class FailedVideoChannel : public VideoChannel {
 public:
-    const std::weak_ptr<DmaPort>& dmaPort() const override { fail(); }
-    const std::weak_ptr<AppletProcess>& appletProcess() const override { fail(); }
-    const std::weak_ptr<BoardWrapper>& board() const override { return m_board; }
-    AcquisitionEngine& acquisitionEngine() const override { fail(); }
+    std::weak_ptr<DmaPort> dmaPort() const override { fail(); }
+    std::weak_ptr<AppletProcess> appletProcess() const override { fail(); }
+    std::weak_ptr<BoardWrapper> board() const override { return m_board; }
+    std::weak_ptr<AcquisitionEngine> acquisitionEngine() const override { fail(); }
     std::string name() const override { return m_name; }
     bool isValid() const override { return false; }
-    FeatureContainer& features() const override { fail(); }
+    std::weak_ptr<FeatureContainer> features() const override { fail(); }
 
     /// Empty if not even the board's object could be made.
     void setBoard(std::weak_ptr<BoardWrapper> board) { m_board = std::move(board); }

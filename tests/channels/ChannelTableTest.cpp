@@ -42,12 +42,12 @@ TEST(Channels, ShareTheVersionOfTheAdapter)
     BoardContainer boards;
     const auto channels = boards.channels();
     ASSERT_EQ(channels.size(), 2u);
-    const auto& first = channels.front()->features();
-    auto& last = channels.back()->features();
+    const auto first = channels.front()->features().lock();
+    const auto last = channels.back()->features().lock();
     for (const uint32_t fromTheEnd : {1u, 2u})
-        first.featureAt(static_cast<uint32_t>(first.count()) - fromTheEnd)->setAvailable(true);
-    EXPECT_EQ(reading(last, "CogAdapterVersion"), "3.0.0");
-    EXPECT_EQ(reading(last, "CogAdapterInterfaceID"), "1049384");
+        first->featureAt(static_cast<uint32_t>(first->count()) - fromTheEnd)->setAvailable(true);
+    EXPECT_EQ(reading(*last, "CogAdapterVersion"), "3.0.0");
+    EXPECT_EQ(reading(*last, "CogAdapterInterfaceID"), "1049384");
 }
 
 // As when the memory for a later channel is missing.
