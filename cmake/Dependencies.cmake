@@ -1,10 +1,10 @@
-# Boost, GoogleTest, and the header-only libraries: orvo_cli11, orvo_json, orvo_spdlog, orvo_stb.
+# Boost, zlib, GoogleTest, and the header-only libraries: orvo_cli11, orvo_json, orvo_spdlog, orvo_stb.
 if(WIN32)
     # Debian has no Boost for mingw; scripts/setup.sh builds it.
     list(APPEND CMAKE_FIND_ROOT_PATH "${ORVO_CACHE}/boost-mingw")
     list(APPEND CMAKE_PREFIX_PATH "${ORVO_CACHE}/boost-mingw")
 endif()
-foreach(component thread chrono filesystem system)
+foreach(component filesystem system)
     find_package(boost_${component} 1.81.0 EXACT CONFIG REQUIRED)
 endforeach()
 find_package(Threads REQUIRED)

@@ -10,7 +10,7 @@ packages=(
     clang-16 libclang-rt-16-dev clang-tidy-16 clang-format-16     # sanitizers, checks
     googletest libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
     zlib1g-dev libz-mingw-w64-dev
-    libboost-thread1.81-dev libboost-chrono1.81-dev libboost-filesystem1.81-dev libboost-system1.81-dev
+    libboost-filesystem1.81-dev libboost-system1.81-dev
     libyuv-dev libglib2.0-dev pkg-config valgrind                 # the benches' peers, and their guard
     dpkg-dev patch xz-utils                                       # to unpack Boost's source package
     netpbm                                                        # to compare the demo's pictures
@@ -87,7 +87,7 @@ buildBoost() {
     cmake -S boost -B build -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_SHARED_LIBS=OFF \
         -DCMAKE_TOOLCHAIN_FILE="$repository/cmake/mingw-w64.cmake" \
         -DCMAKE_CXX_FLAGS="-ffile-prefix-map=$work/boost=boost -ffile-prefix-map=$work/build=boost" \
-        -DBOOST_INCLUDE_LIBRARIES="thread;chrono;filesystem;system" \
+        -DBOOST_INCLUDE_LIBRARIES="filesystem;system" \
         -DBOOST_INSTALL_LAYOUT=system -DCMAKE_INSTALL_PREFIX="$target"
     cmake --build build --target install
     cd "$target" && rm -rf "$work"
