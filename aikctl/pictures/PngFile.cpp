@@ -17,8 +17,10 @@ namespace orvo::aikctl {
 
 namespace {
 
-constexpr size_t kBlockBytes = size_t{128} * 1024;                     // stays in the processor's cache
-constexpr uint64_t kMostBytes = std::numeric_limits<int32_t>::max();   // of a chunk
+constexpr size_t kBlockBytes = size_t{128} * 1024;   // stays in the processor's cache
+
+// A chunk has less than 2 GiB, and noise grows a little.
+constexpr uint64_t kMostBytes = std::numeric_limits<int32_t>::max() - (1 << 24);
 
 constexpr PngFilter kNoFilter[] = {PngFilter::None};
 constexpr PngFilter kFastFilter[] = {PngFilter::Paeth};   // of a photograph, it leaves the least
@@ -159,7 +161,7 @@ void writePng(const Picture& picture, int compression, std::vector<uint8_t>& fil
 {
     const uint64_t size = uint64_t{picture.rowBytes() + 1} * picture.height;
     if (size > kMostBytes)
-        throw std::runtime_error("A picture of more than 2 GiB can't be a PNG");
+        throw std::runtime_error("A picture of about 2 GiB or more can't be a PNG");
 
     file = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
     Chunk header(file, "IHDR");

@@ -197,5 +197,20 @@ TEST_F(Folder, IsClearedOfOurOlderPicturesAlone)
     }
 }
 
+TEST_F(Folder, HoldsTheFormatThatWasAskedFor)
+{
+    for (const auto& [format, ending] :
+         {std::pair("PNG", "png"), {"pgm", "ppm"}, {"tiff", "tiff"}, {"raw", "raw"}}) {
+        const Outcome colour =
+            grab("2 --count 1 --overwrite --compression 9 --format " + std::string(format));
+        EXPECT_EQ(colour.exitCode, 0) << colour.err;
+        EXPECT_EQ(names(), std::set<std::string>{"channel2-000001." + std::string(ending)});
+    }
+    EXPECT_EQ(grab("2 --format jpg").exitCode, 2);
+    applet(1, {{"width", 0}});
+    EXPECT_THAT(grab("2 --overwrite").err, HasSubstr("A picture of 0 x 480 has no pixels"));
+    EXPECT_TRUE(names().empty());
+}
+
 }   // namespace
 }   // namespace orvo::aikctl
