@@ -5,10 +5,60 @@
 
 namespace orvo::test {
 
+namespace {
+
+/// An export between canaries.
+template <auto function>
+struct Guarded;
+template <typename... Parameters, int32_t (*function)(char*, Parameters...)>
+struct Guarded<function> {
+    static int32_t call(char* errstr, Parameters... arguments)
+    {
+        const Answer answer = Host::call(function, arguments...);
+        if (answer.code != AIK_OK)
+            std::strcpy(errstr, answer.text.c_str());
+        return answer.code;
+    }
+};
+
+int32_t guardedReadValue(char* errstr, int64_t id, const char* feature, char* value)
+{
+    Canaries text(AIK_VALUE_SIZE);
+    const int32_t code = Guarded<ReadValue>::call(errstr, id, feature, text.text());
+    if (code == AIK_OK)
+        std::strcpy(value, text.text());
+    return code;
+}
+
+const aik::Exports& guardedExports()
+{
+    static const aik::Exports exports = [] {
+        aik::Exports guarded;
+#define ORVO_GUARD(name, ordinal) guarded.name = Guarded<name>::call;
+        AIK_EXPORTS(ORVO_GUARD)
+#undef ORVO_GUARD
+        guarded.ReadValue = guardedReadValue;
+        return guarded;
+    }();
+    return exports;
+}
+
+}   // namespace
+
 Host::~Host()
 {
-    while (!m_open.empty())
-        release(*m_open.begin());
+    while (!m_channels.empty())
+        m_channels.erase(m_channels.begin());
+}
+
+aik::Channel& Host::channel(int64_t id)
+{
+    const auto known = m_channels.find(id);
+    if (known != m_channels.end())
+        return known->second;
+    csAIK_ChannelRecord record{};   // not that of the open: the view would ask for the reason of a failed one
+    record.channelID = id;
+    return m_channels.try_emplace(id, guardedExports(), 0, record).first->second;
 }
 
 Answer Host::open(int32_t index)
@@ -17,7 +67,7 @@ Answer Host::open(int32_t index)
     m_record.size = sizeof m_record;
     Answer answer = call(GetVideoChannel, index, &m_record);
     if (answer == done())
-        m_open.insert(m_record.channelID);
+        channel(m_record.channelID);
     return answer;
 }
 
@@ -29,18 +79,14 @@ int64_t Host::opened(int32_t index)
 
 Answer Host::release(int64_t id)
 {
-    m_open.erase(id);
-    return call(ReleaseVideoChannel, id);
+    const Answer answer = tried([&] { channel(id).release(); });
+    m_channels.erase(id);
+    return answer;
 }
 
 Answer Host::setup(int64_t id, uint32_t width, uint32_t height, uint32_t xOffset, uint32_t yOffset)
 {
-    csAIK_CommonParams params{};
-    params.xOffset = xOffset;
-    params.yOffset = yOffset;
-    params.width = width;
-    params.height = height;
-    return call(SetupCommonParams, id, &params);
+    return tried([&] { channel(id).setup({width, height, xOffset, yOffset}); });
 }
 
 Answer Host::attributes(int64_t id)

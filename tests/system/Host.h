@@ -1,18 +1,19 @@
 #pragma once
 
 #include <cstdint>
-#include <set>
+#include <map>
 #include <string>
 #include <type_traits>
 
-#include "aik/aik.h"
+#include "aik/aik.hpp"
 #include "tests/system/Answer.h"
 #include "tests/system/Canaries.h"
 
 namespace orvo::test {
 
-/// A host of the adapter, linked as hosts are: each call hands in memory between canaries, and a success must
-/// leave `errstr` alone. Channels are named by their ids. Its end releases what is open.
+/// A host of the adapter, linked as hosts are, over the C++ view of the interface. What the view hides, such as
+/// the status of a failed fetch, has bare calls. Each call, the view's too, hands in memory between canaries,
+/// and a success must leave `errstr` alone. Channels are named by their ids. Its end releases what is open.
 class Host {
 public:
     Host() = default;
@@ -43,8 +44,14 @@ public:
     Answer release(int64_t id);
 
     Answer setup(int64_t id, uint32_t width, uint32_t height, uint32_t xOffset = 0, uint32_t yOffset = 0);
-    static Answer start(int64_t id) { return call(StartAcquisition, id); }
-    static Answer stop(int64_t id) { return call(StopAcquisition, id); }
+    Answer start(int64_t id)
+    {
+        return tried([&] { channel(id).start(); });
+    }
+    Answer stop(int64_t id)
+    {
+        return tried([&] { channel(id).stop(); });
+    }
 
     static Answer waitForIntegration(int64_t id) { return imageCall(WaitForIntegration, id); }
     /// Fills a record that holds canaries.
@@ -54,14 +61,19 @@ public:
     /// Fetches until there is an image, and answers its bytes.
     static std::string fetch(int64_t id, size_t size);
 
-    static Answer execute(int64_t id, const char* feature) { return call(ExecuteCommand, id, feature); }
-    static Answer read(int64_t id, const char* feature)
+    Answer execute(int64_t id, const char* feature)
     {
-        return textCall(AIK_VALUE_SIZE, ReadValue, id, feature);
+        return tried([&] { channel(id).execute(feature); });
     }
-    static Answer write(int64_t id, const char* feature, const char* value)
+    Answer read(int64_t id, const char* feature)
     {
-        return call(WriteValue, id, feature, value);
+        Answer answer;
+        const Answer failure = tried([&] { answer.text = channel(id).read(feature); });
+        return failure == done() ? answer : failure;
+    }
+    Answer write(int64_t id, const char* feature, const char* value)
+    {
+        return tried([&] { channel(id).write(feature, value); });
     }
     static Answer featureName(int64_t id, uint32_t index)
     {
@@ -75,6 +87,21 @@ public:
     static Answer validEnum(int64_t id, const char* feature, uint32_t index);
 
 private:
+    /// The channel of this id, open or not: what the adapter says of an id that it doesn't know is tested too.
+    /// Any thread, once the id was used on one.
+    aik::Channel& channel(int64_t id);
+
+    template <typename Step>
+    static Answer tried(const Step& step)
+    {
+        try {
+            step();
+            return done();
+        } catch (const aik::Error& failure) {
+            return fails(failure.what());
+        }
+    }
+
     /// A call whose last argument is the acquisition status.
     template <typename Export, typename... Arguments>
     static Answer imageCall(Export* function, Arguments... arguments)
@@ -95,7 +122,7 @@ private:
         return answer;
     }
 
-    std::set<int64_t> m_open;
+    std::map<int64_t, aik::Channel> m_channels;
     csAIK_ChannelRecord m_record{};
     csAIK_ImageAttributes m_attributes{};
 };

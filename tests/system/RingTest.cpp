@@ -119,7 +119,7 @@ TEST_F(ChannelRing, LosesTheBufferOfAPictureThatComesDuringTheStartUntilTheRebui
 {
     ASSERT_EQ(host.write(id, "BufferCount", "2"), done());
     OrvoSim_hold("Brd_AcquireEx", 1, ORVO_SIM_AT_EXIT);
-    std::thread starting([&] { EXPECT_EQ(Host::start(id), done()); });
+    std::thread starting([&] { EXPECT_EQ(host.start(id), done()); });
     ASSERT_EQ(OrvoSim_waitUntilHeld("Brd_AcquireEx", 30'000), 1);
     deliver(1);   // the board runs already, the port doesn't know it yet
     OrvoSim_letGo("Brd_AcquireEx");
