@@ -69,16 +69,18 @@ std::optional<aik::Geometry> parseRegion(std::string_view text)
 
 }   // namespace
 
+CLI::Option* declarePort(CLI::App& command, std::optional<int32_t>& port, const std::string& help)
+{
+    return command.add_option("--port", port, help)->check(wholeNumber(0, kHighestPort));
+}
+
 void declareCameraChoice(CLI::App& command, CameraChoice& choice)
 {
     command.add_flag("--camera", choice.isConnected,
                      "Connect the cameras of the board first and close them at the end");
-    CLI::Option* const port =
-        command
-            .add_option("--port", choice.port,
-                        "With --camera: the camera at this port; needed if there are several")
-            ->needs("--camera")
-            ->check(wholeNumber(0, kHighestPort));
+    CLI::Option* const port = declarePort(
+        command, choice.port, "With --camera: the camera at this port; needed if there are several");
+    port->needs("--camera");
     command
         .add_flag("--probe", choice.isProbed,
                   "With --camera: find out which camera feeds the channel, by starting one at a time")

@@ -3,13 +3,15 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "aikctl/grab/GrabCameras.h"
 
 namespace CLI   // NOLINT(readability-identifier-naming): the library's own name
 {
 class App;
-}
+class Option;
+}   // namespace CLI
 
 namespace orvo::aikctl {
 
@@ -18,11 +20,14 @@ class Console;
 
 /// Which camera of the board a command controls.
 struct CameraChoice {
-    bool isConnected = false;      // connect the cameras; otherwise there is nothing to choose
-    std::optional<int32_t> port;   // none: the only one, or what the command itself selects
-    bool isProbed = false;         // find out which one feeds the channel
+    bool isConnected = false;           // connect the cameras; otherwise there is nothing to choose
+    std::optional<int32_t> port = {};   // none: the only one, or what the command itself selects
+    bool isProbed = false;              // find out which one feeds the channel
 };
 
+/// Adds --port.
+CLI::Option* declarePort(CLI::App& command, std::optional<int32_t>& port, const std::string& help);
+/// Adds --camera, --port and --probe.
 void declareCameraChoice(CLI::App& command, CameraChoice& choice);
 
 /// Connects the cameras and selects the chosen one. Failures that leave cameras to use go to the console. Throws

@@ -40,6 +40,15 @@ void connectCameras(BoardCameras& cameras, Console& console)
     }
 }
 
+void closeCameras(BoardCameras& cameras, Console& console)
+{
+    try {
+        cameras.close();
+    } catch (const aik::Error& failure) {
+        console.fail(placeOf(cameras.channel()) + ": closing the cameras: " + failure.what());
+    }
+}
+
 void releaseAll(std::vector<aik::Channel>& channels, Console& console)
 {
     for (aik::Channel& channel : channels) {

@@ -38,6 +38,7 @@ public:
 std::unique_ptr<Command> makeListCommand();
 std::unique_ptr<Command> makeFeaturesCommand();
 std::unique_ptr<Command> makeStepsCommand();
+std::unique_ptr<Command> makeParamsCommand();
 std::unique_ptr<Command> makeGrabCommand();
 std::unique_ptr<Command> makeReferenceCommand();
 
@@ -49,6 +50,8 @@ std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint
 /// Connects the cameras, and tells the console if there is none or if the detection failed after the first.
 /// Throws runtime_error if no camera could be connected.
 void connectCameras(BoardCameras& cameras, Console& console);
+/// Closes the cameras. A failure goes to the console.
+void closeCameras(BoardCameras& cameras, Console& console);
 /// Closes the channels in their order. A failure goes to the console, and the rest are closed all the same.
 void releaseAll(std::vector<aik::Channel>& channels, Console& console);
 

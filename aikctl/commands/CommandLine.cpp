@@ -44,6 +44,7 @@ constexpr CommandRow kCommands[] = {
     {"set", "Writes a feature", makeStepsCommand},
     {"exec", "Executes a command feature", makeStepsCommand},
     {"do", "Carries out steps in their order on one open channel", makeStepsCommand},
+    {"params", "Reads the known parameters of a channel's board and cameras", makeParamsCommand},
     {"grab", "Grabs pictures and saves them as files", makeGrabCommand},
     {"reference", "Prints docs/features.md, the page about all features; connects cameras",
      makeReferenceCommand},

@@ -87,7 +87,7 @@ public:
             console.print(toJson(channel, features));
         else
             tableOf(features).print(console.out(), m_isWide ? 0 : console.columns());
-        cameras.close();
+        closeCameras(cameras, console);
         channel.release();
     }
 

@@ -137,7 +137,7 @@ void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common,
         console.print(results);
     }
     runner.end();
-    cameras.close();
+    closeCameras(cameras, console);
     channel.release();
 }
 

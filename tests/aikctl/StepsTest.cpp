@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
@@ -134,6 +136,35 @@ TEST_F(Steps, GoOnWithTheCamerasThatAnswer)
     const Outcome grabbed = grab("1 --count 1");
     EXPECT_EQ(grabbed.exitCode, 0);
     EXPECT_THAT(grabbed.err, testing::StartsWith("aikctl: channel 1, port 0: start of the camera: "));
+}
+
+TEST_F(Steps, AreNotNeededToSeeTheKnownParameters)
+{
+    const json all = run("params 1 --json").json();
+    EXPECT_EQ(all["board"][0], (json{{"name", "BRD_WIDTH"}, {"kind", "integer"}, {"value", "640"}}));
+    ASSERT_EQ(all["cameras"].size(), 2U);
+    EXPECT_EQ(all["cameras"][1]["name"], "Camera 0-1");
+    const json& parameters = all["cameras"][1]["parameters"];
+    for (const json& known : {json{{"name", "ReverseX"}, {"kind", "boolean"}, {"value", "False"}},
+                              {{"name", "ExposureTime"}, {"kind", "float"}, {"value", "10000"}},
+                              {{"name", "PixelFormat"}, {"kind", "enumeration"}, {"value", "Mono8"}}})
+        EXPECT_TRUE(std::ranges::count(parameters, known) == 1) << known;
+
+    EXPECT_EQ(run("params 0 --port 1 --json").json()["cameras"].size(), 1U);
+    EXPECT_THAT(run("params 0 --port 1").out, testing::ContainsRegex("\nport 1 +Width +integer +1280\n"));
+    OrvoSim_clearJournal();
+    EXPECT_EQ(run("params 0 --no-camera --json").json()["cameras"], json::array());
+    EXPECT_TRUE(journal("Eth_*").empty());
+
+    json board = test::Machine::grabber(0);
+    board["cameras"] = {{{"port", 0}}, {{"port", 1}, {"vanishAfterCalls", 30}}};
+    m_machine.boards({board});
+    const Outcome partly = run("params 0");
+    EXPECT_EQ(partly.exitCode, 1);
+    EXPECT_EQ(partly.err, "aikctl: channel 0, port 1: the camera doesn't answer\n"
+                          "aikctl: channel 0: closing the cameras: Command could not be executed. "
+                          "(eth error code: -3014)\n");
+    EXPECT_THAT(partly.out, HasSubstr("port 1  DeviceVendorName"));
 }
 
 TEST_F(Steps, NeedAChannelThatWorks)
