@@ -1,4 +1,10 @@
+#include <algorithm>
 #include <chrono>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <thread>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -12,12 +18,18 @@
 #include "aikctl/console/Console.h"
 #include "aikctl/grab/GrabReport.h"
 #include "aikctl/grab/GrabSession.h"
+#include "aikctl/grab/PictureIndex.h"
+#include "aikctl/pictures/PictureFolder.h"
+#include "os/PathText.h"
 
 namespace orvo::aikctl {
 
 namespace {
 
 constexpr uint64_t kMostPictures = 1'000'000'000;
+constexpr const char* kStandardOutput = "-";   // as a folder's name
+constexpr uint64_t kMostJobs = 256;
+constexpr uint64_t kMostBuffers = 1'000'000;
 
 /// `grab`: pictures from chosen channels into files, all channels at the same time, and a report.
 class GrabCommand : public Command {
@@ -26,21 +38,56 @@ public:
     void run(const aik::Adapter& adapter, const CommonOptions& common, Console& console) override;
 
 private:
+    /// Where pictures go, and that place for people.
+    struct Output {
+        PictureSaver::Target target{};
+        std::string place{};
+    };
+
     std::vector<aik::Channel*> choose(std::vector<aik::Channel>& channels) const;
+    Output toFolder() const;
+    Output toStream(Console& console);
 
     SessionOptions m_options;
     double m_timeoutSeconds = 5;
+    bool m_isIndexed = false;
     ChannelsChoice m_channels;
     FileOptions m_fileOptions;
 };
 
 void GrabCommand::declare(CLI::App& self)
 {
+    m_options.jobs = std::max(1U, std::thread::hardware_concurrency());
     declareChannels(self, m_channels);
-    self.add_option("-n,--count", m_options.grab.count, "Pictures from each channel")
-        ->check(wholeNumber(1, kMostPictures))
-        ->capture_default_str();
+    CLI::Option* const count =
+        self.add_option("-n,--count", m_options.grab.count,
+                        "Pictures from each channel; without it, --seconds alone counts")
+            ->check(wholeNumber(1, kMostPictures))
+            ->capture_default_str();
+    self.add_option_function<double>(
+            "--seconds",
+            [this, count](double seconds) {
+                m_options.grab.duration = std::chrono::duration<double>(seconds);
+                if (count->empty())
+                    m_options.grab.count = kMostPictures;
+            },
+            "How long to fetch pictures")
+        ->check(CLI::Range(0.001, 1e7))
+        ->type_name("S");
     declareFileOptions(self, m_fileOptions);
+    self.add_option("-j,--jobs", m_options.jobs, "Threads that encode and write pictures")
+        ->check(wholeNumber(1, kMostJobs))
+        ->type_name("N")
+        ->default_str("one for each core");
+    CLI::Option* const discard =
+        self.add_flag("--discard", m_options.grab.isWatched,
+                      "Save nothing; show each second what came, and at the end the intervals");
+    self.add_flag("--index", m_isIndexed, "Write a table of the pictures, index.csv, into the folder")
+        ->excludes(discard);
+    self.add_option("--buffers", m_options.grab.buffers,
+                    "The size of the ring; without it, the adapter's own default")
+        ->check(wholeNumber(1, kMostBuffers))
+        ->type_name("N");
     self.add_option("-s,--strategy", m_options.grab.strategy,
                     "What happens when pictures come faster than they are saved; without it, the adapter's "
                     "own default")
@@ -59,17 +106,57 @@ void GrabCommand::declare(CLI::App& self)
 void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, Console& console)
 {
     m_options.grab.timeout = std::chrono::duration<double>(m_timeoutSeconds);
-    m_options.grab.encoding = m_fileOptions.encoding;
-    const PictureFolder folder(m_fileOptions.folder, m_fileOptions.isOverwriting);
+    m_options.encoding = m_fileOptions.encoding;
+    m_options.isShowingSeconds = !common.json;
+    Output output;
+    if (m_fileOptions.folder == kStandardOutput)
+        output = toStream(console);
+    else if (!m_options.grab.isWatched)
+        output = toFolder();
     std::vector<aik::Channel> channels = adapter.openAll();
-    GrabSession session(choose(channels), m_options, folder, console);
-    session.run();
+    const std::vector<aik::Channel*> chosen = choose(channels);
+    if (m_fileOptions.folder == kStandardOutput && chosen.size() > 1)
+        throw std::runtime_error("Standard output takes the pictures of one channel, not of several");
+    GrabSession session(chosen, m_options, console);
+    session.run(output.target);
     releaseAll(channels, console);
-    const GrabReport report(session, folder, console.interrupted());
+    const GrabReport report(session, output.place, console.interrupted());
     if (common.json)
         console.print(report.toJson());
     else
         report.printTable(console.out());
+}
+
+GrabCommand::Output GrabCommand::toFolder() const
+{
+    const auto folder = std::make_shared<PictureFolder>(m_fileOptions.folder, m_fileOptions.isOverwriting);
+    const auto save = [folder](const QueuedPicture& picture, const PictureFile& file) {
+        return folder->save(picture.saved->channel, picture.number, file.ending, file.bytes);
+    };
+    Output output{save, os::textOf(folder->path())};
+    if (m_isIndexed) {
+        const auto index = std::make_shared<PictureIndex>(folder->path() / "index.csv");
+        output.target = [save, index](const QueuedPicture& picture, const PictureFile& file) {
+            std::string name = save(picture, file);
+            index->add(name, picture);
+            return name;
+        };
+    }
+    return output;
+}
+
+/// One job, so that the pictures come in their order.
+GrabCommand::Output GrabCommand::toStream(Console& console)
+{
+    m_options.encoding.format = FileFormat::Raw;
+    m_options.jobs = 1;
+    const auto write = [&out = console.takeOutForData()](const QueuedPicture&, const PictureFile& file) {
+        const auto size = static_cast<std::streamsize>(file.bytes.size());
+        if (!out.write(reinterpret_cast<const char*>(file.bytes.data()), size).flush())
+            throw std::runtime_error("Can't write to standard output");
+        return std::string();
+    };
+    return {write, "standard output"};
 }
 
 std::vector<aik::Channel*> GrabCommand::choose(std::vector<aik::Channel>& channels) const

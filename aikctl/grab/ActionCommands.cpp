@@ -28,11 +28,9 @@ std::vector<ActionCommands> compareActionCommands(const std::deque<ChannelGrab>&
 {
     std::map<std::string, std::vector<Stamps>> boards;
     for (const ChannelGrab& grab : grabs) {
-        const GrabRecord& record = grab.result().record;
         if (!grab.channel().failure().empty())
             continue;
-        const Stamps all = record.timestamps;
-        boards[grab.channel().boardText()].push_back(all.first(std::min(all.size(), record.fetched)));
+        boards[grab.channel().boardText()].push_back(grab.result().record.fetchedTimestamps());
     }
     std::vector<ActionCommands> result;
     for (const auto& [board, channels] : boards)

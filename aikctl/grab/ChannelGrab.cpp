@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <new>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -11,6 +13,8 @@
 namespace orvo::aikctl {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr std::string_view kNotRunning = "Acquisition is not running";
 constexpr std::string_view kOverflow = " images lost due buffer overflow";
@@ -38,11 +42,20 @@ uint64_t lostByOverflow(std::string_view failure)
     return failure.ends_with(kOverflow) ? leadingNumber(failure) : 0;
 }
 
+// A shorter share of the time that is spent waiting for room costs no pictures worth naming.
+constexpr double kNoBottleneck = 0.02;
+
+double secondsOf(std::chrono::steady_clock::duration duration)
+{
+    return std::chrono::duration<double>(duration).count();
+}
+
 }   // namespace
 
-ChannelGrab::ChannelGrab(aik::Channel& channel, GrabOptions options, const PictureFolder& folder)
-    : m_channel(channel), m_options(std::move(options)), m_folder(folder)
+ChannelGrab::ChannelGrab(aik::Channel& channel, GrabOptions options)
+    : m_channel(channel), m_options(std::move(options))
 {
+    m_saved.channel = channel.index();
     m_result.failure = channel.failure();
 }
 
@@ -61,6 +74,8 @@ void ChannelGrab::prepare()
             m_channel.write("AcquisitionStrategy", m_options.strategy);
         if (m_options.isPlanar)
             m_channel.write("Transformation", "RGB8PackedToPlanar");
+        if (m_options.buffers > 0)
+            m_channel.write("BufferCount", m_options.buffers);
         m_channel.setup();
         m_result.record.strategy = m_channel.read("AcquisitionStrategy");
         m_result.record.buffers = m_channel.read<uint64_t>("BufferCount");
@@ -85,8 +100,9 @@ void ChannelGrab::start()
     }
 }
 
-void ChannelGrab::fetch(std::function<void()> onNews)
+void ChannelGrab::fetch(PictureQueue* queue, std::function<void()> onNews)
 {
+    m_queue = queue;
     if (m_result.failure.empty()) {
         try {
             m_thread = std::thread([this, onNews = std::move(onNews)] {
@@ -125,23 +141,55 @@ void ChannelGrab::stop()
 void ChannelGrab::fetchAll(const std::function<void()>& onNews)
 {
     const auto timeout = std::chrono::duration_cast<Clock::duration>(m_options.timeout);
+    m_secondBegin = Clock::now();
+    if (m_options.duration)
+        m_end = m_secondBegin + std::chrono::duration_cast<Clock::duration>(*m_options.duration);
     try {
         auto deadline = Clock::now() + timeout;
-        while (m_fetched < m_options.count && !m_isAskedToEnd) {
+        while (!isOver()) {
+            if (m_queue && !m_room) {
+                awaitRoom();
+                deadline = Clock::now() + timeout;
+                continue;
+            }
             if (const auto picture = next()) {
                 take(*picture);
                 onNews();
-                deadline = Clock::now() + timeout;   // the time that saving took is not waiting time
+                deadline = Clock::now() + timeout;
             } else if (Clock::now() >= deadline) {
                 throw std::runtime_error("No picture came in time");
             }
+            if (m_options.isWatched && Clock::now() >= m_secondBegin + 1s)
+                endSecond();
         }
-        saveWaiting();
     } catch (const std::exception& failure) {
-        fail(m_step, failure.what());
+        fail("fetch", failure.what());
     }
+    handOverWaiting();
+    if (m_room)
+        m_queue->giveBack(std::move(m_room));
+    if (m_options.isWatched && m_now.pictures > 0)
+        endSecond();
     if (m_fetched < m_options.count)
         m_result.record.countedAtLast = readCounter();
+}
+
+bool ChannelGrab::isOver() const
+{
+    return m_fetched >= m_options.count || m_isAskedToEnd || m_saved.hasFailed ||
+           (m_end && Clock::now() >= *m_end);
+}
+
+/// Not for long: the grab may be over before there is room.
+void ChannelGrab::awaitRoom()
+{
+    m_room = m_queue->room(m_channel.capacity(), 0ms);
+    if (m_room)
+        return;
+    const auto begin = Clock::now();
+    handOverWaiting();   // perhaps they have the room
+    m_room = m_queue->room(m_channel.capacity(), 50ms);
+    m_waited += Clock::now() - begin;
 }
 
 /// Looks at the frame counter when the first picture has come, before it is fetched: more come meanwhile.
@@ -152,67 +200,97 @@ std::optional<aik::Picture> ChannelGrab::next()
             return std::nullopt;
         m_result.record.countedAtFirst = readCounter();
     }
-    return m_channel.grab();
+    return m_room ? m_channel.grabInto(m_room->memory.get(), m_room->size) : m_channel.grab();
 }
 
 void ChannelGrab::take(const aik::Picture& picture)
 {
-    const auto now = Clock::now();
-    m_last = picture;
+    m_lastTime = Clock::now();
     GrabRecord& record = m_result.record;
     record.fetched = ++m_fetched;
     if (picture.timestamp)
         record.addTimestamp(record.fetched, *picture.timestamp);
     if (m_fetched == 1)
-        m_firstTime = now;
-    const std::chrono::duration<double> sinceFirst = now - m_firstTime;
-    if (sinceFirst.count() > 0)
-        m_result.picturesPerSecond = static_cast<double>(m_fetched - 1) / sinceFirst.count();
+        m_firstTime = m_lastTime;
+    if (m_lastTime > m_firstTime)
+        m_result.picturesPerSecond = static_cast<double>(m_fetched - 1) / secondsOf(m_lastTime - m_firstTime);
     if (m_fetched == m_options.count)
-        record.countedAtLast = readCounter();   // now: more pictures come while the last one is saved
+        record.countedAtLast = readCounter();
+    ++m_now.pictures;
+    m_now.bytes += picture.bytes.size();
 
-    if (m_options.isDiscarding)
+    if (m_result.format.empty() && (picture.format || !m_room))
+        describe(picture);
+    if (!m_room)
         return;
-    if (!picture.format) {
-        m_waiting.emplace_back(picture.bytes.begin(), picture.bytes.end());
-        return;
-    }
-    saveWaiting();
-    save(picture.bytes);
+    m_room->picture = picture;
+    m_room->number = m_fetched;
+    m_room->fetchedAt = std::chrono::system_clock::now();
+    m_room->saved = &m_saved;
+    m_waiting.push_back(std::move(m_room));
+    if (picture.format)
+        handOverWaiting();
 }
 
-void ChannelGrab::saveWaiting()
+void ChannelGrab::describe(const aik::Picture& picture)
 {
-    for (const auto& image : m_waiting)
-        save(image);
+    m_result.format = describePixelFormat(picture.format, picture.bytesPerPixel, picture.isPlanar);
+    m_result.bytesPerPixel = picture.bytesPerPixel;
+}
+
+/// The first pictures of a full ring have no format yet: it is that of the last one, if this one has it.
+void ChannelGrab::handOverWaiting()
+{
+    for (PictureQueue::Item& item : m_waiting) {
+        item->picture.format = m_waiting.back()->picture.format;
+        if (m_result.format.empty())
+            describe(item->picture);
+        m_queue->put(std::move(item));
+    }
     m_waiting.clear();
 }
 
-void ChannelGrab::save(Image image)
+void ChannelGrab::endSecond()
 {
-    m_step = "save";
-    aik::Picture picture = m_last;
-    picture.bytes = {image.data(), image.size()};
-    encode(picture, m_options.encoding, m_file);
-    if (m_result.pictures == 0) {
-        m_result.format = describePixelFormat(picture.format, picture.bytesPerPixel, picture.isPlanar);
-        m_result.note = m_file.note;
-    }
-    const uint64_t number = m_result.pictures + 1;
-    m_folder.save(m_channel.index(), number, m_file.ending, m_file.bytes);
-    m_result.pictures = number;
-    m_step = "fetch";
+    const GrabRecord& record = m_result.record;
+    const auto now = Clock::now();
+    const uint64_t counted = readCounter();
+    const uint64_t came = counted - std::exchange(m_countedBefore, counted);
+    const bool isSkipping = record.strategy != "OldestFirst";
+    m_now.seconds = std::chrono::duration<double>(now - std::exchange(m_secondBegin, now)).count();
+    m_now.skipped = isSkipping && came > m_now.pictures ? came - m_now.pictures : 0;
+    const size_t before = m_timedBefore == 0 ? 0 : m_timedBefore - 1;
+    m_timedBefore = record.timestamps.size();
+    const std::span timestamps = std::span(record.timestamps).subspan(before);
+    const auto intervals =
+        GrabIntervals::of(timestamps, m_now.pictures + m_now.skipped, record.ticksPerSecond);
+    m_now.lost = intervals.lost;
+    m_now.gaps = intervals.gaps;
+    const os::MutexLock lock(m_mutex);
+    m_seconds.push_back(std::exchange(m_now, {}));
+}
+
+std::vector<GrabSecond> ChannelGrab::takeSeconds()
+{
+    const os::MutexLock lock(m_mutex);
+    return std::exchange(m_seconds, {});
 }
 
 void ChannelGrab::conclude()
 {
     GrabRecord& record = m_result.record;
+    if (!m_saved.failure.empty())
+        fail("save", m_saved.failure);
     if (!m_isRunning)
         return;
     record.counted = std::max(readCounter(), record.countedAtLast);
+    record.fetchedTimes = record.timestamps.size();
     drain();
     m_result.account = GrabAccount::of(record);
     m_result.intervals = GrabIntervals::of(record);
+    const double waitedShare = secondsOf(m_waited) / std::max(secondsOf(m_lastTime - m_firstTime), 1e-9);
+    if (m_fetched > 0 && waitedShare > kNoBottleneck)
+        m_result.bottleneck = m_saved.encoding > m_saved.writing ? Bottleneck::Encoder : Bottleneck::Disk;
 }
 
 /// A stopped channel still gives what its ring holds.

@@ -38,7 +38,7 @@ uint64_t numberOfLast(const GrabRecord& record)
 }
 
 /// How many pictures reached the adapter from the first one with a time stamp on, up to the last one with one.
-uint64_t arrivals(const GrabRecord& record)
+uint64_t arrivalsOf(const GrabRecord& record)
 {
     const uint64_t first = numberOfFirst(record) + record.firstTimed - 1;
     const uint64_t last = numberOfLast(record) - (record.fetched + record.drained - record.lastTimed);
@@ -47,12 +47,10 @@ uint64_t arrivals(const GrabRecord& record)
 
 /// The time from one picture of the camera to the next, in ticks. The median alone would be a multiple of it
 /// where most intervals skip pictures; the count of arrivals tells which.
-double picturePeriod(const GrabRecord& record, const std::vector<double>& sorted)
+double picturePeriod(double median, std::span<const uint64_t> timestamps, uint64_t arrivals)
 {
-    const double median = sorted[sorted.size() / 2];
-    const auto whole = static_cast<double>(record.timestamps.back() - record.timestamps.front());
-    const double multiple = std::round(median * static_cast<double>(arrivals(record)) / whole);
-    return median / std::max(1.0, multiple);
+    const auto whole = static_cast<double>(timestamps.back() - timestamps.front());
+    return median / std::max(1.0, std::round(median * static_cast<double>(arrivals) / whole));
 }
 
 bool isSteady(const std::vector<double>& intervals, double period)
@@ -90,8 +88,12 @@ GrabAccount GrabAccount::of(const GrabRecord& record)
 
 GrabIntervals GrabIntervals::of(const GrabRecord& record)
 {
+    return of(record.timestamps, arrivalsOf(record), record.ticksPerSecond);
+}
+
+GrabIntervals GrabIntervals::of(std::span<const uint64_t> stamps, uint64_t arrivals, uint64_t ticksPerSecond)
+{
     GrabIntervals result;
-    const std::vector<uint64_t>& stamps = record.timestamps;
     std::vector<double> intervals;
     for (size_t next = 1; next < stamps.size(); ++next)
         intervals.push_back(static_cast<double>(stamps[next]) - static_cast<double>(stamps[next - 1]));
@@ -102,13 +104,13 @@ GrabIntervals GrabIntervals::of(const GrabRecord& record)
     if (sorted.front() <= 0)
         return result;   // no clock
     const auto seconds = [&](double ticks) {
-        return record.ticksPerSecond == 0 ? 0.0 : ticks / static_cast<double>(record.ticksPerSecond);
+        return ticksPerSecond == 0 ? 0.0 : ticks / static_cast<double>(ticksPerSecond);
     };
     result.medianSeconds = seconds(sorted[sorted.size() / 2]);
     result.p99Seconds = seconds(sorted[sorted.size() * 99 / 100]);
     result.longestSeconds = seconds(sorted.back());
 
-    const double period = picturePeriod(record, sorted);
+    const double period = picturePeriod(sorted[sorted.size() / 2], stamps, arrivals);
     if (!isSteady(intervals, period))
         return result;
     uint64_t missing = 0;
@@ -119,8 +121,7 @@ GrabIntervals GrabIntervals::of(const GrabRecord& record)
         result.gapSeconds += seconds(interval);
         missing += static_cast<uint64_t>(std::llround(interval / period)) - 1;
     }
-    const uint64_t here = arrivals(record);
-    const uint64_t unseen = here > intervals.size() ? here - intervals.size() : 0;
+    const uint64_t unseen = arrivals > intervals.size() ? arrivals - intervals.size() : 0;
     result.lost = missing > unseen ? missing - unseen : 0;
     return result;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ struct GrabRecord {
     uint64_t firstTimed = 0;            // which of these pictures was the first with a time stamp, from 1,
     uint64_t lastTimed = 0;             // and which one the last
 
+    uint64_t fetchedTimes = 0;   // how many of the time stamps are of fetched pictures
+
+    std::span<const uint64_t> fetchedTimestamps() const { return std::span(timestamps).first(fetchedTimes); }
     /// The next picture has this time stamp. `picture` counts fetched and drained ones, from 1.
     void addTimestamp(uint64_t picture, uint64_t timestamp);
 };
@@ -52,6 +56,8 @@ struct GrabIntervals {
     std::optional<uint64_t> lost;
 
     static GrabIntervals of(const GrabRecord& record);
+    /// `arrivals`: how many pictures reached the adapter after the first of these, up to the last.
+    static GrabIntervals of(std::span<const uint64_t> timestamps, uint64_t arrivals, uint64_t ticksPerSecond);
 };
 
 }   // namespace orvo::aikctl

@@ -45,11 +45,17 @@ std::string lostText(const GrabResult& result)
     return text.str();
 }
 
-nlohmann::ordered_json toJson(const GrabAccount& account, uint64_t saved)
+const char* nameOf(Bottleneck bottleneck)
 {
-    return {{"counted", account.counted},         {"saved", saved},
-            {"unsaved", account.fetched - saved}, {"skipped", account.skipped},
-            {"leftInRing", account.leftInRing},   {"afterLast", account.afterLast}};
+    switch (bottleneck) {
+    case Bottleneck::Encoder:
+        return "encoder";
+    case Bottleneck::Disk:
+        return "disk";
+    case Bottleneck::Board:
+        break;
+    }
+    return "board";
 }
 
 nlohmann::ordered_json orNull(const std::optional<uint64_t>& number)
@@ -61,24 +67,47 @@ nlohmann::ordered_json orNull(const std::optional<uint64_t>& number)
 
 void GrabReport::printTable(std::ostream& out) const
 {
-    uint64_t saved = 0;
-    Table table({"channel", "size", "format of the first picture", "saved", "skipped", "left", "after",
-                 "counted", "lost", "pictures/s"});
+    uint64_t pictures = 0;
+    Table table({"channel", "size", "format of the first picture", m_session.isSaving() ? "saved" : "fetched",
+                 "skipped", "left", "after", "counted", "lost", "pictures/s", "bottleneck"});
     for (const ChannelGrab& grab : m_session.grabs()) {
         const GrabResult& result = grab.result();
-        saved += result.pictures;
+        const GrabAccount& account = result.account;
+        const uint64_t shown = m_session.isSaving() ? grab.saved().count : account.fetched;
+        pictures += shown;
         table.add({std::to_string(grab.channel().index()),
                    std::to_string(grab.channel().width()) + " x " + std::to_string(grab.channel().height()),
-                   orDash(result.format), std::to_string(result.pictures),
-                   std::to_string(result.account.skipped), std::to_string(result.account.leftInRing),
-                   std::to_string(result.account.afterLast), std::to_string(result.account.counted),
-                   lostText(result), rateText(result.picturesPerSecond)});
+                   orDash(result.format), std::to_string(shown), std::to_string(account.skipped),
+                   std::to_string(account.leftInRing), std::to_string(account.afterLast),
+                   std::to_string(account.counted), lostText(result), rateText(result.picturesPerSecond),
+                   account.fetched == 0 ? "-" : nameOf(result.bottleneck)});
     }
     table.print(out);
+    if (!m_session.isSaving())
+        printIntervals(out);
     printActions(out);
     out << '\n'
-        << (m_wasInterrupted ? "interrupted; " : "") << "saved " << saved
-        << (saved == 1 ? " picture in " : " pictures in ") << m_folder.path().string() << std::endl;
+        << (m_wasInterrupted ? "interrupted; " : "") << (m_session.isSaving() ? "saved " : "discarded ")
+        << pictures << (pictures == 1 ? " picture" : " pictures") << (m_place.empty() ? "" : " in ")
+        << m_place << std::endl;
+}
+
+void GrabReport::printIntervals(std::ostream& out) const
+{
+    constexpr double kMilliseconds = 1e3;
+    Table table({"channel", "median interval", "99 %", "longest"});
+    const auto text = [](double seconds) {
+        std::ostringstream milliseconds;
+        milliseconds << std::fixed << std::setprecision(3) << seconds * kMilliseconds << " ms";
+        return seconds == 0 ? "-" : milliseconds.str();
+    };
+    for (const ChannelGrab& grab : m_session.grabs()) {
+        const GrabIntervals& intervals = grab.result().intervals;
+        table.add({std::to_string(grab.channel().index()), text(intervals.medianSeconds),
+                   text(intervals.p99Seconds), text(intervals.longestSeconds)});
+    }
+    out << '\n';
+    table.print(out);
 }
 
 void GrabReport::printActions(std::ostream& out) const
@@ -97,8 +126,9 @@ void GrabReport::printActions(std::ostream& out) const
 
 nlohmann::ordered_json GrabReport::toJson() const
 {
-    nlohmann::ordered_json report = {{"folder", m_folder.path().string()}, {"interrupted", m_wasInterrupted}};
-    if (!m_session.actions().empty()) {
+    using Json = nlohmann::ordered_json;
+    Json report = {{"folder", m_place}, {"interrupted", m_wasInterrupted}};
+    if (m_session.options().cameras.isByActionCommand) {
         uint64_t sent = 0;
         uint64_t matched = 0;
         for (const ActionCommands& commands : m_session.actions()) {
@@ -107,23 +137,49 @@ nlohmann::ordered_json GrabReport::toJson() const
         }
         report["action"] = {{"sent", sent}, {"matched", matched}};
     }
-    auto& entries = report["channels"] = nlohmann::ordered_json::array();
+    auto& boards = report["boards"] = Json::array();
+    for (const GrabCameras::Board& board : m_session.boards()) {
+        Json cameras = Json::array();
+        for (const CameraPort& port : board.cameras.ports())
+            cameras.push_back({{"port", port.number}, {"name", port.cameraName}});
+        Json channels = Json::array();
+        for (const aik::Channel* const channel : board.channels)
+            channels.push_back(channel->index());
+        boards.push_back({{"board", board.channels.front()->boardText()},
+                          {"channels", std::move(channels)},
+                          {"cameras", std::move(cameras)}});
+    }
+    auto& entries = report["channels"] = Json::array();
     for (const ChannelGrab& grab : m_session.grabs()) {
         const GrabResult& result = grab.result();
+        const GrabAccount& account = result.account;
+        const GrabIntervals& intervals = result.intervals;
         entries.push_back({{"channel", grab.channel().index()},
                            {"width", grab.channel().width()},
                            {"height", grab.channel().height()},
                            {"format", result.format},
-                           {"pictures", result.pictures},
-                           {"account", aikctl::toJson(result.account, result.pictures)},
+                           {"bytesPerPixel", result.bytesPerPixel},
+                           {"account",
+                            {{"counted", account.counted},
+                             {"saved", grab.saved().count},
+                             {"unsaved", account.fetched - grab.saved().count},
+                             {"skipped", account.skipped},
+                             {"leftInRing", account.leftInRing},
+                             {"afterLast", account.afterLast}}},
                            {"lost",
-                            {{"inGaps", orNull(result.intervals.lost)},
+                            {{"pictures", orNull(intervals.lost)},
                              {"onBoard", result.record.lostByOverflow},
-                             {"gaps", result.intervals.gaps},
-                             {"gapSeconds", result.intervals.gapSeconds}}},
+                             {"gaps", intervals.gaps},
+                             {"gapSeconds", intervals.gapSeconds}}},
+                           {"intervals",
+                            {{"medianSeconds", intervals.medianSeconds},
+                             {"p99Seconds", intervals.p99Seconds},
+                             {"longestSeconds", intervals.longestSeconds}}},
                            {"picturesPerSecond", result.picturesPerSecond},
-                           {"timestamps", result.record.timestamps},
-                           {"note", result.note},
+                           {"bottleneck", account.fetched == 0 ? Json() : Json(nameOf(result.bottleneck))},
+                           {"files", grab.saved().files},
+                           {"timestamps", result.record.fetchedTimestamps()},
+                           {"note", grab.saved().note},
                            {"failure", result.failure},
                            {"failedStep", result.failedStep}});
     }

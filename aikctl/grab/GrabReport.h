@@ -1,20 +1,22 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
+#include <utility>
 
 #include <nlohmann/json_fwd.hpp>
 
 #include "aikctl/grab/GrabSession.h"
-#include "aikctl/pictures/PictureFolder.h"
 
 namespace orvo::aikctl {
 
 /// How a grab went, for people and for programs.
 class GrabReport {
 public:
-    /// The session has run. It and the folder outlive the report.
-    GrabReport(const GrabSession& session, const PictureFolder& folder, bool wasInterrupted)
-        : m_session(session), m_folder(folder), m_wasInterrupted(wasInterrupted)
+    /// The session has run, and outlives the report. `place`: where the pictures are; empty if they were
+    /// discarded.
+    GrabReport(const GrabSession& session, std::string place, bool wasInterrupted)
+        : m_session(session), m_place(std::move(place)), m_wasInterrupted(wasInterrupted)
     {}
 
     void printTable(std::ostream& out) const;
@@ -22,9 +24,10 @@ public:
 
 private:
     void printActions(std::ostream& out) const;
+    void printIntervals(std::ostream& out) const;
 
     const GrabSession& m_session;
-    const PictureFolder& m_folder;
+    const std::string m_place;
     const bool m_wasInterrupted;
 };
 

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <iomanip>
 #include <mutex>
+#include <ostream>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -16,6 +19,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr uint64_t kQueueBytes = 256U << 20U;   // of pictures that wait to be saved
+constexpr double kMegabyte = 1e6;
 constexpr auto kLookInterval = 100ms;   // how often progress and Ctrl-C are looked at
 
 std::string progressText(uint64_t fetched, uint64_t wanted)
@@ -26,49 +31,76 @@ std::string progressText(uint64_t fetched, uint64_t wanted)
            std::to_string(fetched) + " of " + std::to_string(wanted) + " pictures";
 }
 
-}   // namespace
-
-GrabSession::GrabSession(const std::vector<aik::Channel*>& channels, SessionOptions options,
-                         const PictureFolder& folder, Console& console)
-    : m_options(std::move(options)), m_console(console)
+std::string secondText(int32_t channel, const GrabSecond& second)
 {
-    for (aik::Channel* const channel : channels)
-        m_grabs.emplace_back(*channel, m_options.grab, folder);
+    std::ostringstream text;
+    text << "channel " << channel << ": " << std::fixed << std::setprecision(1)
+         << static_cast<double>(second.pictures) / second.seconds << " pictures/s, "
+         << static_cast<double>(second.bytes) / second.seconds / kMegabyte << " MB/s, skipped "
+         << second.skipped << ", lost " << (second.lost ? std::to_string(*second.lost) : "?") << ", gaps "
+         << second.gaps;
+    return text.str();
 }
 
-void GrabSession::run()
+std::string lossText(const GrabResult& result)
+{
+    const uint64_t lost = result.intervals.lost.value_or(0) + result.record.lostByOverflow;
+    return std::to_string(result.account.skipped) + " pictures were skipped, and " + std::to_string(lost) +
+           " lost on their way";
+}
+
+}   // namespace
+
+GrabSession::GrabSession(const std::vector<aik::Channel*>& channels, SessionOptions options, Console& console)
+    : m_options(std::move(options)), m_console(console), m_cameras(m_options.cameras, console)
+{
+    for (aik::Channel* const channel : channels)
+        m_grabs.emplace_back(*channel, m_options.grab);
+}
+
+void GrabSession::run(const PictureSaver::Target& target)
 {
     for (ChannelGrab& grab : m_grabs)
         grab.prepare();
-    GrabCameras cameras(m_options.cameras, m_console);
     for (const ChannelGrab& grab : m_grabs)
-        cameras.connect(grab.channel());
-    acquire(cameras);
-    cameras.close();
+        m_cameras.connect(grab.channel());
+    const auto saver = makeSaver(target);
+    m_isSaving = saver != nullptr;
+    for (ChannelGrab& grab : m_grabs)   // before the cameras, so that no picture is lost
+        grab.start();
+    m_cameras.start();
+    awaitPictures(saver ? &saver->queue() : nullptr);
+    m_cameras.stop();
+    for (ChannelGrab& grab : m_grabs)
+        grab.stop();
+    m_cameras.close();
+    if (saver)
+        saver->finish();
+    for (ChannelGrab& grab : m_grabs)
+        grab.conclude();
     if (m_options.cameras.isByActionCommand)
         m_actions = compareActionCommands(m_grabs, m_sent);
     complain();
 }
 
-void GrabSession::acquire(GrabCameras& cameras)
+std::unique_ptr<PictureSaver> GrabSession::makeSaver(const PictureSaver::Target& target) const
 {
-    for (ChannelGrab& grab : m_grabs)   // before the cameras, so that no picture is lost
-        grab.start();
-    cameras.start();
-    awaitPictures(cameras);
-    cameras.stop();
-    for (ChannelGrab& grab : m_grabs)
-        grab.stop();
-    for (ChannelGrab& grab : m_grabs)
-        grab.conclude();
+    if (!target)
+        return nullptr;
+    // A channel that waits for a picture keeps the memory for it, and must not keep all of it.
+    uint64_t least = 0;
+    for (const ChannelGrab& grab : m_grabs)
+        least += 2 * grab.channel().capacity();
+    return std::make_unique<PictureSaver>(m_options.encoding, target, m_options.jobs,
+                                          std::max(least, kQueueBytes));
 }
 
-void GrabSession::awaitPictures(GrabCameras& cameras)
+void GrabSession::awaitPictures(PictureQueue* queue)
 {
     std::mutex mutex;
     std::condition_variable news;
     for (ChannelGrab& grab : m_grabs)
-        grab.fetch([&] {
+        grab.fetch(queue, [&] {
             const std::lock_guard lock(mutex);
             news.notify_one();
         });
@@ -85,23 +117,25 @@ void GrabSession::awaitPictures(GrabCameras& cameras)
         if (isShotDue()) {
             ++shots;
             lock.unlock();
-            m_sent += cameras.shoot() ? 1 : 0;
+            m_sent += m_cameras.shoot() ? 1 : 0;
             lock.lock();
         }
         news.wait_for(lock, kLookInterval, [&] { return areDone() || isShotDue(); });
         if (m_console.interrupted())
             std::for_each(m_grabs.begin(), m_grabs.end(), [](ChannelGrab& grab) { grab.askToEnd(); });
         showProgress();
+        showSeconds();
     }
     lock.unlock();
     for (ChannelGrab& grab : m_grabs)
         grab.join();
     m_console.progress("");
+    showSeconds();
 }
 
-void GrabSession::showProgress() const
+void GrabSession::showProgress()
 {
-    if (!m_options.isAlwaysShowingProgress && !m_console.isTerminal())
+    if (m_options.grab.isWatched || (!m_options.isAlwaysShowingProgress && !m_console.isTerminal()))
         return;
     uint64_t fetched = 0;
     uint64_t wanted = 0;
@@ -109,7 +143,17 @@ void GrabSession::showProgress() const
         fetched += grab.fetched();
         wanted += grab.isDone() ? grab.fetched() : m_options.grab.count;
     }
-    m_console.progress(progressText(fetched, wanted));
+    m_console.progress(m_options.grab.duration ? std::to_string(fetched) + " pictures"
+                                               : progressText(fetched, wanted));
+}
+
+void GrabSession::showSeconds()
+{
+    if (!m_options.isShowingSeconds)
+        return;
+    for (ChannelGrab& grab : m_grabs)
+        for (const GrabSecond& second : grab.takeSeconds())
+            m_console.out() << secondText(grab.channel().index(), second) << std::endl;
 }
 
 void GrabSession::complain()
@@ -118,15 +162,18 @@ void GrabSession::complain()
         const GrabResult& result = grab.result();
         std::string place = "channel ";
         place.append(std::to_string(grab.channel().index())).append(": ");
-        if (!result.note.empty())
-            m_console.note(place + result.note);
+        if (!grab.saved().note.empty())
+            m_console.note(place + grab.saved().note);
         if (m_options.isFailingOnLoss && result.hasLost())
-            m_console.fail(place + "pictures were lost");
+            m_console.fail(place + lossText(result));
         if (result.failure.empty())
             continue;
         if (!result.failedStep.empty())
             place.insert(0, result.failedStep + " of ");
         m_console.fail(place + explained(result.failure));
+        if (m_isSaving && grab.fetched() > grab.saved().count)
+            m_console.note(std::to_string(grab.fetched() - grab.saved().count) +
+                           " pictures were fetched, but not saved");
     }
     for (const ActionCommands& commands : m_actions)
         if (commands.matched < commands.sent)

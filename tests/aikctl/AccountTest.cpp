@@ -1,3 +1,5 @@
+#include <chrono>
+#include <future>
 #include <thread>
 
 #include "aikctl/adapter/Adapter.h"
@@ -48,7 +50,6 @@ protected:
         EXPECT_EQ(account.counted, ledger().delivered);
     }
 
-    const PictureFolder m_folder{pictures().string(), false};
     const aik::Adapter m_adapter = loadAdapter(defaultAdapterPath());
     uint64_t m_delivered = 0;
 };
@@ -60,11 +61,10 @@ TEST_F(Account, AgreesWithTheBoardToThePicture)
         const bool isLossless = strategy == "OldestFirst";
         m_delivered = 0;
         aik::Channel channel = m_adapter.open(0);
-        ChannelGrab grab(channel, {.count = PICTURES * 2, .strategy = strategy, .isDiscarding = true},
-                         m_folder);
+        ChannelGrab grab(channel, {.count = PICTURES * 2, .strategy = strategy});
         grab.prepare();
         grab.start();
-        grab.fetch([] {});
+        grab.fetch(nullptr, [] {});
         deliver(grab, 1, true);
         for (uint32_t burst = 1; ledger().produced < PICTURES; burst = burst * 5 % 23)
             deliver(grab, isLossless ? burst % 4 + 1 : burst, isLossless);
@@ -83,10 +83,10 @@ TEST_F(Account, AgreesWithTheBoardToThePicture)
 TEST_F(Account, TellsTheBoardsShareApartUnderOldestFirst)
 {
     aik::Channel channel = m_adapter.open(0);
-    ChannelGrab grab(channel, {.count = 1000, .strategy = "OldestFirst", .isDiscarding = true}, m_folder);
+    ChannelGrab grab(channel, {.count = 1000, .strategy = "OldestFirst"});
     grab.prepare();
     grab.start();
-    grab.fetch([] {});
+    grab.fetch(nullptr, [] {});
     for (int picture = 0; picture < 200; ++picture)
         deliver(grab, 1, true);
     const char* const asking = "Brd_getStatusEx code=30";   // how a fetch begins
@@ -104,6 +104,39 @@ TEST_F(Account, TellsTheBoardsShareApartUnderOldestFirst)
     EXPECT_EQ(result.intervals.lost, ledger().droppedByFault);
     EXPECT_EQ(result.account.leftInRing, 5U);
     EXPECT_EQ(result.account.skipped, 0U);
+}
+
+TEST_F(Account, LetsTheStrategyDecideWhatIsLostWhileTheDiskIsSlow)
+{
+    std::promise<void> mayWrite;
+    const auto isReady = mayWrite.get_future().share();
+    PictureSaver saver(
+        {},
+        [&](const QueuedPicture& picture, const PictureFile&) {
+            isReady.wait();
+            return std::to_string(picture.number);
+        },
+        1, 1);   // room for a single picture
+    aik::Channel channel = m_adapter.open(0);
+    ChannelGrab grab(channel, {.count = 3, .strategy = "NewestOnly"});
+    grab.prepare();
+    grab.start();
+    grab.fetch(&saver.queue(), [] {});
+    deliver(grab, 1, true);
+    using Clock = std::chrono::steady_clock;
+    for (const auto end = Clock::now() + std::chrono::milliseconds(100); Clock::now() < end;)
+        deliver(grab, 1, false);   // all but the last one are skipped
+    mayWrite.set_value();
+    while (grab.fetched() < 2 && !grab.isDone())
+        std::this_thread::yield();
+    deliver(grab, 1, false);
+    grab.join();
+    saver.finish();
+    finish(grab);
+
+    EXPECT_EQ(grab.result().account.skipped, grab.result().account.counted - 3);
+    EXPECT_EQ(grab.result().bottleneck, Bottleneck::Disk);
+    EXPECT_EQ(grab.saved().files, (std::vector<std::string>{"1", "2", "3"}));
 }
 
 }   // namespace

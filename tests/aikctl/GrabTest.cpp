@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <fstream>
+#include <iterator>
 
 #include <stb/stb_image.h>
 
@@ -174,6 +176,37 @@ TEST_F(Grab, AdmitsThatActionCommandsDidNotWork)
     EXPECT_THAT(missed.err, HasSubstr("1 of 2 action commands made no picture, or"));
 }
 
+TEST_F(Grab, WritesToStandardOutputOrNowhere)
+{
+    const Outcome piped = run("grab 0 --count 3 --output -");
+    EXPECT_EQ(piped.out.size(), 3 * kPixels);
+    EXPECT_THAT(piped.err, HasSubstr("saved 3 pictures in standard output"));
+    EXPECT_EQ(run("grab 0 1 --output -").exitCode, 1);
+
+    const Outcome discarded = grab("2 --count 30 --discard --buffers 7");
+    EXPECT_THAT(discarded.out,
+                testing::ContainsRegex("channel 2: [0-9.]+ pictures/s, 0.0 MB/s, skipped 0, lost 0"));
+    EXPECT_THAT(discarded.out, HasSubstr("33.333 ms"));
+    EXPECT_FALSE(fs::exists(pictures()));
+    EXPECT_THAT(journal("Brd_AllocMemHead").back(), HasSubstr("bufferCount=7"));
+    EXPECT_EQ(grab("2 --discard --seconds 0.1 --json").json()["exitCode"], 0);
+}
+
+TEST_F(Grab, FailsOnLossIfAskedTo)
+{
+    json board = test::Machine::grabber(0);   // without a camera
+    board["faults"] = {{"dropEvery", 10}};
+    m_machine.boards({board});
+    applet(0, {{"picturesPerSecond", 500}});
+    EXPECT_EQ(grab("0 --count 30").exitCode, 0);
+    const Outcome lossy = grab("0 --count 30 --overwrite --fail-on-loss --index --json");
+    EXPECT_EQ(lossy.exitCode, 1);
+    EXPECT_GE(lossy.json()["channels"][0]["lost"]["pictures"], 3);
+    EXPECT_EQ(lossy.json()["channels"][0]["files"].size(), 30U);
+    std::ifstream index(pictures() / "index.csv");
+    EXPECT_EQ(std::count(std::istreambuf_iterator<char>(index), {}, '\n'), 31);
+}
+
 TEST_F(Grab, GoesOnWithOtherChannelsWhenOneFails)
 {
     const auto expectFailureBeside = [this](int failing, int working, const std::string& step,
@@ -189,14 +222,18 @@ TEST_F(Grab, GoesOnWithOtherChannelsWhenOneFails)
         EXPECT_GT(channel["picturesPerSecond"], 0.0);
         channel.erase("picturesPerSecond");
         EXPECT_EQ(channel["timestamps"].size(), 2U);
-        for (const char* const key : {"account", "lost", "timestamps"})   // as fast as this machine is
+        EXPECT_EQ(channel["account"]["saved"], 2);
+        const std::string name = "channel" + std::to_string(working) + "-00000";
+        for (const char* const key :
+             {"account", "lost", "intervals", "timestamps", "bottleneck"})   // as fast as this machine is
             channel.erase(key);
         EXPECT_EQ(channel,
                   (json{{"channel", working},
                         {"width", kWidth},
                         {"height", kHeight},
                         {"format", working == 2 ? "colour, 8 bits (code 7)" : "grey, 8 bits (code 0)"},
-                        {"pictures", 2},
+                        {"bytesPerPixel", working == 2 ? 3 : 1},
+                        {"files", {name + "1.png", name + "2.png"}},
                         {"note", ""},
                         {"failure", ""},
                         {"failedStep", ""}}));
