@@ -19,7 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr auto kLookInterval = 5ms;   // at the frame counter, and for Ctrl-C
+constexpr auto kStepInterval = 5ms;   // at the frame counter, and for Ctrl-C
 
 /// Whether what is written lasts longer than the channel is open: cameras keep it.
 bool isKeptByCamera(const std::string& feature)
@@ -123,7 +123,7 @@ void StepRunner::wait(uint64_t pictures) const
         else if (Clock::now() >= deadline)
             throw std::runtime_error("No picture came in time: " + std::to_string(now) + " so far");
         counted = now;
-        std::this_thread::sleep_for(kLookInterval);
+        std::this_thread::sleep_for(kStepInterval);
     }
 }
 
@@ -146,7 +146,7 @@ void StepRunner::sleep(std::chrono::milliseconds time) const
 {
     const auto end = Clock::now() + time;
     while (Clock::now() < end && !m_console.interrupted())
-        std::this_thread::sleep_for(std::min<Clock::duration>(kLookInterval, end - Clock::now()));
+        std::this_thread::sleep_for(std::min<Clock::duration>(kStepInterval, end - Clock::now()));
 }
 
 void StepRunner::tell(const std::string& feature, const std::string& value)
