@@ -1,4 +1,4 @@
-# Boost, zlib, GoogleTest, and the header-only libraries: orvo_cli11, orvo_json, orvo_spdlog, orvo_stb.
+# Boost, zlib, orvo_spng, GoogleTest, and the header-only libraries: orvo_cli11, orvo_json, orvo_spdlog, orvo_stb.
 if(WIN32)
     # Debian has no Boost for mingw; scripts/setup.sh builds it.
     list(APPEND CMAKE_FIND_ROOT_PATH "${ORVO_CACHE}/boost-mingw")
@@ -53,6 +53,12 @@ if(ORVO_SANITIZERS)
     target_compile_options(orvo_stb PRIVATE -fno-sanitize=undefined)
 endif()
 set_target_properties(orvo_stb PROPERTIES POSITION_INDEPENDENT_CODE ON C_VISIBILITY_PRESET hidden)
+
+add_library(orvo_spng STATIC EXCLUDE_FROM_ALL "${ORVO_CACHE}/spng/spng.c")
+target_include_directories(orvo_spng SYSTEM PUBLIC "${ORVO_CACHE}/spng")
+target_compile_definitions(orvo_spng PUBLIC SPNG_STATIC)
+target_link_libraries(orvo_spng PUBLIC ZLIB::ZLIB)
+set_target_properties(orvo_spng PROPERTIES UNITY_BUILD OFF)
 
 # From source in every preset: mingw has none, and a sanitizer wants to see all of the program.
 set(INSTALL_GTEST OFF)

@@ -12,7 +12,7 @@ packages=(
     zlib1g-dev libz-mingw-w64-dev
     libboost-filesystem1.81-dev libboost-system1.81-dev
     libyuv-dev libglib2.0-dev pkg-config valgrind                 # the benches' peers, and their guard
-    dpkg-dev patch xz-utils                                       # to unpack Boost's source package
+    dpkg-dev patch xz-utils                                       # to unpack source packages
     netpbm                                                        # to compare the demo's pictures
 )
 
@@ -93,6 +93,17 @@ buildBoost() {
     cd "$target" && rm -rf "$work"
 }
 
+# A PNG writer in one source file. Debian has it for itself alone, but the tool runs on Windows, too.
+fetchSpng() {
+    local target=$1 work=$1/work
+    mkdir "$work" && cd "$work"
+    usePrivateApt deb-src "$work/apt"
+    apt-get source --download-only libspng
+    dpkg-source --extract libspng_*.dsc libspng
+    mv libspng/spng/spng.{c,h} "$target"
+    cd "$target" && rm -rf "$work"
+}
+
 makeWinePrefix() {
     useWine "$1"
     wineboot --init
@@ -134,6 +145,7 @@ fi
 compiler=$(dpkg-query -W -f '${Version}' g++-mingw-w64-x86-64-posix)
 recipe=$(cat "$repository/cmake/mingw-w64.cmake" <(declare -f buildBoost) | sha256sum | cut -c1-16)
 provide "Boost for Windows" boost-mingw "1.81, g++ $compiler, recipe $recipe" buildBoost
+provide "PNG writer" spng 1 fetchSpng
 provide "Wine prefix" wine "$(dpkg-query -W -f '${Version}' wine64)" makeWinePrefix
 provide "photographs" photographs 1 fetchPhotographs
 echo "setup: everything is in place ($((SECONDS - begin)) s)"

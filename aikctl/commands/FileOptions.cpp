@@ -36,7 +36,7 @@ void declareFileOptions(CLI::App& command, FileOptions& options)
         ->excludes(format);
     command
         .add_option("--compression", options.encoding.compression,
-                    "Of PNG files: 0 for none, 1 for fast, up to 9 for small")
+                    "Of PNG files: 0 for none, which is fastest, up to 9 for the smallest")
         ->type_name("LEVEL")
         ->check(wholeNumber(0, 9))
         ->capture_default_str();

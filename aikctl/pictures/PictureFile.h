@@ -13,7 +13,7 @@ enum class FileFormat { Png, Pgm, Tiff, Raw };
 /// What pictures are saved as.
 struct Encoding {
     FileFormat format = FileFormat::Png;
-    int compression = 1;   // of a PNG, from 0 for none to 9 for the smallest file; the others don't compress
+    int compression = 0;   // of a PNG, from 0 for none to 9 for the smallest file; the others don't compress
 };
 
 /// The content of a file, and what its name ends in.

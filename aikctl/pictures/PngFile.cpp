@@ -1,186 +1,85 @@
 #include "aikctl/pictures/PngFile.h"
 
-#include <algorithm>
-#include <limits>
+#include <memory>
 #include <new>
-#include <span>
 #include <stdexcept>
-#include <string_view>
+#include <string>
 
+#include <spng.h>
 #include <zlib.h>
-
-#include "aikctl/pictures/BigEndian.h"
-#include "aikctl/pictures/LiteralDeflate.h"
-#include "aikctl/pictures/PngFilter.h"
 
 namespace orvo::aikctl {
 
 namespace {
 
-constexpr size_t kBlockBytes = size_t{128} * 1024;   // stays in the processor's cache
+struct Compression {
+    int level;   // of zlib
+    int strategy;
+    int filters;
+};
 
-// A chunk has less than 2 GiB, and noise grows a little.
-constexpr uint64_t kMostBytes = std::numeric_limits<int32_t>::max() - (1 << 24);
-
-constexpr PngFilter kNoFilter[] = {PngFilter::None};
-constexpr PngFilter kFastFilter[] = {PngFilter::Paeth};   // of a photograph, it leaves the least
-constexpr PngFilter kAllFilters[] = {PngFilter::Paeth, PngFilter::None, PngFilter::Left, PngFilter::Above,
-                                     PngFilter::Average};
-
-std::span<const PngFilter> filtersFor(int compression)
+// Rows of photographs hardly repeat themselves, even after a filter: codes for single bytes are as small as what
+// zlib finds in ten times as long. Its higher levels are for graphics. It stores fastest what no filter touched.
+Compression compressionOf(int wanted)
 {
-    if (compression == 0)
-        return kNoFilter;
-    return compression == kFastCompression ? std::span<const PngFilter>(kFastFilter) : kAllFilters;
+    if (wanted == 0)
+        return {0, Z_DEFAULT_STRATEGY, SPNG_FILTER_CHOICE_NONE};
+    if (wanted == 1)
+        return {1, Z_HUFFMAN_ONLY, SPNG_FILTER_CHOICE_PAETH};
+    return {wanted, Z_FILTERED, SPNG_FILTER_CHOICE_ALL};
 }
 
-/// The rows of a picture, each by the filter that promises the smallest file, in blocks of whole rows.
-class FilteredRows {
-public:
-    FilteredRows(const Picture& picture, std::span<const PngFilter> filters)
-        : m_picture(picture),
-          m_filters(filters),
-          m_row(picture.pixelBytes() + picture.rowBytes()),
-          m_above(m_row.size()),
-          m_filtered(picture.rowBytes() + 1),
-          m_rowsOfBlock(std::max<size_t>(1, kBlockBytes / m_filtered.size()))
-    {}
-
-    bool isAtEnd() const { return m_next == m_picture.height; }
-    /// Valid until the next call.
-    std::span<const uint8_t> nextBlock()
-    {
-        const size_t rows = std::min<size_t>(m_rowsOfBlock, m_picture.height - m_next);
-        m_block.resize(rows * m_filtered.size());
-        for (size_t row = 0; row < rows; ++row)
-            filterNext(m_block.data() + row * m_filtered.size());
-        return m_block;
-    }
-
-private:
-    void filterNext(uint8_t* out)
-    {
-        m_row.swap(m_above);
-        m_picture.copyRow(m_picture, m_next++, m_row.data() + m_picture.pixelBytes());
-        filter(m_filters.front(), out);
-        if (m_filters.size() == 1)
-            return;
-        uint64_t least = distanceFromZero(out + 1, m_picture.rowBytes());
-        for (const PngFilter candidate : m_filters.subspan(1)) {
-            filter(candidate, m_filtered.data());
-            const uint64_t distance = distanceFromZero(m_filtered.data() + 1, m_picture.rowBytes());
-            if (distance < least)
-                std::copy(m_filtered.begin(), m_filtered.end(), out);
-            least = std::min(least, distance);
-        }
-    }
-    void filter(PngFilter filter, uint8_t* out) const
-    {
-        const size_t pixel = m_picture.pixelBytes();
-        *out = static_cast<uint8_t>(filter);
-        filterRow(filter, m_row.data() + pixel, m_above.data() + pixel, m_picture.rowBytes(), pixel, out + 1);
-    }
-
-    const Picture& m_picture;
-    const std::span<const PngFilter> m_filters;
-    std::vector<uint8_t> m_row;     // after a pixel of zeros
-    std::vector<uint8_t> m_above;   // likewise
-    std::vector<uint8_t> m_filtered;
-    const size_t m_rowsOfBlock;
-    std::vector<uint8_t> m_block;
-    uint32_t m_next = 0;
-};
-
-/// zlib, appending to a vector.
-class Deflate {
-public:
-    Deflate(std::vector<uint8_t>& out, int compression, uint64_t size) : m_out(out)
-    {
-        // Filtered rows have few real repetitions. zlib's levels 1 to 3 take chance ones, too, which makes a file
-        // larger than no repetitions at all.
-        const int level = compression == 0 ? 0 : std::max(compression, 4);
-        if (deflateInit2(&m_stream, level, Z_DEFLATED, MAX_WBITS, MAX_MEM_LEVEL, Z_FILTERED) != Z_OK)
-            throw std::bad_alloc();
-        const size_t begin = out.size();
-        out.resize(begin + deflateBound(&m_stream, static_cast<uLong>(size)));
-        m_stream.next_out = out.data() + begin;
-        m_stream.avail_out = static_cast<uInt>(out.size() - begin);
-    }
-    Deflate(const Deflate&) = delete;
-    Deflate& operator=(const Deflate&) = delete;
-    ~Deflate() { deflateEnd(&m_stream); }
-
-    void add(std::span<const uint8_t> bytes, bool isLast)
-    {
-        m_stream.next_in = const_cast<uint8_t*>(bytes.data());
-        m_stream.avail_in = static_cast<uInt>(bytes.size());
-        deflate(&m_stream, isLast ? Z_FINISH : Z_NO_FLUSH);
-        if (isLast)
-            m_out.resize(m_out.size() - m_stream.avail_out);
-    }
-
-private:
-    std::vector<uint8_t>& m_out;
-    z_stream m_stream{};
-};
-
-template <typename Stream>
-void compress(FilteredRows& rows, Stream stream)
+void require(int error)
 {
-    while (!rows.isAtEnd()) {
-        const std::span<const uint8_t> block = rows.nextBlock();
-        stream.add(block, rows.isAtEnd());
-    }
+    if (error == SPNG_EMEM)
+        throw std::bad_alloc();
+    if (error != SPNG_OK)
+        throw std::runtime_error(std::string("The picture can't be a PNG: ") + spng_strerror(error));
 }
 
-/// A part of the file: what is appended to it until end().
-class Chunk {
-public:
-    Chunk(std::vector<uint8_t>& file, std::string_view name) : m_file(file), m_begin(file.size())
-    {
-        appendBigEndian<uint32_t>(file, 0);   // the length, once it is known
-        file.insert(file.end(), name.begin(), name.end());
+int append(spng_ctx* /*context*/, void* file, void* bytes, size_t length)
+{
+    const auto* const first = static_cast<const uint8_t*>(bytes);
+    auto& whole = *static_cast<std::vector<uint8_t>*>(file);
+    try {
+        whole.insert(whole.end(), first, first + length);
+    } catch (const std::bad_alloc&) {
+        return SPNG_EMEM;
     }
-    void end()
-    {
-        const size_t length = m_file.size() - m_begin - 8;
-        for (size_t at = 0; at < 4; ++at)
-            m_file[m_begin + at] = static_cast<uint8_t>(length >> (24 - 8 * at));
-        const uint8_t* const checked = m_file.data() + m_begin + 4;
-        appendBigEndian(m_file, static_cast<uint32_t>(crc32_z(0, checked, length + 4)));
-    }
-
-private:
-    std::vector<uint8_t>& m_file;
-    const size_t m_begin;
-};
+    return SPNG_OK;
+}
 
 }   // namespace
 
 void writePng(const Picture& picture, int compression, std::vector<uint8_t>& file)
 {
-    const uint64_t size = uint64_t{picture.rowBytes() + 1} * picture.height;
-    if (size > kMostBytes)
-        throw std::runtime_error("A picture of about 2 GiB or more can't be a PNG");
+    const std::unique_ptr<spng_ctx, void (*)(spng_ctx*)> owner(spng_ctx_new(SPNG_CTX_ENCODER), spng_ctx_free);
+    spng_ctx* const context = owner.get();
+    if (!context)
+        throw std::bad_alloc();
+    file.clear();
+    require(spng_set_png_stream(context, append, &file));
 
-    file = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-    Chunk header(file, "IHDR");
-    appendBigEndian(file, picture.width);
-    appendBigEndian(file, picture.height);
-    appendBigEndian(file, static_cast<uint8_t>(picture.bits));
-    appendBigEndian<uint8_t>(file, picture.samples == 3 ? 2 : 0);   // red, green and blue, or grey
-    file.insert(file.end(), {0, 0, 0});                             // deflate, filters, not interlaced
-    header.end();
+    spng_ihdr header{};
+    header.width = picture.width;
+    header.height = picture.height;
+    header.bit_depth = static_cast<uint8_t>(picture.bits);
+    header.color_type = picture.samples == 3 ? SPNG_COLOR_TYPE_TRUECOLOR : SPNG_COLOR_TYPE_GRAYSCALE;
+    require(spng_set_ihdr(context, &header));
+    const Compression chosen = compressionOf(compression);
+    require(spng_set_option(context, SPNG_IMG_COMPRESSION_LEVEL, chosen.level));
+    require(spng_set_option(context, SPNG_IMG_COMPRESSION_STRATEGY, chosen.strategy));
+    require(spng_set_option(context, SPNG_FILTER_CHOICE, chosen.filters));
 
-    Chunk data(file, "IDAT");
-    FilteredRows rows(picture, filtersFor(compression));
-    if (compression == kFastCompression)
-        compress(rows, LiteralDeflate(file));
-    else
-        compress(rows, Deflate(file, compression, size));
-    data.end();
-
-    Chunk(file, "IEND").end();
+    // Raw: the upper byte of 16 bits comes first, as in the file.
+    require(
+        spng_encode_image(context, nullptr, 0, SPNG_FMT_RAW, SPNG_ENCODE_PROGRESSIVE | SPNG_ENCODE_FINALIZE));
+    std::vector<uint8_t> row(picture.rowBytes());
+    for (uint32_t number = 0; number < picture.height; ++number) {
+        picture.copyRow(picture, number, row.data());
+        const int error = spng_encode_row(context, row.data(), row.size());
+        require(error == SPNG_EOI ? SPNG_OK : error);   // with the last row
+    }
 }
 
 }   // namespace orvo::aikctl
