@@ -1,6 +1,7 @@
 #include "tests/aikctl/AikctlTest.h"
 
 #include <algorithm>
+#include <fstream>
 #include <iterator>
 #include <sstream>
 #include <vector>
@@ -20,6 +21,12 @@ Outcome AikctlTest::run(const std::string& arguments, Terminals terminals) const
     Console console(out, err, terminals, [] { return false; });
     const ExitStatus status = runCommandLine(static_cast<int>(argv.size()), argv.data(), console);
     return {static_cast<int>(status), out.str(), err.str()};
+}
+
+std::string AikctlTest::textOf(const char* file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 }   // namespace orvo::aikctl

@@ -53,6 +53,9 @@ protected:
         return run("grab --output " + pictures().string() + " " + arguments);
     }
 
+    /// The content of a file where the tests run.
+    static std::string textOf(const char* file);
+
     const std::filesystem::path& folder() const { return m_machine.folder(); }
     std::filesystem::path pictures() const { return folder() / "pictures"; }
 

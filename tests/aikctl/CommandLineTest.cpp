@@ -1,4 +1,6 @@
 #include <fstream>
+#include <regex>
+#include <set>
 #include <sstream>
 #include <tuple>
 
@@ -79,6 +81,28 @@ TEST_F(CommandLine, PrintsOneJsonObjectHoweverItEnds)
         EXPECT_EQ(object["failures"].empty(), exitCode == 0) << arguments;
         EXPECT_TRUE(object.contains("aikctl") && object["notes"].empty());
     }
+}
+
+TEST_F(CommandLine, HasAPageThatNamesEveryMemberOfItsJson)
+{
+    std::set<std::string> members;
+    for (const std::string& arguments :
+         {std::string("list"), std::string("features 0"), std::string("reference"), std::string("help"),
+          std::string("do 0 setup start exec StartAcquisition get BufferCount grab 1 stop --camera --port 0"),
+          "grab 0 1 --action --count 2 --output " + pictures().string()}) {
+        const Outcome outcome = run(arguments + " --json");
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.err;
+        const json places = outcome.json().flatten();
+        for (const auto& [place, value] : places.items()) {
+            std::istringstream names(place);
+            for (std::string name; std::getline(names, name, '/');)
+                if (!std::regex_match(name, std::regex("[0-9]*")))
+                    members.insert(name);
+        }
+    }
+    const std::string page = textOf("json.md");
+    for (const std::string& member : members)
+        EXPECT_TRUE(std::regex_search(page, std::regex("\\b" + member + "\\b"))) << member;
 }
 
 TEST_F(CommandLine, ShowsUtf8AsItIsAndOtherBytesReadably)

@@ -1,6 +1,3 @@
-#include <fstream>
-#include <iterator>
-
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
@@ -51,9 +48,7 @@ TEST_F(Features, FitTheTerminal)
 // docs/features.md is what this prints. After a change: `aikctl reference > docs/features.md`.
 TEST_F(Features, HaveAPageThatIsUpToDate)
 {
-    std::ifstream file("features.md", std::ios::binary);
-    const std::string page((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    EXPECT_EQ(run("reference").out, page);
+    EXPECT_EQ(run("reference").out, textOf("features.md"));
 
     noApplet(1);   // one kind of camera is missing: no page rather than half of it
     const Outcome half = run("reference");
