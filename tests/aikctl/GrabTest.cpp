@@ -184,8 +184,7 @@ TEST_F(Grab, WritesToStandardOutputOrNowhere)
     EXPECT_EQ(run("grab 0 1 --output -").exitCode, 1);
 
     const Outcome discarded = grab("2 --count 30 --discard --buffers 7");
-    EXPECT_THAT(discarded.out,
-                testing::ContainsRegex("channel 2: [0-9.]+ pictures/s, 0.0 MB/s, skipped 0, lost 0"));
+    EXPECT_THAT(discarded.out, HasSubstr(" pictures/s, 0.0 MB/s, skipped 0, lost 0"));
     EXPECT_THAT(discarded.out, HasSubstr("33.333 ms"));
     EXPECT_FALSE(fs::exists(pictures()));
     EXPECT_THAT(journal("Brd_AllocMemHead").back(), HasSubstr("bufferCount=7"));
