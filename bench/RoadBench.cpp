@@ -11,12 +11,16 @@
 
 #include "bench/harness/Adapter.h"
 #include "bench/harness/Harness.h"
+#include "bench/peers/Peers.h"
 
 namespace orvo::bench {
 
 namespace {
 
 using Image = std::vector<uint8_t>;
+
+constexpr uint32_t kSmallSide = 8;
+constexpr uint32_t kManyChannels = 16;
 
 Image imageOf(uint32_t side)
 {
@@ -45,12 +49,20 @@ void oneThread(Report& report, const Adapter& adapter, uint32_t side)
         channels.fetch(0, image.data());
     };
     const std::string size = std::to_string(side) + "x" + std::to_string(side);
-    report.compare("one thread " + size, {contender("callback, GetImage", fetch),
-                                          contender("callback, wait, attributes, GetImage", all)});
+    std::vector<Contender> contenders{contender("callback, GetImage", fetch),
+                                      contender("callback, wait, attributes, GetImage", all)};
+    // They copy nothing, so only a small picture compares.
+    for (const Flow& flow : side == kSmallSide ? flowPeers(side) : std::vector<Flow>())
+        contenders.push_back({flow.name, [&report, flow](Samples& samples) {
+                                  const uint64_t pictures = report.scaled(2000);
+                                  const uint64_t begin = clockNanoseconds();
+                                  flow.pass(pictures);
+                                  samples.add(static_cast<double>(clockNanoseconds() - begin) /
+                                                  static_cast<double>(pictures),
+                                              pictures);
+                              }});
+    report.compare("one thread " + size, contenders);
 }
-
-constexpr uint32_t kManySide = 8;
-constexpr uint32_t kManyChannels = 16;
 
 /// The threads of one flow. They begin together: on some systems a thread takes longer to start than many pictures.
 class Together {
@@ -97,7 +109,7 @@ std::vector<std::vector<Picture>> flow(const RunningChannels& channels, uint32_t
         });
         threads.emplace_back([&, channel] {
             try {
-                Image image = imageOf(kManySide);
+                Image image = imageOf(kSmallSide);
                 together.begin();
                 for (uint64_t i = 0; i < pictures && !failed; ++i) {
                     channels.fetch(channel, image.data());
@@ -120,7 +132,7 @@ std::vector<std::vector<Picture>> flow(const RunningChannels& channels, uint32_t
 
 void manyThreads(Report& report, const Adapter& adapter)
 {
-    const RunningChannels channels(adapter, kManyChannels, kManySide, "OldestFirst");   // skips no picture
+    const RunningChannels channels(adapter, kManyChannels, kSmallSide, "OldestFirst");   // skips no picture
     const auto contenders = [&](std::initializer_list<uint32_t> counts, auto round) {
         std::vector<Contender> all;
         for (const uint32_t count : counts)
@@ -153,7 +165,7 @@ void manyThreads(Report& report, const Adapter& adapter)
 void bench(Report& report)
 {
     const Adapter adapter;
-    for (const uint32_t side : {8U, 640U})
+    for (const uint32_t side : {kSmallSide, 640U})
         oneThread(report, adapter, side);
     manyThreads(report, adapter);
 }

@@ -11,7 +11,7 @@ packages=(
     googletest libcli11-dev nlohmann-json3-dev libspdlog-dev libfmt-dev libstb-dev
     zlib1g-dev libz-mingw-w64-dev
     libboost-filesystem1.81-dev libboost-system1.81-dev
-    libyuv-dev libglib2.0-dev pkg-config valgrind                 # the benches' peers, and their guard
+    libyuv-dev libglib2.0-dev libaravis-dev pkg-config valgrind   # the benches' peers, and their guard
     dpkg-dev patch xz-utils                                       # to unpack source packages
     netpbm                                                        # to compare the demo's pictures
 )

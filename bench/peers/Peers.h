@@ -31,6 +31,14 @@ struct Split {
 
 std::vector<Split> splitPeers();
 
+/// Pictures that come to the calling thread from a source which does next to nothing.
+struct Flow {
+    std::string name;
+    std::function<void(uint64_t pictures)> pass;
+};
+
+std::vector<Flow> flowPeers(uint32_t side);
+
 /// A hand-off over any lock and any condition: a count under the lock, and the condition for when it is 0.
 template <typename Lock, typename Condition>
 HandOff handOffOver(const std::string& name)

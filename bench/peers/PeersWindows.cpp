@@ -38,4 +38,9 @@ std::vector<Split> splitPeers()
     return {};
 }
 
+std::vector<Flow> flowPeers(uint32_t /*side*/)
+{
+    return {};
+}
+
 }   // namespace orvo::bench
