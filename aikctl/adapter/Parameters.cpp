@@ -8,7 +8,7 @@ namespace orvo::aikctl {
 
 namespace {
 
-constexpr const char* kCommand = "CameraCommand";
+constexpr const char* kCommandFeature = "CameraCommand";
 
 constexpr ParameterAccess::ValueFeature kBoardValues[] = {
     {"BrdIntValue", kIntegerKind},
@@ -28,7 +28,7 @@ struct Search {
     std::string failure;
 };
 
-Search find(aik::Channel& channel, const ParameterAccess& access, const std::string& name)
+Search findParameter(aik::Channel& channel, const ParameterAccess& access, const std::string& name)
 {
     channel.write(access.keyFeature, name);
     Search search;
@@ -51,13 +51,13 @@ const ParameterAccess kCameraParameters = {"CameraFeatureKey", kCameraValues};
 std::optional<Parameter> readParameter(aik::Channel& channel, const ParameterAccess& access,
                                        const std::string& name)
 {
-    return find(channel, access, name).found;
+    return findParameter(channel, access, name).found;
 }
 
 Written writeParameter(aik::Channel& channel, const ParameterAccess& access, const std::string& name,
                        const std::string& value)
 {
-    const Search search = find(channel, access, name);
+    const Search search = findParameter(channel, access, name);
     if (!search.found)
         throw aik::Error(search.failure);
     const std::string feature = search.found->by->feature;
@@ -70,7 +70,7 @@ Written writeParameter(aik::Channel& channel, const ParameterAccess& access, con
 
 std::string keyFeatureOf(const std::string& feature)
 {
-    if (feature == kCommand)
+    if (feature == kCommandFeature)
         return kCameraParameters.keyFeature;
     for (const ParameterAccess* const access : {&kBoardParameters, &kCameraParameters})
         for (const auto& row : access->values)
