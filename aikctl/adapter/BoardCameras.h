@@ -28,7 +28,7 @@ bool concernsSelectedCamera(const std::string& feature);
 /// channels of a board share them, and nothing tells which port feeds which channel.
 /// Threads: one for all channels of the board. Only sendActionCommand() may run beside image functions of the
 ///          channel.
-/// Throws:  aik::Error, from everything that the adapter refuses.
+/// Throws:  aik::Error, from everything that the adapter refuses, and where noted runtime_error.
 class BoardCameras {
 public:
     /// The channel outlives this.

@@ -22,7 +22,7 @@ constexpr uint64_t kHighestPort = 255;
 constexpr const char* kSettingForm = "NAME=VALUE";
 constexpr const char* kRegionForm = "WxH+X+Y";
 
-// Every start of the channel sets them anew.
+// A grab sets up the channel with them, and would overwrite what was set by key.
 constexpr std::array<std::string_view, 4> kGeometryKeys = {"BRD_WIDTH", "BRD_HEIGHT", "BRD_XOFFSET",
                                                            "BRD_YOFFSET"};
 
@@ -67,6 +67,23 @@ std::optional<aik::Geometry> parseRegion(std::string_view text)
                                                                            : std::nullopt;
 }
 
+/// Tells the console if there is no camera, or if the search failed after the first.
+void connectCameras(BoardCameras& cameras, Console& console)
+{
+    const std::string place = placeOf(cameras.channel()) + ": ";
+    try {
+        if (!cameras.connect())
+            throw std::runtime_error("another channel has connected the cameras");
+        if (cameras.ports().empty())
+            console.note(place + "no camera was found");
+    } catch (const std::exception& failure) {
+        const std::string text = place + "search for cameras: " + failure.what();
+        if (cameras.ports().empty())
+            throw std::runtime_error(text);
+        console.fail(text);
+    }
+}
+
 }   // namespace
 
 CLI::Option* declarePort(CLI::App& command, std::optional<int32_t>& port, const std::string& help)
@@ -88,8 +105,7 @@ void declareCameraChoice(CLI::App& command, CameraChoice& choice)
         ->excludes(port);
 }
 
-bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, std::chrono::duration<double> patience,
-                   Console& console)
+bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, Console& console)
 {
     connectCameras(cameras, console);
     const auto require = [&](bool isGood, const std::string& complaint) {
@@ -99,7 +115,7 @@ bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, std::chron
     const auto& ports = cameras.ports();
     require(!ports.empty() || !(choice.port || choice.isProbed), "there is no camera to choose");
     if (choice.isProbed) {
-        const auto port = cameras.probe(patience);
+        const auto port = cameras.probe(choice.patience);
         require(port.has_value(),
                 "none of the cameras at " + cameras.describePorts() + " made pictures come");
         console.note(placeOf(cameras.channel()) + ": the camera at port " + std::to_string(*port) +

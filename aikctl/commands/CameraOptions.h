@@ -20,9 +20,10 @@ class Console;
 
 /// Which camera of the board a command controls.
 struct CameraChoice {
-    bool isConnected = false;           // connect the cameras; otherwise there is nothing to choose
-    std::optional<int32_t> port = {};   // none: the only one, or what the command itself selects
-    bool isProbed = false;              // find out which one feeds the channel
+    bool isConnected = false;                    // connect the cameras; otherwise there is nothing to choose
+    std::optional<int32_t> port = {};            // none: the only one, or what the command itself selects
+    bool isProbed = false;                       // find out which one feeds the channel
+    std::chrono::duration<double> patience{5};   // with the probed ones: how long to wait for a picture
 };
 
 /// Adds --port.
@@ -33,8 +34,7 @@ void declareCameraChoice(CLI::App& command, CameraChoice& choice);
 /// Connects the cameras and selects the chosen one. Failures that leave cameras to use go to the console. Throws
 /// runtime_error if no camera could be connected, or the chosen one isn't there. Returns whether a camera is
 /// chosen: with several on the board and no choice, the first one is selected and may be the wrong one.
-bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, std::chrono::duration<double> patience,
-                   Console& console);
+bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, Console& console);
 
 /// Adds what a grab does with the cameras, and what it sets in cameras and boards.
 void declareCameraOptions(CLI::App& command, CameraOptions& options);

@@ -1,7 +1,6 @@
 #include "aikctl/commands/Command.h"
 
 #include <charconv>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -22,22 +21,6 @@ std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint
             return "";
         return text + " is no whole number from " + std::to_string(lowest) + " to " + std::to_string(highest);
     };
-}
-
-void connectCameras(BoardCameras& cameras, Console& console)
-{
-    const std::string place = placeOf(cameras.channel()) + ": ";
-    try {
-        if (!cameras.connect())
-            throw std::runtime_error("another channel has connected the cameras");
-        if (cameras.ports().empty())
-            console.note(place + "no camera was found");
-    } catch (const std::exception& failure) {
-        const std::string text = place + "search for cameras: " + failure.what();
-        if (cameras.ports().empty())
-            throw std::runtime_error(text);
-        console.fail(text);
-    }
 }
 
 void closeCameras(BoardCameras& cameras, Console& console)

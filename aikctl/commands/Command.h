@@ -47,9 +47,6 @@ std::unique_ptr<Command> makeReferenceCommand();
 /// A check of an option: a whole number in this range, ends included. Returns the complaint, empty for none.
 std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint64_t highest);
 
-/// Connects the cameras, and tells the console if there is none or if the detection failed after the first.
-/// Throws runtime_error if no camera could be connected.
-void connectCameras(BoardCameras& cameras, Console& console);
 /// Closes the cameras. A failure goes to the console.
 void closeCameras(BoardCameras& cameras, Console& console);
 /// Closes the channels in their order. A failure goes to the console, and the rest are closed all the same.

@@ -6,6 +6,7 @@
 #include "aikctl/adapter/BoardCameras.h"
 #include "aikctl/adapter/ChannelChoice.h"
 #include "aikctl/adapter/FeatureList.h"
+#include "aikctl/commands/CameraOptions.h"
 #include "aikctl/commands/ChannelOptions.h"
 #include "aikctl/commands/Command.h"
 #include "aikctl/console/Console.h"
@@ -72,7 +73,7 @@ public:
     void declare(CLI::App& self) override
     {
         declareChannel(self, m_channel);
-        self.add_flag("--camera", m_isWithCamera, "Connect the cameras of the board first");
+        declareCameraChoice(self, m_camera);
         self.add_flag("--wide", m_isWide, "Show whole lines on a terminal that is too narrow for them");
     }
 
@@ -80,8 +81,9 @@ public:
     {
         aik::Channel channel = openChannel(adapter, m_channel);
         BoardCameras cameras(channel);
-        if (m_isWithCamera)
-            connectCameras(cameras, console);
+        if (m_camera.isConnected && !connectCamera(cameras, m_camera, console))
+            console.note(placeOf(channel) + ": this is the first one of the cameras at " +
+                         cameras.describePorts() + ", which may feed another channel; --port chooses");
         const auto features = describeFeatures(channel);
         if (common.json)
             console.print(toJson(channel, features));
@@ -93,7 +95,7 @@ public:
 
 private:
     ChannelChoice m_channel;
-    bool m_isWithCamera = false;
+    CameraChoice m_camera;
     bool m_isWide = false;
 };
 

@@ -111,7 +111,7 @@ void ParamsCommand::run(const aik::Adapter& adapter, const CommonOptions& common
 
 void ParamsCommand::readCameras(BoardCameras& cameras, std::vector<Device>& devices, Console& console) const
 {
-    connectCamera(cameras, m_camera, {}, console);
+    connectCamera(cameras, m_camera, console);
     for (const CameraPort& port : cameras.ports()) {
         if (m_camera.port && port.number != *m_camera.port)
             continue;

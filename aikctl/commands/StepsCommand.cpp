@@ -118,6 +118,8 @@ void StepsCommand::insertKey()
 
 void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common, Console& console)
 {
+    const std::chrono::duration<double> timeout(m_timeoutSeconds);
+    m_camera.patience = timeout;
     aik::Channel channel = openChannel(adapter, m_channel);
     BoardCameras cameras(channel);
     StepRunner runner(channel, console,
@@ -125,7 +127,7 @@ void StepsCommand::run(const aik::Adapter& adapter, const CommonOptions& common,
                        .isBare = m_isSingle,
                        .isAsIs = m_isAsIs,
                        .hasCamera = m_camera.isConnected,
-                       .timeout = std::chrono::duration<double>(m_timeoutSeconds)});
+                       .timeout = timeout});
     try {
         carryOut(cameras, runner, console);
     } catch (const std::exception& failure) {
@@ -145,7 +147,7 @@ void StepsCommand::carryOut(BoardCameras& cameras, StepRunner& runner, Console& 
 {
     bool isChosen = true;
     if (m_camera.isConnected)
-        isChosen = connectCamera(cameras, m_camera, std::chrono::duration<double>(m_timeoutSeconds), console);
+        isChosen = connectCamera(cameras, m_camera, console);
     size_t number = 0;
     for (const Step& step : m_steps) {
         isChosen = isChosen || (step.kind == Step::Kind::Set && step.feature == "PortIndex");

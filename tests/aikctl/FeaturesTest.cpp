@@ -26,8 +26,9 @@ TEST_F(Features, AreShownAsTheyAreAndNotChanged)
     EXPECT_EQ(named(list, "BrdIntValue")["value"], nullptr);
     EXPECT_NE(named(list, "BrdIntValue")["failure"], "");
 
-    const json connected = run("features 0 --camera --json").json();
-    EXPECT_EQ(named(connected, "CameraName")["value"], "Camera 0-0");
+    EXPECT_THAT(run("features 1 --camera").err, HasSubstr("first one of the cameras at ports 0 and 1"));
+    const json connected = run("features 1 --camera --port 1 --json").json();
+    EXPECT_EQ(named(connected, "CameraName")["value"], "Camera 0-1");
     EXPECT_EQ(named(connected, "CameraCommand")["available"], true);
     EXPECT_EQ(named(connected, "EthActionCommand_Send")["available"], true);
 
