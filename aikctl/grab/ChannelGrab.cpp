@@ -16,6 +16,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr const char* kNoPicture = "No picture came in time";
+// A channel that waits for room for a shorter share of its time was held up by nothing behind it.
+constexpr double kNoBottleneck = 0.02;
+
+// The adapter's words.
 constexpr std::string_view kNotRunning = "Acquisition is not running";
 constexpr std::string_view kOverflow = " images lost due buffer overflow";
 
@@ -41,9 +46,6 @@ uint64_t lostByOverflow(std::string_view failure)
 {
     return failure.ends_with(kOverflow) ? leadingNumber(failure) : 0;
 }
-
-// A shorter share of the time that is spent waiting for room costs no pictures worth naming.
-constexpr double kNoBottleneck = 0.02;
 
 double secondsOf(std::chrono::steady_clock::duration duration)
 {
@@ -157,11 +159,13 @@ void ChannelGrab::fetchAll(const std::function<void()>& onNews)
                 onNews();
                 deadline = Clock::now() + timeout;
             } else if (Clock::now() >= deadline) {
-                throw std::runtime_error("No picture came in time");
+                throw std::runtime_error(kNoPicture);
             }
             if (m_options.isWatched && Clock::now() >= m_secondBegin + 1s)
                 endSecond();
         }
+        if (m_fetched == 0 && !m_isAskedToEnd)
+            throw std::runtime_error(kNoPicture);
     } catch (const std::exception& failure) {
         fail("fetch", failure.what());
     }

@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 
 constexpr uint64_t kQueueBytes = 256U << 20U;   // of pictures that wait to be saved
 constexpr double kMegabyte = 1e6;
-constexpr auto kLookInterval = 100ms;   // how often progress and Ctrl-C are looked at
+constexpr auto kProgressInterval = 100ms;   // how often progress and Ctrl-C are looked at
 
 std::string progressText(uint64_t fetched, uint64_t wanted)
 {
@@ -30,6 +30,22 @@ std::string progressText(uint64_t fetched, uint64_t wanted)
     return "[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] " +
            std::to_string(fetched) + " of " + std::to_string(wanted) + " pictures";
 }
+
+/// The fetching threads use what belongs to a scope, and end with it, however it ends.
+struct JoinAtEnd {
+    GrabSession::Grabs& grabs;
+
+    explicit JoinAtEnd(GrabSession::Grabs& fetching) : grabs(fetching) {}
+    JoinAtEnd(const JoinAtEnd&) = delete;
+    JoinAtEnd& operator=(const JoinAtEnd&) = delete;
+    ~JoinAtEnd()
+    {
+        for (ChannelGrab& grab : grabs)
+            grab.askToEnd();
+        for (ChannelGrab& grab : grabs)
+            grab.join();
+    }
+};
 
 std::string secondText(int32_t channel, const GrabSecond& second)
 {
@@ -106,6 +122,7 @@ void GrabSession::awaitPictures(PictureQueue* queue)
         });
 
     uint64_t shots = 0;   // action commands that were due
+    const JoinAtEnd joining(m_grabs);
     const auto allAre = [&](auto&& state) { return std::all_of(m_grabs.begin(), m_grabs.end(), state); };
     const auto areDone = [&] { return allAre([](const ChannelGrab& grab) { return grab.isDone(); }); };
     const auto isShotDue = [&] {
@@ -120,15 +137,13 @@ void GrabSession::awaitPictures(PictureQueue* queue)
             m_sent += m_cameras.shoot() ? 1 : 0;
             lock.lock();
         }
-        news.wait_for(lock, kLookInterval, [&] { return areDone() || isShotDue(); });
+        news.wait_for(lock, kProgressInterval, [&] { return areDone() || isShotDue(); });
         if (m_console.interrupted())
             std::for_each(m_grabs.begin(), m_grabs.end(), [](ChannelGrab& grab) { grab.askToEnd(); });
         showProgress();
         showSeconds();
     }
     lock.unlock();
-    for (ChannelGrab& grab : m_grabs)
-        grab.join();
     m_console.progress("");
     showSeconds();
 }
