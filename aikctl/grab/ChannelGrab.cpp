@@ -292,9 +292,16 @@ void ChannelGrab::conclude()
     drain();
     m_result.account = GrabAccount::of(record);
     m_result.intervals = GrabIntervals::of(record);
-    const double waitedShare = secondsOf(m_waited) / std::max(secondsOf(m_lastTime - m_firstTime), 1e-9);
-    if (m_fetched > 0 && waitedShare > kNoBottleneck)
-        m_result.bottleneck = m_saved.encoding > m_saved.writing ? Bottleneck::Encoder : Bottleneck::Disk;
+    m_result.bottleneck = bottleneck();
+}
+
+Bottleneck ChannelGrab::bottleneck() const
+{
+    const double fetching = secondsOf(m_lastTime - m_firstTime);
+    if (fetching > 0 && secondsOf(m_waited) / fetching > kNoBottleneck)
+        return m_saved.encoding > m_saved.writing ? Bottleneck::Encoder : Bottleneck::Disk;
+    const bool isRingFull = m_result.account.skipped > 0 || m_result.record.lostByOverflow > 0;
+    return isRingFull ? Bottleneck::Ring : Bottleneck::Board;
 }
 
 /// A stopped channel still gives what its ring holds.

@@ -28,7 +28,8 @@ struct GrabOptions {
 
 /// What kept a channel from delivering more pictures.
 enum class Bottleneck {
-    Board,     // or its camera, or the adapter: there was always room for the next picture
+    Board,   // or its camera, or the adapter: everything that came was fetched
+    Ring,    // pictures were skipped or lost, though there was room behind: the fetching thread came too late
     Encoder,   // room was missing, and most of the time of the saving threads went into encoding
     Disk,      // likewise, into writing
 };
@@ -110,6 +111,7 @@ private:
     void describe(const aik::Picture& picture);
     void handOverWaiting();
     void endSecond();
+    Bottleneck bottleneck() const;
     void drain();
     uint64_t readCounter();
     void fail(const char* step, const std::string& text);

@@ -48,6 +48,8 @@ std::string lostText(const GrabResult& result)
 const char* nameOf(Bottleneck bottleneck)
 {
     switch (bottleneck) {
+    case Bottleneck::Ring:
+        return "ring";
     case Bottleneck::Encoder:
         return "encoder";
     case Bottleneck::Disk:
