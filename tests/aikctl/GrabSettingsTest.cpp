@@ -37,8 +37,8 @@ TEST_F(GrabSettings, EndTheGrabWhenOneIsRefused)
 
     const Outcome kept = grab("0 --count 1 --keep-going --set Gain=99 --set Grain=1");
     EXPECT_EQ(kept.exitCode, 1);
-    for (const char* const refused : {"port 0: Gain=99", "port 0: Grain=1", "port 1: Gain"})
-        EXPECT_THAT(kept.err, HasSubstr(refused));
+    for (const char* const setting : {"port 0: Gain=99", "port 0: Grain=1", "port 1: Gain"})
+        EXPECT_THAT(kept.err, HasSubstr(setting));
     EXPECT_TRUE(hasPictures());
 }
 
