@@ -56,25 +56,24 @@ std::optional<std::string> normalized(aik::FeatureType type, const std::string& 
     }
 }
 
+/// The adapter itself takes what begins with a number.
 void requireNumber(aik::FeatureType type, const std::string& text)
 {
     if (!normalized(type, text))
         throw std::runtime_error("\"" + text + "\" is no " +
-                                 (type == aik::FeatureType::Float ? "decimal number" : "whole number") +
-                                 ", and the adapter would take what it begins with");
+                                 (type == aik::FeatureType::Float ? "decimal number" : "whole number"));
 }
 
 Written readBack(const aik::Channel& channel, const aik::Feature& feature, const std::string& expected)
 {
     if (!feature.isReadable)
         return {};
-    Written written{channel.read(feature.name), ""};
-    const std::string& value = *written.value;
+    const auto value = channel.read(feature.name);
     if (!isSameValue(feature.type, expected, value))
         throw std::runtime_error("it reads back as " + value);
-    if (feature.type == aik::FeatureType::Float && wholeText<double>(expected) != wholeText<double>(value))
-        written.note = "it reads back as " + value + ", rounded to six digits";
-    return written;
+    const bool isRounded =
+        feature.type == aik::FeatureType::Float && wholeText<double>(expected) != wholeText<double>(value);
+    return {value, isRounded ? "it reads back as " + value + ", rounded to six digits" : ""};
 }
 
 }   // namespace
@@ -108,9 +107,7 @@ Written writeSwitch(aik::Channel& channel, const std::string& feature, bool isOn
 Written writeAsIs(aik::Channel& channel, const std::string& feature, const std::string& text)
 {
     channel.write(feature, text);
-    if (!channel.feature(feature).isReadable)
-        return {};
-    return {channel.read(feature), ""};
+    return channel.feature(feature).isReadable ? Written{channel.read(feature), ""} : Written{};
 }
 
 bool isSameValue(aik::FeatureType type, const std::string& left, const std::string& right)

@@ -14,7 +14,7 @@ struct Written {
 };
 
 /// Writes a text and reads it back. The adapter takes what begins with a number for that number, and a device
-/// may take another value than it was given. Here both are failures.
+/// may take another value than it is given. Here both are failures.
 /// Numbers are compared as such, floats to the six digits that the adapter shows; a note tells of a rounded one.
 /// Throws runtime_error for a text that is no such number, and for a value that reads back differently;
 ///         aik::Error for what the adapter refuses.

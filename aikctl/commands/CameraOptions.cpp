@@ -108,23 +108,21 @@ void declareCameraChoice(CLI::App& command, CameraChoice& choice)
 bool connectCamera(BoardCameras& cameras, const CameraChoice& choice, Console& console)
 {
     connectCameras(cameras, console);
-    const auto require = [&](bool isGood, const std::string& complaint) {
-        if (!isGood)
-            throw std::runtime_error(placeOf(cameras.channel()) + ": " + complaint);
-    };
+    const std::string place = placeOf(cameras.channel()) + ": ";
     const auto& ports = cameras.ports();
-    require(!ports.empty() || !(choice.port || choice.isProbed), "there is no camera to choose");
+    if (ports.empty() && (choice.port || choice.isProbed))
+        throw std::runtime_error(place + "there is no camera to choose");
     if (choice.isProbed) {
         const auto port = cameras.probe(choice.patience);
-        require(port.has_value(),
-                "none of the cameras at " + cameras.describePorts() + " made pictures come");
-        console.note(placeOf(cameras.channel()) + ": the camera at port " + std::to_string(*port) +
-                     " feeds it");
+        if (!port)
+            throw std::runtime_error(place + "none of the cameras at " + cameras.describePorts() +
+                                     " made pictures come");
+        console.note(place + "the camera at port " + std::to_string(*port) + " feeds it");
         cameras.select(*port);
     } else if (choice.port) {
-        require(std::ranges::find(ports, *choice.port, &CameraPort::number) != ports.end(),
-                "there is no camera at port " + std::to_string(*choice.port) + ", but at " +
-                    cameras.describePorts());
+        if (std::ranges::find(ports, *choice.port, &CameraPort::number) == ports.end())
+            throw std::runtime_error(place + "there is no camera at port " + std::to_string(*choice.port) +
+                                     ", but at " + cameras.describePorts());
         cameras.select(*choice.port);
     }
     return choice.port || choice.isProbed || ports.size() <= 1;

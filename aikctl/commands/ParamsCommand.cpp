@@ -41,6 +41,19 @@ nlohmann::ordered_json toJson(const Device& device)
     return parameters;
 }
 
+std::vector<NamedParameter> readAll(aik::Channel& channel, const ParameterAccess& access,
+                                    const std::vector<std::string>& names, const Console& console)
+{
+    std::vector<NamedParameter> all;
+    for (const std::string& name : names) {
+        if (console.interrupted())
+            break;
+        if (auto parameter = readParameter(channel, access, name))
+            all.push_back({name, std::move(*parameter)});
+    }
+    return all;
+}
+
 /// `params`: the parameters of the channel's board and of its cameras, as far as their names are known.
 class ParamsCommand : public Command {
 public:
@@ -62,19 +75,6 @@ void ParamsCommand::declare(CLI::App& self)
         declarePort(self, m_camera.port, "Only the camera at this port, not all of the board");
     self.add_flag("--no-camera", m_isWithoutCamera, "Leave the cameras alone; only the board's parameters")
         ->excludes(port);
-}
-
-std::vector<NamedParameter> readAll(aik::Channel& channel, const ParameterAccess& access,
-                                    const std::vector<std::string>& names, const Console& console)
-{
-    std::vector<NamedParameter> all;
-    for (const std::string& name : names) {
-        if (console.interrupted())
-            break;
-        if (auto parameter = readParameter(channel, access, name))
-            all.push_back({name, std::move(*parameter)});
-    }
-    return all;
 }
 
 void ParamsCommand::run(const aik::Adapter& adapter, const CommonOptions& common, Console& console)
