@@ -1,5 +1,7 @@
 #include "acquisition/PlaneSplit.h"
 
+#include <algorithm>
+
 #include <cpuid.h>
 #include <immintrin.h>
 
@@ -64,11 +66,16 @@ template <int First, int Register>
     return _mm_shuffle_epi8(bytes, *reinterpret_cast<const __m128i*>(kMask.at));
 }
 
+/// The part of one plane that `pixels` give, a multiple of a block.
 template <int First>
-[[gnu::target("ssse3")]] __m128i plane(const Registers& bytes)
+[[gnu::target("ssse3")]] void splitRun(unsigned char* plane, const unsigned char* packed, size_t pixels)
 {
-    return _mm_or_si128(_mm_or_si128(gathered<First, 0>(bytes.first), gathered<First, 1>(bytes.second)),
-                        gathered<First, 2>(bytes.third));
+    for (size_t i = 0; i < pixels; i += kBlock) {
+        const Registers bytes = load(packed + 3 * i);
+        store(plane + i,
+              _mm_or_si128(_mm_or_si128(gathered<First, 0>(bytes.first), gathered<First, 1>(bytes.second)),
+                           gathered<First, 2>(bytes.third)));
+    }
 }
 
 }   // namespace
@@ -87,14 +94,17 @@ void splitBySse2(unsigned char* planes, const unsigned char* packed, size_t pixe
 
 [[gnu::target("ssse3")]] void splitBySsse3(unsigned char* planes, const unsigned char* packed, size_t pixels)
 {
-    size_t i = 0;
-    for (; i + kBlock <= pixels; i += kBlock) {
-        const Registers bytes = load(packed + 3 * i);
-        store(planes + i, plane<2>(bytes));
-        store(planes + pixels + i, plane<1>(bytes));
-        store(planes + 2 * pixels + i, plane<0>(bytes));
+    // One plane at a time: memory takes a run of one plane faster than turns of three. The packed bytes of a run
+    // stay in the first cache meanwhile.
+    constexpr size_t kRun = 1024;
+    const size_t end = pixels - pixels % kBlock;
+    for (size_t begin = 0; begin < end; begin += kRun) {
+        const size_t run = std::min(kRun, end - begin);
+        splitRun<2>(planes + begin, packed + 3 * begin, run);
+        splitRun<1>(planes + pixels + begin, packed + 3 * begin, run);
+        splitRun<0>(planes + 2 * pixels + begin, packed + 3 * begin, run);
     }
-    splitRest(planes, packed, pixels, i);
+    splitRest(planes, packed, pixels, end);
 }
 
 bool hasSsse3()
