@@ -13,6 +13,9 @@ constexpr double kGap = 1.5;
 constexpr double kSteadyShare = 0.75;
 constexpr double kSteadyDeviation = 0.25;
 
+// If more than a fifth of the pictures were lost and most of the rest skipped, nothing can be told.
+constexpr double kMostMultiple = 1.25;
+
 constexpr size_t kFewestIntervals = 2;   // one alone has nothing to be compared with
 
 bool isSkipping(const GrabRecord& record)
@@ -45,14 +48,6 @@ uint64_t arrivalsOf(const GrabRecord& record)
     return last > first ? last - first : 0;
 }
 
-/// The time from one picture of the camera to the next, in ticks. The median alone would be a multiple of it
-/// where most intervals skip pictures; the count of arrivals tells which.
-double picturePeriod(double median, std::span<const uint64_t> timestamps, uint64_t arrivals)
-{
-    const auto whole = static_cast<double>(timestamps.back() - timestamps.front());
-    return median / std::max(1.0, std::round(median * static_cast<double>(arrivals) / whole));
-}
-
 bool isSteady(const std::vector<double>& intervals, double period)
 {
     const auto fitting = std::count_if(intervals.begin(), intervals.end(), [&](double interval) {
@@ -60,6 +55,19 @@ bool isSteady(const std::vector<double>& intervals, double period)
         return std::abs(times - std::round(times)) <= kSteadyDeviation;
     });
     return static_cast<double>(fitting) >= kSteadyShare * static_cast<double>(intervals.size());
+}
+
+/// The time from one picture of the camera to the next, in ticks; none if there is no steady rate. The median is a
+/// multiple of it where most intervals skip pictures. Which one, the count of arrivals tells, or nearly so: the
+/// more pictures were lost, the fewer arrived.
+std::optional<double> picturePeriod(const std::vector<double>& intervals, double median, double whole,
+                                    uint64_t arrivals)
+{
+    const double least = std::max(1.0, std::round(median * static_cast<double>(arrivals) / whole));
+    for (double multiple = least; multiple <= kMostMultiple * least; ++multiple)
+        if (isSteady(intervals, median / multiple))
+            return median / multiple;
+    return std::nullopt;
 }
 
 }   // namespace
@@ -110,16 +118,17 @@ GrabIntervals GrabIntervals::of(std::span<const uint64_t> stamps, uint64_t arriv
     result.p99Seconds = seconds(sorted[sorted.size() * 99 / 100]);
     result.longestSeconds = seconds(sorted.back());
 
-    const double period = picturePeriod(sorted[sorted.size() / 2], stamps, arrivals);
-    if (!isSteady(intervals, period))
+    const auto whole = static_cast<double>(stamps.back() - stamps.front());
+    const auto period = picturePeriod(intervals, sorted[sorted.size() / 2], whole, arrivals);
+    if (!period)
         return result;
     uint64_t missing = 0;
     for (const double interval : intervals) {
-        if (interval < kGap * period)
+        if (interval < kGap * *period)
             continue;
         ++result.gaps;
         result.gapSeconds += seconds(interval);
-        missing += static_cast<uint64_t>(std::llround(interval / period)) - 1;
+        missing += static_cast<uint64_t>(std::llround(interval / *period)) - 1;
     }
     const uint64_t unseen = arrivals > intervals.size() ? arrivals - intervals.size() : 0;
     result.lost = missing > unseen ? missing - unseen : 0;
