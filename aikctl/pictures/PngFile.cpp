@@ -1,5 +1,6 @@
 #include "aikctl/pictures/PngFile.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -19,14 +20,15 @@ struct Compression {
 };
 
 // Rows of photographs hardly repeat themselves, even after a filter: codes for single bytes are as small as what
-// zlib finds in ten times as long. Its higher levels are for graphics. It stores fastest what no filter touched.
+// zlib finds in ten times as long. Its higher levels are for graphics; those below 4 also take repetitions by chance,
+// which makes a photograph larger. It stores fastest what no filter touched.
 Compression compressionOf(int wanted)
 {
     if (wanted == 0)
         return {0, Z_DEFAULT_STRATEGY, SPNG_FILTER_CHOICE_NONE};
     if (wanted == 1)
         return {1, Z_HUFFMAN_ONLY, SPNG_FILTER_CHOICE_PAETH};
-    return {wanted, Z_FILTERED, SPNG_FILTER_CHOICE_ALL};
+    return {std::max(wanted, 4), Z_FILTERED, SPNG_FILTER_CHOICE_ALL};
 }
 
 void require(int error)
