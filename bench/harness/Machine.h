@@ -23,6 +23,9 @@ public:
     uint64_t soFar() const;
 };
 
+/// Called for every block that is taken: by the heap's functions that stand in for the system's.
+void countAllocation();
+
 /// Has a loaded library counted too. On Linux every library is.
 void countAllocationsOf(void* library);
 

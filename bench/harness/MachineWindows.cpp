@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include <atomic>
 #include <cstdlib>
 
 #include "bench/harness/Machine.h"
@@ -9,36 +8,27 @@ namespace orvo::bench {
 
 namespace {
 
-std::atomic<bool> g_isCounting{false};
-std::atomic<uint64_t> g_count{0};
-
-void count()
-{
-    if (g_isCounting.load(std::memory_order_relaxed))
-        g_count.fetch_add(1, std::memory_order_relaxed);
-}
-
 void* countedMalloc(size_t size)
 {
-    count();
+    countAllocation();
     return std::malloc(size);
 }
 
 void* countedCalloc(size_t number, size_t size)
 {
-    count();
+    countAllocation();
     return std::calloc(number, size);
 }
 
 void* countedRealloc(void* block, size_t size)
 {
-    count();
+    countAllocation();
     return std::realloc(block, size);
 }
 
 void* WINAPI countedHeapAlloc(HANDLE heap, DWORD flags, SIZE_T size)
 {
-    count();
+    countAllocation();
     return HeapAlloc(heap, flags, size);
 }
 
@@ -89,22 +79,6 @@ double cpuNanoseconds()
         return static_cast<double>((uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime);
     };
     return (hundreds(kernel) + hundreds(user)) * 100;
-}
-
-AllocationCount::AllocationCount()
-{
-    g_count = 0;
-    g_isCounting = true;
-}
-
-AllocationCount::~AllocationCount()
-{
-    g_isCounting = false;
-}
-
-uint64_t AllocationCount::soFar() const
-{
-    return g_count;
 }
 
 void countAllocationsOf(void* library)
