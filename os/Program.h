@@ -36,7 +36,7 @@ public:
     ~Utf8Terminal();
 
 private:
-    const uint32_t m_before;   // the code page that the terminal had
+    [[maybe_unused]] const uint32_t m_before;   // the code page that the terminal had
 };
 
 /// From now on standard output passes bytes on as they are, line ends too.
