@@ -26,22 +26,23 @@ std::string rateText(double picturesPerSecond)
     return text.str();
 }
 
-// "24 in 3 gaps, 0.8 s", "12 on the board", or both.
+// "24 in 3 gaps of 0.8 s", "12 on the board", both, or that there are none or nothing is known.
 std::string lostText(const GrabResult& result)
 {
     const GrabIntervals& intervals = result.intervals;
+    const uint64_t inGaps = intervals.lost.value_or(0);
+    const uint64_t onBoard = result.record.lostByOverflow;
+    if (inGaps + onBoard == 0)
+        return intervals.lost ? "0" : "?";
     std::ostringstream text;
-    if (!intervals.lost && result.record.lostByOverflow == 0)
-        return "?";
-    text << intervals.lost.value_or(0) + result.record.lostByOverflow;
-    if (intervals.lost.value_or(0) > 0) {
-        text << " in " << intervals.gaps << (intervals.gaps == 1 ? " gap" : " gaps");
-        if (intervals.gapSeconds > 0)
-            text << " of " << std::setprecision(3) << intervals.gapSeconds << " s";
-    }
-    if (result.record.lostByOverflow > 0)
-        text << (intervals.lost.value_or(0) > 0 ? ", " : " (") << result.record.lostByOverflow
-             << " on the board" << (intervals.lost.value_or(0) > 0 ? "" : ")");
+    text << std::setprecision(3);
+    if (inGaps > 0)
+        text << inGaps << " in " << intervals.gaps << (intervals.gaps == 1 ? " gap of " : " gaps of ")
+             << intervals.gapSeconds << " s";
+    if (inGaps > 0 && onBoard > 0)
+        text << " + ";
+    if (onBoard > 0)
+        text << onBoard << " on the board";
     return text.str();
 }
 
