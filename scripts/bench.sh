@@ -70,9 +70,10 @@ for preset in linux windows; do
     ((status == 0)) || { tail -n 40 "$repository/build/log/$preset-bench.log" && exit 1; }
 done
 enterWine
+load="load of the machine before the first: $(cut -d' ' -f1-3 /proc/loadavg), $(nproc) cores"
 for ((number = 1; number <= repeat; ++number)); do
     mkdir "$results/run-$number" && cd "$results/run-$number"   # a relative path is one of both systems
-    echo "run $number of $repeat; load of the machine: $(cut -d' ' -f1-3 /proc/loadavg), $(nproc) cores"
+    echo "run $number of $repeat"
     for name in "${benches[@]}"; do
         runBench "$name" linux "$repository/build/linux/bench/bin/bench_$name"
         runBench "$name" windows "$repository/scripts/wine.sh" "$repository/build/windows/bench/bin/bench_$name.exe"
@@ -80,7 +81,10 @@ for ((number = 1; number <= repeat; ++number)); do
 done
 cd "$repository"
 echo
-awk -f bench/goals.awk bench/goals.txt "$results"/run-*/table.txt | tee "$results/goals.txt"
+{
+    echo "Runs: $repeat; $load"
+    awk -f bench/goals.awk bench/goals.txt "$results"/run-*/table.txt
+} | tee "$results/goals.txt"
 if ((writeDocs)); then
     replaceBlock goals "$results/goals.txt"
     replaceBlock table "$results/run-$repeat/table.txt"
