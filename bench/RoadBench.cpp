@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstring>
 #include <exception>
 #include <limits>
@@ -12,6 +13,7 @@
 #include "bench/harness/Adapter.h"
 #include "bench/harness/Harness.h"
 #include "bench/peers/Peers.h"
+#include "os/TimedLock.h"
 
 namespace orvo::bench {
 
@@ -80,6 +82,35 @@ private:
     std::atomic<uint32_t> m_missing;
 };
 
+/// Where a delivering thread sleeps while no block is free. It hears of every fifth picture that is fetched: the
+/// ring has five blocks, so one of those that it waits for is among them.
+class FreeBlocks {
+public:
+    template <typename Deliver>
+    void deliver(Deliver&& deliver) ORVO_NO_THREAD_SAFETY_ANALYSIS
+    {
+        while (!deliver()) {
+            m_lock.lock();
+            const bool isDelivered = deliver();
+            if (!isDelivered)
+                m_lock.waitUntil(std::chrono::steady_clock::now() + std::chrono::seconds(1));
+            m_lock.unlock();
+            if (isDelivered)
+                return;
+        }
+    }
+    void fetched(uint64_t count)
+    {
+        if (count % 5 != 0)
+            return;
+        m_lock.lock();
+        m_lock.unlockAndWakeOne();
+    }
+
+private:
+    os::TimedLock m_lock;
+};
+
 struct Picture {
     uint64_t delivered = 0;
     uint64_t fetched = 0;
@@ -93,6 +124,7 @@ std::vector<std::vector<Picture>> flow(const RunningChannels& channels, uint32_t
 {
     std::atomic<bool> failed{false};
     std::array<std::atomic<uint64_t>, kManyChannels> fetched{};
+    std::array<FreeBlocks, kManyChannels> freeBlocks;
     std::vector<std::vector<Picture>> times(count);
     std::vector<std::thread> threads;
     Together together(2 * count);
@@ -100,11 +132,11 @@ std::vector<std::vector<Picture>> flow(const RunningChannels& channels, uint32_t
         times[channel].reserve(pictures);
         threads.emplace_back([&, channel] {
             together.begin();
-            for (uint64_t i = 0; i < pictures && !failed;) {
-                if ((!oneAtATime || fetched[channel] == i) && channels.deliver(channel, clockNanoseconds()))
-                    ++i;
-                else
+            for (uint64_t i = 0; i < pictures && !failed; ++i) {
+                while (oneAtATime && fetched[channel] < i && !failed)
                     std::this_thread::yield();
+                freeBlocks[channel].deliver(
+                    [&] { return failed || channels.deliver(channel, clockNanoseconds()); });
             }
         });
         threads.emplace_back([&, channel] {
@@ -116,7 +148,7 @@ std::vector<std::vector<Picture>> flow(const RunningChannels& channels, uint32_t
                     Picture& picture = times[channel].emplace_back();
                     std::memcpy(&picture.delivered, image.data(), sizeof picture.delivered);
                     picture.fetched = clockNanoseconds();
-                    ++fetched[channel];
+                    freeBlocks[channel].fetched(++fetched[channel]);
                 }
             } catch (const std::exception&) {
                 failed = true;
