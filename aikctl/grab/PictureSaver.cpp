@@ -42,14 +42,14 @@ void PictureSaver::work()
 
 void PictureSaver::save(const QueuedPicture& picture, PictureFile& file)
 {
-    using Clock = std::chrono::steady_clock;
+    using std::chrono::steady_clock;
     SavedPictures& saved = *picture.saved;
     try {
-        const auto begin = Clock::now();
+        const auto begin = steady_clock::now();
         encode(picture.picture, m_encoding, file);
-        const auto encoded = Clock::now();
+        const auto encoded = steady_clock::now();
         std::string name = m_target(picture, file);
-        const auto written = Clock::now();
+        const auto written = steady_clock::now();
 
         const std::lock_guard lock(m_mutex);
         ++saved.count;

@@ -127,8 +127,8 @@ TEST_F(Account, LetsTheStrategyDecideWhatIsLostWhileTheDiskIsSlow)
     grab.start();
     grab.fetch(&saver.queue(), [] {});
     deliver(grab, 1, true);
-    using Clock = std::chrono::steady_clock;
-    for (const auto end = Clock::now() + std::chrono::milliseconds(100); Clock::now() < end;)
+    using std::chrono::steady_clock;
+    for (const auto end = steady_clock::now() + std::chrono::milliseconds(100); steady_clock::now() < end;)
         OrvoSim_deliver(0, 0, 1);   // all but the last one are skipped
     mayWrite.set_value();
     while (grab.fetched() < 2 && !grab.isDone())

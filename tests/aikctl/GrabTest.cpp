@@ -174,6 +174,13 @@ TEST_F(Grab, AdmitsThatActionCommandsDidNotWork)
     EXPECT_EQ(missed.exitCode, 1);
     EXPECT_EQ(missed.json()["action"], (json{{"sent", 2}, {"matched", 1}}));
     EXPECT_THAT(missed.err, HasSubstr("1 of 2 action commands made no picture, or"));
+
+    json board = test::Machine::grabber(0);
+    board["cameras"] = {{{"port", 0}}};   // channel 1 has none, and takes pictures at its own rate
+    m_machine.boards({board});
+    const Outcome apart = grab("0 1 --action --count 3 --overwrite --json");
+    EXPECT_EQ(apart.exitCode, 1);
+    EXPECT_EQ(apart.json()["action"], (json{{"sent", 3}, {"matched", 0}}));
 }
 
 TEST_F(Grab, WritesToStandardOutputOrNowhere)
