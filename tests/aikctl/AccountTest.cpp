@@ -84,6 +84,21 @@ TEST_F(Account, AgreesWithTheBoardToThePicture)
     }
 }
 
+TEST_F(Account, TellsWhatWasLeftInTheRingFromWhatCameLater)
+{
+    aik::Channel channel = m_adapter.open(0);
+    ChannelGrab grab(channel, {.count = 1, .strategy = "OldestFirst"});
+    grab.prepare();
+    grab.start();
+    OrvoSim_deliver(0, 0, 4);
+    grab.fetch(nullptr, [] {});
+    grab.join();
+    OrvoSim_deliver(0, 0, 1);
+    finish(grab);
+    EXPECT_EQ(grab.result().account.leftInRing, 3U);
+    EXPECT_EQ(grab.result().account.afterLast, 1U);
+}
+
 TEST_F(Account, TellsTheBoardsShareApartUnderOldestFirst)
 {
     aik::Channel channel = m_adapter.open(0);
