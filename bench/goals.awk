@@ -40,6 +40,6 @@ END {
         if (!count) continue
         middle = (found[int((count + 1) / 2)] + found[int((count + 2) / 2)]) / 2
         printf "%-8s %-37s %-29s %-28s %6.2f %6.2f %7.2f%s\n", goal[g, 1], goal[g, 2], goal[g, 3], goal[g, 4],
-            goal[g, 5], found[1], middle, found[1] <= goal[g, 5] ? "" : "  not met"
+            goal[g, 5], found[1], middle, found[1] <= goal[g, 5] + 0 ? "" : "  not met"
     }
 }
