@@ -12,7 +12,7 @@ namespace orvo::bench {
 
 namespace {
 
-constexpr uint32_t kSide = 8;   // the copy has a bench of its own
+constexpr uint32_t kSide = 8;           // the copy has a bench of its own
 constexpr uint64_t kSettle = 200'000;   // nanoseconds until the taking thread surely sleeps
 
 /// One round: a thread takes `count` pictures, each given only when it has long been waiting.
