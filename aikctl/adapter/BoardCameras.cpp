@@ -48,7 +48,8 @@ bool concernsSelectedCamera(const std::string& feature)
 BoardCameras::BoardCameras(BoardCameras&& other) noexcept
     : m_channel(other.m_channel),
       m_isOpen(std::exchange(other.m_isOpen, false)),
-      m_ports(std::move(other.m_ports))
+      m_ports(std::move(other.m_ports)),
+      m_before(std::move(other.m_before))
 {}
 
 BoardCameras::~BoardCameras()
@@ -215,8 +216,14 @@ bool BoardCameras::knowsActionCommands() const
 
 void BoardCameras::armForActionCommands()
 {
-    setParameter("TriggerMode", "On");
-    setParameter("TriggerSource", "Action0");
+    const int32_t port = m_channel->read<int32_t>("PortIndex");
+    const auto change = [&](const std::string& name, const std::string& value) {
+        if (const auto before = readParameter(*m_channel, kCameraParameters, name))
+            m_before.push_back({port, name, before->value});
+        setParameter(name, value);
+    };
+    change("TriggerMode", "On");
+    change("TriggerSource", "Action0");
     for (const char* const side : {"Local", "Remote"}) {
         m_channel->write(std::string("EthActionCommand_DeviceKey") + side, kDeviceKey);
         m_channel->write(std::string("EthActionCommand_GroupKey") + side, kGroupKey);
@@ -224,6 +231,14 @@ void BoardCameras::armForActionCommands()
     }
     m_channel->write("EthActionCommand_GroupIndexRemote", kGroup);
     m_channel->execute("EthActionCommand_ApplyGroupRemote");
+}
+
+void BoardCameras::disarm()
+{
+    const int32_t port = m_channel->read<int32_t>("PortIndex");
+    for (auto setting = m_before.rbegin(); setting != m_before.rend(); ++setting)
+        if (setting->port == port)
+            setParameter(setting->name, setting->value);
 }
 
 bool BoardCameras::sendActionCommand()

@@ -72,6 +72,8 @@ public:
     bool knowsActionCommands() const;
     /// Has the selected camera take a picture at each action command, and only then.
     void armForActionCommands();
+    /// Gives the selected camera back the trigger that it had before.
+    void disarm();
     /// Has all cameras of the board take a picture at the same moment. False, with nothing sent, if there is no
     /// camera, or none that knows action commands.
     bool sendActionCommand();
@@ -82,8 +84,15 @@ private:
     std::string portsNotSearched() const;
 
     aik::Channel* m_channel;
+    struct Setting {
+        int32_t port;
+        std::string name;
+        std::string value;
+    };
+
     bool m_isOpen = false;
     std::vector<CameraPort> m_ports;
+    std::vector<Setting> m_before;   // what armForActionCommands() has changed
 };
 
 }   // namespace orvo::aikctl

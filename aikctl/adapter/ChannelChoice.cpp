@@ -83,11 +83,13 @@ std::set<size_t> channelsOf(const Channels& channels, const std::string& board)
     if (matching.empty())
         throw std::runtime_error("\"" + board +
                                  "\" is no channel. Those of the board are:" + describe(channels, ofBoard));
+    // A failed board's only channel has no process in its name, and may be the one that is meant.
     std::set<std::string> names;
-    for (const size_t position : matching)
-        if (!names.insert(channels[position].name()).second)
+    for (const size_t position : ofBoard)
+        if (!names.insert(channels[position].name()).second ||
+            (!channels[position].failure().empty() && ofBoard.size() > 1))
             throw std::runtime_error(
-                "\"" + board + "\" matches several boards of the same text:" + describe(channels, matching));
+                "\"" + board + "\" matches several boards of the same text:" + describe(channels, ofBoard));
     return matching;
 }
 

@@ -4,6 +4,7 @@
 #include <exception>
 #include <iterator>
 #include <stdexcept>
+#include <utility>
 
 #include "aikctl/adapter/Parameters.h"
 #include "aikctl/console/Console.h"
@@ -136,6 +137,20 @@ void GrabCameras::setBoard(aik::Channel& channel, bool hasCameras)
         refuse(placeOf(channel) + ": setup of " + sizeText(geometry.width, geometry.height) + ": " +
                failure.what());
     }
+    if (m_options.region)
+        requireOffsets(channel, geometry);
+}
+
+/// The setup doesn't tell of an offset that the board refuses.
+void GrabCameras::requireOffsets(aik::Channel& channel, const aik::Geometry& geometry)
+{
+    for (const auto& [name, wanted] :
+         {std::pair("BRD_XOFFSET", geometry.xOffset), {"BRD_YOFFSET", geometry.yOffset}}) {
+        const auto offset = readParameter(channel, kBoardParameters, name);
+        if (offset && offset->value != std::to_string(wanted))
+            refuse(placeOf(channel) + ": " + name + "=" + std::to_string(wanted) + ": it reads back as " +
+                   offset->value);
+    }
 }
 
 void GrabCameras::start()
@@ -188,6 +203,8 @@ void GrabCameras::stop()
 
 void GrabCameras::close()
 {
+    if (m_options.isByActionCommand)
+        forEachCamera("trigger", &BoardCameras::disarm);
     for (Board& board : m_boards) {
         try {
             board.cameras.close();

@@ -56,6 +56,7 @@ private:
     Board* join(aik::Channel& channel);
     void prepare(BoardCameras& cameras);
     void arm(BoardCameras& cameras) const;
+    void requireOffsets(aik::Channel& channel, const aik::Geometry& geometry);
     void setBoard(aik::Channel& channel, bool hasCameras);
     /// Sets each NAME=VALUE; `place` is for the console.
     void apply(const std::string& place, const std::vector<std::string>& settings, const Setter& set);

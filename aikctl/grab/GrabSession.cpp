@@ -127,6 +127,7 @@ void GrabSession::awaitPictures(PictureQueue* queue)
     const auto areDone = [&] { return allAre([](const ChannelGrab& grab) { return grab.isDone(); }); };
     const auto isShotDue = [&] {
         return m_options.cameras.isByActionCommand && shots < m_options.grab.count && !areDone() &&
+               !m_console.interrupted() &&
                allAre([&](const ChannelGrab& grab) { return grab.isDone() || grab.fetched() >= shots; });
     };
     std::unique_lock lock(mutex);
@@ -146,6 +147,18 @@ void GrabSession::awaitPictures(PictureQueue* queue)
     lock.unlock();
     m_console.progress("");
     showSeconds();
+    forgetUnansweredCommand();
+}
+
+/// Where time or the user ended the grab, a channel may have ended between the last command and its picture.
+void GrabSession::forgetUnansweredCommand()
+{
+    const bool isEndedEarly = m_console.interrupted() || m_options.grab.duration;
+    const auto hasNotAnswered = [this](const ChannelGrab& grab) {
+        return grab.result().failure.empty() && grab.fetched() < m_sent;
+    };
+    if (m_sent > 0 && isEndedEarly && std::any_of(m_grabs.begin(), m_grabs.end(), hasNotAnswered))
+        --m_sent;
 }
 
 void GrabSession::showProgress()

@@ -49,6 +49,7 @@ public:
 private:
     std::unique_ptr<PictureSaver> makeSaver(const PictureSaver::Target& target) const;
     void awaitPictures(PictureQueue* queue);
+    void forgetUnansweredCommand();
     void showProgress();
     void showSeconds();
     void complain();

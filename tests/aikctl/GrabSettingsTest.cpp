@@ -67,6 +67,10 @@ TEST_F(GrabSettings, MakeARegionOfCameraAndBoard)
     OrvoSim_clearJournal();
     grab("0 --count 1 --no-camera --timeout 0.01 --roi 320x240+64+32 --overwrite");
     EXPECT_THAT(journal("Brd_setParameter"), testing::Contains(HasSubstr("id=300 value=64")));
+    OrvoSim_answer("Brd_setParameter id=400", 2, -5);   // the setup says nothing of it
+    const Outcome cut = grab("0 --count 1 --no-camera --roi 320x240+64+32 --overwrite");
+    EXPECT_EQ(cut.exitCode, 1);
+    EXPECT_THAT(cut.err, HasSubstr("channel 0: BRD_YOFFSET=32: it reads back as 0"));
 
     EXPECT_THAT(
         grab("0 --count 1 --set Width=320 --set Height=240 --overwrite").err,
@@ -101,6 +105,12 @@ TEST_F(Boards, ChooseChannelsThatNumbersCouldMiss)
     }
     EXPECT_EQ(run("get 0 BufferCount --board SIM-1").exitCode, 2);
     EXPECT_EQ(journal("Brd_InitLibraries").size(), journal("Brd_FreeLibraries").size());
+
+    json twin = test::Machine::grabber(1);
+    twin["serial"] = "SIM-0";
+    m_machine.boards({test::Machine::grabber(0), twin});
+    noApplet(0);   // may be the one that is meant
+    EXPECT_THAT(run("get BufferCount --board SIM-0:0.0").err, HasSubstr("several boards of the same text"));
 }
 
 }   // namespace

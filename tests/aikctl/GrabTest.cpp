@@ -159,6 +159,12 @@ TEST_F(Grab, TakesPicturesAtTheSameMomentByActionCommands)
     EXPECT_THAT(grab("0 1 --action --count 2 --overwrite").out,
                 HasSubstr("2 of 2 action commands made pictures of one time stamp on all channels (2)"));
     EXPECT_THAT(grab("0 --action --count 2 --overwrite").out, HasSubstr("there is nothing to compare"));
+    const std::string lastTrigger = journal("Eth_set*").back();   // as it was before
+    EXPECT_THAT(lastTrigger, testing::AllOf(HasSubstr("TriggerMode"), HasSubstr("Off")));
+
+    const Outcome timed =
+        grab("0 1 --action --seconds 0.2 --discard --json");   // ends between command and picture
+    EXPECT_EQ(timed.exitCode, 0) << timed.err;
 }
 
 TEST_F(Grab, AdmitsThatActionCommandsDidNotWork)
