@@ -33,10 +33,10 @@ public:
     Utf8Terminal();
     Utf8Terminal(const Utf8Terminal&) = delete;
     Utf8Terminal& operator=(const Utf8Terminal&) = delete;
-    ~Utf8Terminal();
+    ~Utf8Terminal();   // NOLINT(performance-trivially-destructible): not under Windows
 
 private:
-    [[maybe_unused]] const uint32_t m_before;   // the code page that the terminal had
+    [[maybe_unused]] uint32_t m_before = 0;   // the code page that the terminal had
 };
 
 /// From now on standard output passes bytes on as they are, line ends too.

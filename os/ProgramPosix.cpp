@@ -58,7 +58,7 @@ size_t standardOutputColumns()
 }
 
 // Terminals here speak UTF-8, and the C library gathers what it writes to them.
-Utf8Terminal::Utf8Terminal() : m_before(0) {}
+Utf8Terminal::Utf8Terminal() = default;
 Utf8Terminal::~Utf8Terminal() = default;
 
 void makeStandardOutputBinary() {}

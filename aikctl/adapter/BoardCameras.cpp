@@ -1,6 +1,7 @@
 #include "aikctl/adapter/BoardCameras.h"
 
 #include <optional>
+#include <ranges>
 #include <stdexcept>
 #include <utility>
 
@@ -216,7 +217,7 @@ bool BoardCameras::knowsActionCommands() const
 
 void BoardCameras::armForActionCommands()
 {
-    const int32_t port = m_channel->read<int32_t>("PortIndex");
+    const auto port = m_channel->read<int32_t>("PortIndex");
     const auto change = [&](const std::string& name, const std::string& value) {
         if (const auto before = readParameter(*m_channel, kCameraParameters, name))
             m_before.push_back({port, name, before->value});
@@ -235,10 +236,10 @@ void BoardCameras::armForActionCommands()
 
 void BoardCameras::disarm()
 {
-    const int32_t port = m_channel->read<int32_t>("PortIndex");
-    for (auto setting = m_before.rbegin(); setting != m_before.rend(); ++setting)
-        if (setting->port == port)
-            setParameter(setting->name, setting->value);
+    const auto port = m_channel->read<int32_t>("PortIndex");
+    for (const Setting& setting : std::ranges::reverse_view(m_before))
+        if (setting.port == port)
+            setParameter(setting.name, setting.value);
 }
 
 bool BoardCameras::sendActionCommand()

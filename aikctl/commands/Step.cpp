@@ -66,7 +66,7 @@ Step stepOf(const StepWord& row, const std::string& operand)
 std::string Step::text() const
 {
     const StepWord& row = *std::ranges::find(kWords, kind, &StepWord::kind);
-    const std::string word = row.word;
+    std::string word = row.word;
     if (isOn)
         return word + " " + feature + (*isOn ? " --on" : " --off");
     switch (row.operand) {

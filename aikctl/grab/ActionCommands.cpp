@@ -33,6 +33,7 @@ std::vector<ActionCommands> compareActionCommands(const std::deque<ChannelGrab>&
         boards[grab.channel().boardText()].push_back(grab.result().record.fetchedTimestamps());
     }
     std::vector<ActionCommands> result;
+    result.reserve(boards.size());
     for (const auto& [board, channels] : boards)
         result.push_back({board, channels.size(), sent, matching(channels, sent)});
     return result;

@@ -93,12 +93,15 @@ void GrabCameras::apply(const std::string& place, const std::vector<std::string>
 {
     for (const std::string& setting : settings) {
         const size_t sign = setting.find('=');
+        const auto told = [&](const std::string& what) {
+            return std::string(place).append(": ").append(setting).append(": ").append(what);
+        };
         try {
             const Written written = set(setting.substr(0, sign), setting.substr(sign + 1));
             if (!written.note.empty())
-                m_console.note(place + ": " + setting + ": " + written.note);
+                m_console.note(told(written.note));
         } catch (const std::exception& failure) {
-            refuse(place + ": " + setting + ": " + failure.what());
+            refuse(told(failure.what()));
         }
     }
 }

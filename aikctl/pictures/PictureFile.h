@@ -23,9 +23,9 @@ struct PictureFile {
     std::string note;             // why the picture is saved raw, though that was not asked for; else empty
 };
 
-/// Fills `file` with the picture. Of a picture that the format can't show, the bytes are kept as they are.
+/// Fills `file` with the fetched picture. Of one that the format can't show, the bytes are kept as they are.
 /// Callable on any thread, with a `file` of its own. Throws runtime_error for a picture without pixels or one
 /// that is too large for the format, and bad_alloc.
-void encode(const aik::Picture& picture, const Encoding& encoding, PictureFile& file);
+void encode(const aik::Picture& fetched, const Encoding& encoding, PictureFile& file);
 
 }   // namespace orvo::aikctl

@@ -109,9 +109,9 @@ TEST_F(CommandLine, ShowsUtf8AsItIsAndOtherBytesReadably)
 {
     const std::pair<std::string, std::string> values[] = {
         {"Größe", "Größe"},
-        {"\xE4\xF6", "\\xE4\\xF6"},                     // Latin-1
-        {"\xED\xA0\x80", "\\xED\\xA0\\x80"},            // half of a pair of UTF-16
-        {"\xC0\xAF\xE2\x82", "\\xC0\\xAF\\xE2\\x82"},   // too long, and cut
+        {"\xE4\xF6", R"(\xE4\xF6)"},                   // Latin-1
+        {"\xED\xA0\x80", R"(\xED\xA0\x80)"},           // half of a pair of UTF-16
+        {"\xC0\xAF\xE2\x82", R"(\xC0\xAF\xE2\x82)"},   // too long, and cut
         {"\xF0\x9F\x93\xB7", "\U0001F4F7"},
     };
     for (const auto& [value, shown] : values) {

@@ -79,7 +79,7 @@ int64_t Host::opened(int32_t index)
 
 Answer Host::release(int64_t id)
 {
-    const Answer answer = tried([&] { channel(id).release(); });
+    Answer answer = tried([&] { channel(id).release(); });
     m_channels.erase(id);
     return answer;
 }
