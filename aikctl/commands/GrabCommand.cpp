@@ -133,10 +133,10 @@ GrabCommand::Output GrabCommand::toFolder() const
     const auto save = [folder](const QueuedPicture& picture, const PictureFile& file) {
         return folder->save(picture.saved->channel, picture.number, file.ending, file.bytes);
     };
-    Output output{save, os::textOf(folder->path())};
+    Output output{{.save = save, .begin = [folder] { folder->begin(); }}, os::textOf(folder->path())};
     if (m_isIndexed) {
         const auto index = std::make_shared<PictureIndex>(folder->path() / "index.csv");
-        output.target = [save, index](const QueuedPicture& picture, const PictureFile& file) {
+        output.target.save = [save, index](const QueuedPicture& picture, const PictureFile& file) {
             std::string name = save(picture, file);
             index->add(name, picture);
             return name;
@@ -156,7 +156,7 @@ GrabCommand::Output GrabCommand::toStream(Console& console)
             throw std::runtime_error("Can't write to standard output");
         return std::string();
     };
-    return {write, "standard output"};
+    return {{.save = write}, "standard output"};
 }
 
 std::vector<aik::Channel*> GrabCommand::choose(std::vector<aik::Channel>& channels) const

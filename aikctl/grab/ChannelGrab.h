@@ -78,6 +78,8 @@ public:
 
     /// Writes the features and builds the ring.
     void prepare();
+    /// Whether no step so far has failed. Until fetch().
+    bool isReady() const { return m_result.failure.empty(); }
     /// Starts the channel.
     void start();
     /// Starts the thread. It calls `onNews` after each picture and when it is done. If this or an earlier

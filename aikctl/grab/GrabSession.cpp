@@ -82,6 +82,8 @@ void GrabSession::run(const PictureSaver::Target& target)
         m_cameras.connect(grab.channel());
     const auto saver = makeSaver(target);
     m_isSaving = saver != nullptr;
+    if (target.begin && std::ranges::any_of(m_grabs, &ChannelGrab::isReady))
+        target.begin();
     for (ChannelGrab& grab : m_grabs)   // before the cameras, so that no picture is lost
         grab.start();
     m_cameras.start();
@@ -101,7 +103,7 @@ void GrabSession::run(const PictureSaver::Target& target)
 
 std::unique_ptr<PictureSaver> GrabSession::makeSaver(const PictureSaver::Target& target) const
 {
-    if (!target)
+    if (!target.save)
         return nullptr;
     // A channel that waits for a picture keeps the memory for it, and must not keep all of it.
     uint64_t least = 0;

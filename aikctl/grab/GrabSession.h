@@ -35,7 +35,7 @@ public:
     /// The channels and the console outlive the session.
     GrabSession(const std::vector<aik::Channel*>& channels, SessionOptions options, Console& console);
 
-    /// From the set-up to the account. Without a target the pictures are discarded.
+    /// From the set-up to the account. The target begins once a channel is ready and no setting was refused.
     void run(const PictureSaver::Target& target);
 
     const SessionOptions& options() const { return m_options; }

@@ -48,7 +48,7 @@ void PictureSaver::save(const QueuedPicture& picture, PictureFile& file)
         const auto begin = steady_clock::now();
         encode(picture.picture, m_encoding, file);
         const auto encoded = steady_clock::now();
-        std::string name = m_target(picture, file);
+        std::string name = m_target.save(picture, file);
         const auto written = steady_clock::now();
 
         const std::lock_guard lock(m_mutex);

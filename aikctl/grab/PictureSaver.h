@@ -33,9 +33,14 @@ struct SavedPictures {
 /// Threads: queue() on any, the rest on one.
 class PictureSaver {
 public:
-    /// Writes an encoded picture, and returns the name of its file. Called on several threads if there are
-    /// several jobs. What it throws fails the channel of the picture.
-    using Target = std::function<std::string(const QueuedPicture& picture, const PictureFile& file)>;
+    /// Where pictures go. save() is called on several threads if there are several jobs; what it throws fails
+    /// the channel of the picture.
+    struct Target {
+        /// Writes an encoded picture, and returns the name of its file. Without it, pictures are discarded.
+        std::function<std::string(const QueuedPicture& picture, const PictureFile& file)> save{};
+        /// Makes room, if there is something to do. Called by whoever knows that pictures will come.
+        std::function<void()> begin{};
+    };
 
     /// `jobs`: the number of threads. `limit`: the most bytes of pictures that wait. Throws system_error.
     PictureSaver(const Encoding& encoding, Target target, unsigned jobs, uint64_t limit);

@@ -24,17 +24,26 @@ bool isOurs(const fs::path& name)
     return std::regex_match(os::textOf(name), ours);
 }
 
-void clear(const fs::path& folder, bool overwrite)
+void refuseOlderPictures(const fs::path& folder)
 {
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (!isOurs(entry.path().filename()))
-            continue;
-        if (!overwrite)
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (isOurs(entry.path().filename()))
             throw std::runtime_error(os::textOf(entry.path()) +
                                      " is there from an earlier grab; name another folder, or --overwrite");
-        if (entry.is_regular_file())
-            fs::remove(entry);
-    }
+}
+
+/// The folders from this one upwards that are not there yet.
+std::vector<fs::path> missingFolders(fs::path folder)
+{
+    std::vector<fs::path> missing;
+    for (; !fs::exists(folder); folder = folder.parent_path())
+        missing.push_back(folder);
+    return missing;
+}
+
+std::runtime_error unusable(const fs::path& folder, const std::error_code& reason)
+{
+    return std::runtime_error("Can't use the folder " + os::textOf(folder) + ": " + reason.message());
 }
 
 std::error_code writeFile(const fs::path& part, const fs::path& whole, std::span<const uint8_t> content)
@@ -61,16 +70,36 @@ PictureFolder::PictureFolder(const std::string& path, bool overwrite) : m_path(f
         throw std::runtime_error("Can't use the folder " + path + ": there is no " +
                                  os::textOf(m_path.root_path()));
     try {
+        m_made = missingFolders(m_path);
         fs::create_directories(m_path);
         m_lock.emplace(m_path / kLockFile);
-        if (m_lock->isHeld())
-            clear(m_path, overwrite);
+        if (m_lock->isHeld() && !overwrite)
+            refuseOlderPictures(m_path);
     } catch (const std::system_error& failure) {
-        throw std::runtime_error("Can't use the folder " + os::textOf(m_path) + ": " +
-                                 failure.code().message());
+        throw unusable(m_path, failure.code());
     }
     if (!m_lock->isHeld())
         throw std::runtime_error("Another grab saves pictures in " + os::textOf(m_path));
+}
+
+PictureFolder::~PictureFolder()
+{
+    m_lock.reset();
+    std::error_code ignored;   // a folder that somebody else uses by now stays
+    for (const fs::path& folder : m_made)
+        fs::remove(folder, ignored);
+}
+
+void PictureFolder::begin()
+{
+    m_made.clear();
+    try {
+        for (const auto& entry : fs::directory_iterator(m_path))
+            if (isOurs(entry.path().filename()) && entry.is_regular_file())
+                fs::remove(entry);
+    } catch (const std::system_error& failure) {
+        throw unusable(m_path, failure.code());
+    }
 }
 
 std::string PictureFolder::save(int32_t channel, uint64_t number, const std::string& ending,

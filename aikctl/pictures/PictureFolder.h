@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "os/FileLock.h"
 
@@ -15,11 +16,18 @@ namespace orvo::aikctl {
 /// Threads: save() on any, several at a time.
 class PictureFolder {
 public:
-    /// Makes the folder. If it holds pictures of an earlier grab, they are removed if `overwrite` says so, and
-    /// refused if not. Throws runtime_error for that and for a folder that can't be used.
+    /// Makes the folder. Pictures of an earlier grab are refused unless `overwrite` says that begin() removes
+    /// them. Throws runtime_error for that and for a folder that can't be used.
     PictureFolder(const std::string& path, bool overwrite);
+    PictureFolder(const PictureFolder&) = delete;
+    PictureFolder& operator=(const PictureFolder&) = delete;
+    /// Removes what the constructor made if begin() was never called, and nobody put anything into it.
+    ~PictureFolder();
 
     const std::filesystem::path& path() const { return m_path; }
+
+    /// Removes the pictures of an earlier grab. Before the first save(). Throws runtime_error.
+    void begin();
 
     /// Writes a file completely or not at all, and returns its name without the folder. `number` counts from 1,
     /// and no other call for this channel has the same. Throws runtime_error.
@@ -28,7 +36,8 @@ public:
 
 private:
     std::filesystem::path m_path;
-    std::optional<os::FileLock> m_lock;   // always there once constructed
+    std::vector<std::filesystem::path> m_made;   // by the constructor, the innermost folder first
+    std::optional<os::FileLock> m_lock;          // always there once constructed
 };
 
 }   // namespace orvo::aikctl

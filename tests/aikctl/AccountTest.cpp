@@ -129,13 +129,13 @@ TEST_F(Account, LetsTheStrategyDecideWhatIsLostWhileTheDiskIsSlow)
 {
     std::promise<void> mayWrite;
     const auto isReady = mayWrite.get_future().share();
-    PictureSaver saver(
-        {},
-        [&](const QueuedPicture& picture, const PictureFile&) {
-            isReady.wait();
-            return std::to_string(picture.number);
-        },
-        1, 1);   // room for a single picture
+    PictureSaver saver({},
+                       {.save =
+                            [&](const QueuedPicture& picture, const PictureFile&) {
+                                isReady.wait();
+                                return std::to_string(picture.number);
+                            }},
+                       1, 1);   // room for a single picture
     aik::Channel channel = m_adapter.open(0);
     ChannelGrab grab(channel, {.count = 3, .strategy = "NewestOnly"});
     grab.prepare();

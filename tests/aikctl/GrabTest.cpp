@@ -172,7 +172,7 @@ TEST_F(Grab, AdmitsThatActionCommandsDidNotWork)
     const Outcome unable = grab("all --action");
     EXPECT_EQ(unable.exitCode, 1);
     EXPECT_THAT(unable.err, HasSubstr("channel 2: the cameras of this board know no action commands"));
-    EXPECT_TRUE(fs::is_empty(pictures()));
+    EXPECT_FALSE(fs::exists(pictures()));
     EXPECT_TRUE(journal("Brd_AcquireEx").empty());
 
     OrvoSim_answer("Eth_sendActionCommand", 2, 0);   // claims success
@@ -281,6 +281,20 @@ TEST_F(Grab, KeepsOlderPicturesAndLeavesNoHalfFile)
     fs::create_directories(pictures());
     std::ofstream(pictures() / "channel2.png") << "from somebody else";
     EXPECT_EQ(grab("2 --count 1").exitCode, 0);
+}
+
+TEST_F(Grab, OverwritesOnceItIsSureToStart)
+{
+    EXPECT_EQ(grab("0 --count 3").exitCode, 0);
+    noApplet(1);
+    for (const std::string refused : {"99", "0 --set Gain=99", "0 --roi 322x240", "2"}) {
+        EXPECT_EQ(grab(refused + " --count 1 --overwrite").exitCode, 1);
+        EXPECT_TRUE(fs::exists(pictures() / "channel0-000003.png")) << refused;
+        EXPECT_EQ(run("grab " + refused + " --output " + (folder() / "new" / "one").string()).exitCode, 1);
+        EXPECT_FALSE(fs::exists(folder() / "new")) << refused;
+    }
+    EXPECT_EQ(grab("0 --count 1 --overwrite").exitCode, 0);
+    EXPECT_FALSE(fs::exists(pictures() / "channel0-000002.png"));
 }
 
 TEST_F(Grab, RefusesChannelsThatAreNotThere)
