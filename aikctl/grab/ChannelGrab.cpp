@@ -184,15 +184,15 @@ bool ChannelGrab::isOver() const
            (m_end && Clock::now() >= *m_end);
 }
 
-/// Not for long: the grab may be over before there is room.
+/// Leaves none if the grab is over before there is room.
 void ChannelGrab::awaitRoom()
 {
-    m_room = m_queue->room(m_channel.capacity(), 0ms);
+    m_room = m_queue->room(m_channel.capacity(), [] { return true; });
     if (m_room)
         return;
     const auto begin = Clock::now();
     handOverWaiting();   // perhaps they have the room
-    m_room = m_queue->room(m_channel.capacity(), 50ms);
+    m_room = m_queue->room(m_channel.capacity(), [this] { return isOver(); });
     m_waited += Clock::now() - begin;
 }
 

@@ -5,13 +5,25 @@
 
 namespace orvo::aikctl {
 
-PictureQueue::Item PictureQueue::room(size_t size, std::chrono::milliseconds patience)
+namespace {
+
+constexpr std::chrono::milliseconds kGivingUpInterval{50};   // how often those who wait are asked
+
+}   // namespace
+
+/// In turns: a large picture would never find room if each small one took what has just become free.
+PictureQueue::Item PictureQueue::room(size_t size, const std::function<bool()>& isGivenUp)
 {
     os::MutexLock lock(m_mutex);
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (!hasRoom(size))
-        if (m_hasRoom.wait_until(lock.native(), deadline) == std::cv_status::timeout && !hasRoom(size))
-            return nullptr;
+    const uint64_t turn = m_nextTurn++;
+    m_turns.push_back(turn);
+    while ((m_turns.front() != turn || !hasRoom(size)) && !isGivenUp())
+        m_hasRoom.wait_for(lock.native(), kGivingUpInterval);
+    const bool isServed = m_turns.front() == turn && hasRoom(size);
+    std::erase(m_turns, turn);
+    m_hasRoom.notify_all();   // the next one may find room, too
+    if (!isServed)
+        return nullptr;
     Item picture = spare(size);
     if (!picture)
         picture = std::make_unique<QueuedPicture>(size);
@@ -61,7 +73,7 @@ void PictureQueue::giveBack(Item picture)
     m_used -= picture->size;
     m_spareBytes += picture->size;
     m_spare.push_back(std::move(picture));
-    m_hasRoom.notify_all();   // of several that wait, the one with the smallest picture may be served first
+    m_hasRoom.notify_all();   // nobody knows which of those who wait is the first
 }
 
 void PictureQueue::close()

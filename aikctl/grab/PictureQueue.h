@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -36,9 +37,10 @@ public:
     /// `limit`: the most bytes of memory in use. A single picture may be larger.
     explicit PictureQueue(uint64_t limit) : m_limit(limit) {}
 
-    /// Memory for a picture of this size, which then goes to put() or giveBack(). Waits for room up to
-    /// `patience`; null if there is none. Throws bad_alloc.
-    Item room(size_t size, std::chrono::milliseconds patience);
+    /// Memory for a picture of this size, which then goes to put() or giveBack(). Waits for room behind those who
+    /// wait already, until `isGivenUp`, which is asked now and then and doesn't call the queue; then null. Throws
+    /// bad_alloc.
+    Item room(size_t size, const std::function<bool()>& isGivenUp);
     void put(Item picture);
     /// The oldest picture, which then goes to giveBack(). Waits for one; null if the queue is closed and empty.
     Item take();
@@ -58,6 +60,8 @@ private:
     std::vector<Item> m_spare ORVO_GUARDED_BY(m_mutex);   // memory that nobody uses
     uint64_t m_used ORVO_GUARDED_BY(m_mutex) = 0;         // bytes, of pictures and of memory handed out
     uint64_t m_spareBytes ORVO_GUARDED_BY(m_mutex) = 0;
+    std::deque<uint64_t> m_turns ORVO_GUARDED_BY(m_mutex);   // of those who wait for room, the longest first
+    uint64_t m_nextTurn ORVO_GUARDED_BY(m_mutex) = 0;
     bool m_isClosed ORVO_GUARDED_BY(m_mutex) = false;
 };
 

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <thread>
@@ -157,6 +158,37 @@ TEST_F(Account, LetsTheStrategyDecideWhatIsLostWhileTheDiskIsSlow)
     EXPECT_EQ(grab.result().account.skipped, grab.result().account.counted - 3);
     EXPECT_EQ(grab.result().bottleneck, Bottleneck::Disk);
     EXPECT_EQ(grab.saved().files, (std::vector<std::string>{"1", "2", "3"}));
+}
+
+TEST(Queue, ServesALargePictureBeforeSmallOnesThatCameLater)
+{
+    PictureQueue queue(10);
+    std::vector<PictureQueue::Item> small;
+    while (small.size() < 10)
+        small.push_back(queue.room(1, [] { return false; }));
+    std::atomic<bool> isWaiting{false};
+    auto large = std::async(std::launch::async, [&] {
+        return queue.room(8, [&] {
+            isWaiting = true;
+            return false;
+        });
+    });
+    while (!isWaiting)
+        std::this_thread::yield();
+    int served = 0;
+    while (small.size() > 3) {
+        queue.giveBack(std::move(small.back()));
+        small.pop_back();
+        if (auto late = queue.room(1, [] { return true; })) {
+            ++served;
+            queue.giveBack(std::move(late));
+        }
+    }
+    EXPECT_EQ(served, 0);
+    queue.giveBack(std::move(small.back()));
+    EXPECT_EQ(large.get()->size, 8U);
+    queue.giveBack(std::move(small.front()));
+    EXPECT_TRUE(queue.room(1, [] { return true; }));   // nobody is in the way any more
 }
 
 }   // namespace
