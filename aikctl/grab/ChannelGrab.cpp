@@ -143,9 +143,10 @@ void ChannelGrab::stop()
 void ChannelGrab::fetchAll(const std::function<void()>& onNews)
 {
     const auto timeout = std::chrono::duration_cast<Clock::duration>(m_options.timeout);
-    m_secondBegin = Clock::now();
+    const auto begin = Clock::now();
+    m_secondBegin = begin;
     if (m_options.duration)
-        m_end = m_secondBegin + std::chrono::duration_cast<Clock::duration>(*m_options.duration);
+        m_end = begin + std::chrono::duration_cast<Clock::duration>(*m_options.duration);
     try {
         auto deadline = Clock::now() + timeout;
         while (!isOver()) {
@@ -169,6 +170,7 @@ void ChannelGrab::fetchAll(const std::function<void()>& onNews)
     } catch (const std::exception& failure) {
         fail("fetch", failure.what());
     }
+    m_fetching = Clock::now() - begin;
     handOverWaiting();
     if (m_room)
         m_queue->giveBack(std::move(m_room));
@@ -209,15 +211,15 @@ std::optional<aik::Picture> ChannelGrab::next()
 
 void ChannelGrab::take(const aik::Picture& picture)
 {
-    m_lastTime = Clock::now();
+    const auto now = Clock::now();
     GrabRecord& record = m_result.record;
     record.fetched = ++m_fetched;
     if (picture.timestamp)
         record.addTimestamp(record.fetched, *picture.timestamp);
     if (m_fetched == 1)
-        m_firstTime = m_lastTime;
-    if (m_lastTime > m_firstTime)
-        m_result.picturesPerSecond = static_cast<double>(m_fetched - 1) / secondsOf(m_lastTime - m_firstTime);
+        m_firstTime = now;
+    if (now > m_firstTime)
+        m_result.picturesPerSecond = static_cast<double>(m_fetched - 1) / secondsOf(now - m_firstTime);
     if (m_fetched == m_options.count)
         record.countedAtLast = readCounter();
     ++m_now.pictures;
@@ -297,8 +299,7 @@ void ChannelGrab::conclude()
 
 Bottleneck ChannelGrab::bottleneck() const
 {
-    const double fetching = secondsOf(m_lastTime - m_firstTime);
-    if (fetching > 0 && secondsOf(m_waited) / fetching > kNoBottleneck)
+    if (secondsOf(m_waited) > kNoBottleneck * secondsOf(m_fetching))
         return m_saved.encoding > m_saved.writing ? Bottleneck::Encoder : Bottleneck::Disk;
     const bool isRingFull = m_result.account.skipped > 0 || m_result.record.lostByOverflow > 0;
     return isRingFull ? Bottleneck::Ring : Bottleneck::Board;

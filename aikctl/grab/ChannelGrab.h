@@ -136,8 +136,8 @@ private:
     std::vector<PictureQueue::Item> m_waiting;   // fetched before the format was known
     std::optional<Clock::time_point> m_end;
     Clock::time_point m_firstTime;   // of the fetches
-    Clock::time_point m_lastTime;
-    Clock::duration m_waited{0};   // for room
+    Clock::duration m_fetching{0};   // from the start of fetching to its end
+    Clock::duration m_waited{0};     // of that, for room
     GrabResult m_result;
     // Of the present second: since when, and what there was before it.
     Clock::time_point m_secondBegin;
