@@ -261,15 +261,20 @@ void ChannelGrab::endSecond()
     const GrabRecord& record = m_result.record;
     const auto now = Clock::now();
     const uint64_t counted = readCounter();
-    const uint64_t came = counted - std::exchange(m_countedBefore, counted);
+    const uint64_t countedBefore = std::exchange(m_countedBefore, counted);
+    const uint64_t came = counted - countedBefore;
     const bool isSkipping = record.strategy != "OldestFirst";
     m_now.seconds = std::chrono::duration<double>(now - std::exchange(m_secondBegin, now)).count();
     m_now.skipped = isSkipping && came > m_now.pictures ? came - m_now.pictures : 0;
-    const size_t before = m_timedBefore == 0 ? 0 : m_timedBefore - 1;
-    m_timedBefore = record.timestamps.size();
-    const std::span timestamps = std::span(record.timestamps).subspan(before);
+    uint64_t arrivals = m_now.pictures + m_now.skipped;
+    const size_t timedBefore = std::exchange(m_timedBefore, record.timestamps.size());
+    // Only where there is an earlier time stamp, an interval ends with the first picture of this second.
+    const uint64_t firstTimed = record.numberOfFirstTimed();
+    if (timedBefore == 0 && firstTimed > countedBefore)
+        arrivals -= std::min(arrivals, firstTimed - countedBefore);
+    const size_t first = timedBefore == 0 ? 0 : timedBefore - 1;
     const auto intervals =
-        GrabIntervals::of(timestamps, m_now.pictures + m_now.skipped, record.ticksPerSecond);
+        GrabIntervals::of(std::span(record.timestamps).subspan(first), arrivals, record.ticksPerSecond);
     m_now.lost = intervals.lost;
     m_now.gaps = intervals.gaps;
     const os::MutexLock lock(m_mutex);

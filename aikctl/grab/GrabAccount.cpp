@@ -43,7 +43,7 @@ uint64_t numberOfLast(const GrabRecord& record)
 /// How many pictures reached the adapter from the first one with a time stamp on, up to the last one with one.
 uint64_t arrivalsOf(const GrabRecord& record)
 {
-    const uint64_t first = numberOfFirst(record) + record.firstTimed - 1;
+    const uint64_t first = record.numberOfFirstTimed();
     const uint64_t last = numberOfLast(record) - (record.fetched + record.drained - record.lastTimed);
     return last > first ? last - first : 0;
 }
@@ -71,6 +71,11 @@ std::optional<double> picturePeriod(const std::vector<double>& intervals, double
 }
 
 }   // namespace
+
+uint64_t GrabRecord::numberOfFirstTimed() const
+{
+    return numberOfFirst(*this) + firstTimed - 1;
+}
 
 void GrabRecord::addTimestamp(uint64_t picture, uint64_t timestamp)
 {

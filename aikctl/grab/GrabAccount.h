@@ -27,6 +27,8 @@ struct GrabRecord {
 
     uint64_t fetchedTimes = 0;   // how many of the time stamps are of fetched pictures
 
+    /// Which of the counted pictures was the first with a time stamp, from 1.
+    uint64_t numberOfFirstTimed() const;
     std::span<const uint64_t> fetchedTimestamps() const { return std::span(timestamps).first(fetchedTimes); }
     /// The next picture has this time stamp. `picture` counts fetched and drained ones, from 1.
     void addTimestamp(uint64_t picture, uint64_t timestamp);

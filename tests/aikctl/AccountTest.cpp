@@ -100,6 +100,22 @@ TEST_F(Account, TellsWhatWasLeftInTheRingFromWhatCameLater)
     EXPECT_EQ(grab.result().account.afterLast, 1U);
 }
 
+TEST_F(Account, HasAFirstSecondInWhichNothingIsLost)
+{
+    aik::Channel channel = m_adapter.open(0);
+    ChannelGrab grab(channel, {.count = 3, .strategy = "OldestFirst", .isWatched = true});
+    grab.prepare();
+    grab.start();
+    grab.fetch(nullptr, [] {});
+    for (int picture = 0; picture < 3; ++picture)
+        deliver(grab, 1, true);
+    grab.join();
+    const GrabSecond second = grab.takeSeconds().front();
+    EXPECT_EQ(second.lost, 0U);
+    EXPECT_EQ(second.gaps, 0U);
+    finish(grab);
+}
+
 TEST_F(Account, TellsTheBoardsShareApartUnderOldestFirst)
 {
     aik::Channel channel = m_adapter.open(0);
