@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <new>
-#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -59,6 +58,7 @@ ChannelGrab::ChannelGrab(aik::Channel& channel, GrabOptions options)
 {
     m_saved.channel = channel.index();
     m_result.failure = channel.failure();
+    m_result.record.isTriggered = m_options.isTriggered;
 }
 
 ChannelGrab::~ChannelGrab()
@@ -273,8 +273,7 @@ void ChannelGrab::endSecond()
     if (timedBefore == 0 && firstTimed > countedBefore)
         arrivals -= std::min(arrivals, firstTimed - countedBefore);
     const size_t first = timedBefore == 0 ? 0 : timedBefore - 1;
-    const auto intervals =
-        GrabIntervals::of(std::span(record.timestamps).subspan(first), arrivals, record.ticksPerSecond);
+    const auto intervals = GrabIntervals::since(first, arrivals, record);
     m_now.lost = intervals.lost;
     m_now.gaps = intervals.gaps;
     const os::MutexLock lock(m_mutex);

@@ -21,8 +21,9 @@ struct GrabOptions {
     std::string strategy;   // for "AcquisitionStrategy"; empty leaves it alone
     uint64_t buffers = 0;   // for "BufferCount"; 0 leaves it alone
     bool isPlanar = false;
-    bool isWatched = false;                                    // sum up each second; see takeSeconds()
-    std::chrono::duration<double> timeout{5};                  // the longest wait for one picture
+    bool isTriggered = false;                   // pictures are taken by commands, at no steady rate
+    bool isWatched = false;                     // sum up each second; see takeSeconds()
+    std::chrono::duration<double> timeout{5};   // the longest wait for one picture
     std::optional<std::chrono::duration<double>> duration{};   // ends the grab, even before `count`
 };
 

@@ -12,6 +12,8 @@ constexpr double kGap = 1.5;
 // At a steady rate, so many of the intervals are whole picture times, give or take a quarter.
 constexpr double kSteadyShare = 0.75;
 constexpr double kSteadyDeviation = 0.25;
+// Of fewer intervals all must be: with a trigger, most of a few often are by chance.
+constexpr size_t kFewIntervals = 8;
 
 // If more than a fifth of the pictures were lost and most of the rest skipped, nothing can be told.
 constexpr double kMostMultiple = 1.25;
@@ -52,9 +54,10 @@ bool isSteady(const std::vector<double>& intervals, double period)
 {
     const auto fitting = std::count_if(intervals.begin(), intervals.end(), [&](double interval) {
         const double times = interval / period;
-        return std::abs(times - std::round(times)) <= kSteadyDeviation;
+        return std::round(times) >= 1 && std::abs(times - std::round(times)) <= kSteadyDeviation;
     });
-    return static_cast<double>(fitting) >= kSteadyShare * static_cast<double>(intervals.size());
+    const double share = intervals.size() < kFewIntervals ? 1 : kSteadyShare;
+    return static_cast<double>(fitting) >= share * static_cast<double>(intervals.size());
 }
 
 /// The time from one picture of the camera to the next, in ticks; none if there is no steady rate. The median is a
@@ -101,27 +104,31 @@ GrabAccount GrabAccount::of(const GrabRecord& record)
 
 GrabIntervals GrabIntervals::of(const GrabRecord& record)
 {
-    return of(record.timestamps, arrivalsOf(record), record.ticksPerSecond);
+    return since(0, arrivalsOf(record), record);
 }
 
-GrabIntervals GrabIntervals::of(std::span<const uint64_t> stamps, uint64_t arrivals, uint64_t ticksPerSecond)
+GrabIntervals GrabIntervals::since(size_t first, uint64_t arrivals, const GrabRecord& record)
 {
+    const std::span stamps = std::span(record.timestamps).subspan(first);
     GrabIntervals result;
     std::vector<double> intervals;
     for (size_t next = 1; next < stamps.size(); ++next)
         intervals.push_back(static_cast<double>(stamps[next]) - static_cast<double>(stamps[next - 1]));
     if (intervals.size() < kFewestIntervals)
         return result;
+    result.areTooFew = false;
     std::vector<double> sorted = intervals;
     std::sort(sorted.begin(), sorted.end());
     if (sorted.front() <= 0)
         return result;   // no clock
     const auto seconds = [&](double ticks) {
-        return ticksPerSecond == 0 ? 0.0 : ticks / static_cast<double>(ticksPerSecond);
+        return record.ticksPerSecond == 0 ? 0.0 : ticks / static_cast<double>(record.ticksPerSecond);
     };
     result.medianSeconds = seconds(sorted[sorted.size() / 2]);
     result.p99Seconds = seconds(sorted[sorted.size() * 99 / 100]);
     result.longestSeconds = seconds(sorted.back());
+    if (record.isTriggered)
+        return result;
 
     const auto whole = static_cast<double>(stamps.back() - stamps.front());
     const auto period = picturePeriod(intervals, sorted[sorted.size() / 2], whole, arrivals);

@@ -19,6 +19,7 @@ struct GrabRecord {
     uint64_t counted = 0;               // after the stop
     uint64_t fetched = 0;               // pictures
     uint64_t drained = 0;               // pictures that were fetched from the ring after the stop
+    bool isTriggered = false;           // by commands, so that there is no steady rate
     bool isDrained = false;             // the ring was empty then
     uint64_t lostByOverflow = 0;        // what the board reported under "OldestFirst"
     std::vector<uint64_t> timestamps;   // in ticks, of fetched and then drained pictures, as far as told
@@ -54,12 +55,14 @@ struct GrabIntervals {
     uint64_t gaps = 0;       // intervals in which a picture is missing: skipped, or never there
     double gapSeconds = 0;   // their length in all
     /// Lost on the line, or by the board for want of a block, between the first picture and the last. None if
-    /// that can't be told: fewer than three pictures, or no steady rate.
+    /// that can't be told: fewer than three pictures with a time stamp, or no steady rate.
     std::optional<uint64_t> lost;
+    bool areTooFew = true;   // no two intervals can be compared
 
     static GrabIntervals of(const GrabRecord& record);
-    /// `arrivals`: how many pictures reached the adapter after the first of these, up to the last.
-    static GrabIntervals of(std::span<const uint64_t> timestamps, uint64_t arrivals, uint64_t ticksPerSecond);
+    /// Of the time stamps from this one on, the first being 0. `arrivals`: how many pictures reached the adapter
+    /// after the first of them, up to the last.
+    static GrabIntervals since(size_t first, uint64_t arrivals, const GrabRecord& record);
 };
 
 }   // namespace orvo::aikctl

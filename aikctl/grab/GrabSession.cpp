@@ -70,8 +70,10 @@ std::string lossText(const GrabResult& result)
 GrabSession::GrabSession(const std::vector<aik::Channel*>& channels, SessionOptions options, Console& console)
     : m_options(std::move(options)), m_console(console), m_cameras(m_options.cameras, console)
 {
+    GrabOptions grab = m_options.grab;
+    grab.isTriggered = m_options.cameras.isByActionCommand;
     for (aik::Channel* const channel : channels)
-        m_grabs.emplace_back(*channel, m_options.grab);
+        m_grabs.emplace_back(*channel, grab);
 }
 
 void GrabSession::run(const PictureSaver::Target& target)

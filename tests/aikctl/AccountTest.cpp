@@ -186,6 +186,18 @@ TEST_F(Account, LetsTheStrategyDecideWhatIsLostWhileTheDiskIsSlow)
     }
 }
 
+TEST(Intervals, AreSteadyOnlyIfAllOfAFewFit)
+{
+    for (const auto& [longest, lost] : {std::pair(900U, std::optional<uint64_t>(8)), {950U, std::nullopt}}) {
+        GrabRecord record;
+        record.strategy = "OldestFirst";
+        record.fetched = 5;
+        for (const uint64_t timestamp : {1000U, 1100U, 1200U, 1300U, 1300U + longest})
+            record.addTimestamp(record.timestamps.size() + 1, timestamp);
+        EXPECT_EQ(GrabIntervals::of(record).lost, lost);
+    }
+}
+
 TEST(Queue, ServesALargePictureBeforeSmallOnesThatCameLater)
 {
     PictureQueue queue(10);

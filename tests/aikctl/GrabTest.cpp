@@ -155,10 +155,14 @@ TEST_F(Grab, TakesPicturesAtTheSameMomentByActionCommands)
     EXPECT_EQ(report["channels"][0]["timestamps"], report["channels"][1]["timestamps"]);
     EXPECT_EQ(report["action"], (json{{"sent", 3}, {"matched", 3}}));
     EXPECT_EQ(journal("Eth_sendActionCommand").size(), 3U);
+    EXPECT_TRUE(report["channels"][0]["lost"]["pictures"].is_null());   // no rate, no gaps
+    EXPECT_EQ(report["channels"][0]["lost"]["gaps"], 0);
 
     EXPECT_THAT(grab("0 1 --action --count 2 --overwrite").out,
                 HasSubstr("2 of 2 action commands made pictures of one time stamp on all channels (2)"));
-    EXPECT_THAT(grab("0 --action --count 2 --overwrite").out, HasSubstr("there is nothing to compare"));
+    const Outcome alone = grab("0 --action --count 3 --overwrite --fail-on-loss");
+    EXPECT_EQ(alone.exitCode, 0) << alone.err;
+    EXPECT_THAT(alone.out, HasSubstr("there is nothing to compare"));
     const std::string lastTrigger = journal("Eth_set*").back();   // as it was before
     EXPECT_THAT(lastTrigger, testing::AllOf(HasSubstr("TriggerMode"), HasSubstr("Off")));
 
