@@ -58,11 +58,24 @@ std::string secondText(int32_t channel, const GrabSecond& second)
     return text.str();
 }
 
+std::string picturesWere(uint64_t count)
+{
+    return std::to_string(count) + (count == 1 ? " picture was" : " pictures were");
+}
+
+/// Why a grab that must not lose pictures fails; empty if it lost none.
 std::string lossText(const GrabResult& result)
 {
     const uint64_t lost = result.intervals.lost.value_or(0) + result.record.lostByOverflow;
-    return std::to_string(result.account.skipped) + " pictures were skipped, and " + std::to_string(lost) +
-           " lost on their way";
+    if (result.hasLost())
+        return picturesWere(result.account.skipped) + " skipped, and " + std::to_string(lost) +
+               " lost on their way";
+    // Each action command is followed up, and a failed grab needs no further reason.
+    if (result.intervals.lost || result.record.isTriggered || !result.failure.empty())
+        return "";
+    return result.intervals.areTooFew
+               ? "nobody can tell whether pictures were lost: fewer than three have a time stamp"
+               : "nobody can tell whether pictures were lost: they came at no steady rate";
 }
 
 }   // namespace
@@ -196,16 +209,16 @@ void GrabSession::complain()
         place.append(std::to_string(grab.channel().index())).append(": ");
         if (!grab.saved().note.empty())
             m_console.note(place + grab.saved().note);
-        if (m_options.isFailingOnLoss && result.hasLost())
-            m_console.fail(place + lossText(result));
+        const std::string loss = m_options.isFailingOnLoss ? lossText(result) : "";
+        if (!loss.empty())
+            m_console.fail(place + loss);
         if (result.failure.empty())
             continue;
-        if (!result.failedStep.empty())
-            place.insert(0, result.failedStep + " of ");
-        m_console.fail(place + explained(result.failure));
+        const std::string step = result.failedStep.empty() ? "" : result.failedStep + " of ";
+        m_console.fail(step + place + explained(result.failure));
         if (m_isSaving && grab.fetched() > grab.saved().count)
-            m_console.note(std::to_string(grab.fetched() - grab.saved().count) +
-                           " pictures were fetched, but not saved");
+            m_console.note(place + picturesWere(grab.fetched() - grab.saved().count) +
+                           " fetched, but not saved");
     }
     for (const ActionCommands& commands : m_actions)
         if (commands.matched < commands.sent)

@@ -221,6 +221,11 @@ TEST_F(Grab, FailsOnLossIfAskedTo)
     EXPECT_EQ(lossy.json()["channels"][0]["files"].size(), 30U);
     std::ifstream index(pictures() / "index.csv");
     EXPECT_EQ(std::count(std::istreambuf_iterator<char>(index), {}, '\n'), 31);
+
+    applet(0, {{"picturesPerSecond", 5}});   // so slow that no third one is left in the ring
+    const Outcome unknown = grab("0 --count 1 --overwrite --fail-on-loss");
+    EXPECT_EQ(unknown.exitCode, 1);
+    EXPECT_THAT(unknown.err, HasSubstr("nobody can tell whether pictures were lost: fewer than three"));
 }
 
 TEST_F(Grab, GoesOnWithOtherChannelsWhenOneFails)
@@ -276,9 +281,10 @@ TEST_F(Grab, KeepsOlderPicturesAndLeavesNoHalfFile)
     EXPECT_THAT(grab("").err, HasSubstr("is there from an earlier grab"));
     EXPECT_EQ(OrvoSim_countJournal(), 0U);   // refused before anything was opened
 
-    EXPECT_THAT(grab("2 --overwrite").err,
-                testing::StartsWith("aikctl: save of channel 2: Can't write " +
-                                    (pictures() / "channel2-000001.png").string() + ": "));
+    const std::string unsaved = grab("2 --overwrite --count 1").err;
+    EXPECT_THAT(unsaved, testing::StartsWith("aikctl: save of channel 2: Can't write " +
+                                             (pictures() / "channel2-000001.png").string() + ": "));
+    EXPECT_THAT(unsaved, HasSubstr("channel 2: 1 picture was fetched, but not saved"));
     EXPECT_FALSE(fs::exists(pictures() / "channel2-000001.png.part"));
 
     fs::remove_all(pictures());
