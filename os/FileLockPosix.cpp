@@ -30,6 +30,11 @@ FileLock::FileLock(const std::filesystem::path& path) : m_path(path)
             throw std::system_error(errno, std::generic_category());
         m_handle = file;
         m_isHeld = flock(file, LOCK_EX | LOCK_NB) == 0;
+        if (!m_isHeld && errno != EWOULDBLOCK) {   // some file systems know no locks
+            const int failure = errno;
+            close(file);
+            throw std::system_error(failure, std::generic_category());
+        }
         if (!m_isHeld || isStillThere(file, path))
             return;
         close(file);
