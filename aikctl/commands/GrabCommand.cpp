@@ -135,11 +135,13 @@ GrabCommand::Output GrabCommand::toFolder() const
     };
     Output output{{.save = save, .begin = [folder] { folder->begin(); }}, os::textOf(folder->path())};
     if (m_isIndexed) {
-        const auto index = std::make_shared<PictureIndex>(folder->path() / "index.csv");
-        output.target.save = [save, index](const QueuedPicture& picture, const PictureFile& file) {
-            std::string name = save(picture, file);
+        const auto index = std::make_shared<PictureIndex>(folder->indexPath());
+        output.target.begin = [folder, index] {
+            folder->begin();
+            index->open();
+        };
+        output.target.record = [index](const std::string& name, const QueuedPicture& picture) {
             index->add(name, picture);
-            return name;
         };
     }
     return output;

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "aikctl/grab/PictureSaver.h"
+#include "aikctl/pictures/PictureFolder.h"
 #include "aikctl/pictures/PixelFormat.h"
 #include "os/PathText.h"
 
@@ -35,26 +36,36 @@ std::string timeText(std::chrono::system_clock::time_point time)
 
 }   // namespace
 
-PictureIndex::PictureIndex(const std::filesystem::path& path) : m_path(path)
+void PictureIndex::open()
 {
     errno = 0;
-    m_file.open(path, std::ios::trunc);
-    m_file << "file,channel,number,timestamp,hostTime,width,height,format\n" << std::flush;
-    if (!m_file)
-        throw std::runtime_error("Can't write " + os::textOf(path) + ": " +
-                                 std::generic_category().message(errno == 0 ? EIO : errno));
+    m_file.open(m_path, std::ios::trunc);
+    m_file << kIndexTitles << '\n';
+    flush();
+}
+
+/// After each line, so that a full disk is noticed with the picture that it concerns.
+void PictureIndex::flush()
+{
+    m_file.flush();
+    if (m_file)
+        return;
+    if (m_failure.empty())
+        m_failure = "Can't write " + os::textOf(m_path) + ": " +
+                    std::generic_category().message(errno == 0 ? EIO : errno);
+    throw std::runtime_error(m_failure);
 }
 
 void PictureIndex::add(const std::string& file, const QueuedPicture& queued)
 {
     const aik::Picture& picture = queued.picture;
     const std::lock_guard lock(m_mutex);
+    errno = 0;
     m_file << file << ',' << queued.saved->channel << ',' << queued.number << ','
            << (picture.timestamp ? std::to_string(*picture.timestamp) : "") << ','
            << timeText(queued.fetchedAt) << ',' << picture.width << ',' << picture.height << ",\""
            << describePixelFormat(picture.format, picture.bytesPerPixel, picture.isPlanar) << "\"\n";
-    if (!m_file)
-        throw std::runtime_error("Can't write " + os::textOf(m_path));
+    flush();
 }
 
 }   // namespace orvo::aikctl

@@ -48,18 +48,22 @@ void PictureSaver::save(const QueuedPicture& picture, PictureFile& file)
         const auto begin = steady_clock::now();
         encode(picture.picture, m_encoding, file);
         const auto encoded = steady_clock::now();
-        std::string name = m_target.save(picture, file);
+        const std::string name = m_target.save(picture, file);
         const auto written = steady_clock::now();
 
-        const std::lock_guard lock(m_mutex);
-        ++saved.count;
-        if (saved.files.size() < picture.number)
-            saved.files.resize(picture.number);
-        saved.files[picture.number - 1] = std::move(name);
-        saved.encoding += encoded - begin;
-        saved.writing += written - encoded;
-        if (picture.number == 1)
-            saved.note = file.note;
+        {
+            const std::lock_guard lock(m_mutex);
+            ++saved.count;
+            if (saved.files.size() < picture.number)
+                saved.files.resize(picture.number);
+            saved.files[picture.number - 1] = name;
+            saved.encoding += encoded - begin;
+            saved.writing += written - encoded;
+            if (picture.number == 1)
+                saved.note = file.note;
+        }
+        if (m_target.record)
+            m_target.record(name, picture);
     } catch (const std::exception& failure) {
         const std::lock_guard lock(m_mutex);
         if (saved.failure.empty())

@@ -33,11 +33,13 @@ struct SavedPictures {
 /// Threads: queue() on any, the rest on one.
 class PictureSaver {
 public:
-    /// Where pictures go. save() is called on several threads if there are several jobs; what it throws fails
-    /// the channel of the picture.
+    /// Where pictures go. save() and record() are called on several threads if there are several jobs; what
+    /// they throw fails the channel of the picture.
     struct Target {
         /// Writes an encoded picture, and returns the name of its file. Without it, pictures are discarded.
         std::function<std::string(const QueuedPicture& picture, const PictureFile& file)> save{};
+        /// Notes a picture that save() has written.
+        std::function<void(const std::string& file, const QueuedPicture& picture)> record{};
         /// Makes room, if there is something to do. Called by whoever knows that pictures will come.
         std::function<void()> begin{};
     };

@@ -6,6 +6,7 @@
 #include <regex>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 #include "os/PathText.h"
@@ -17,17 +18,26 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kLockFile = "aikctl.lock";
+constexpr const char* kIndexFile = "index.csv";
 
-bool isOurs(const fs::path& name)
+bool isIndex(const fs::path& path)
+{
+    std::ifstream file(path);
+    std::string begin(std::string_view(kIndexTitles).size(), '\0');
+    return file.read(begin.data(), static_cast<std::streamsize>(begin.size())) && begin == kIndexTitles;
+}
+
+bool isOurs(const fs::path& path)
 {
     static const std::regex ours(R"(channel\d+-\d{6,}\.(png|pgm|ppm|tiff|raw)(\.part)?)");
-    return std::regex_match(os::textOf(name), ours);
+    const fs::path name = path.filename();
+    return name == kIndexFile ? isIndex(path) : std::regex_match(os::textOf(name), ours);
 }
 
 void refuseOlderPictures(const fs::path& folder)
 {
     for (const auto& entry : fs::directory_iterator(folder))
-        if (isOurs(entry.path().filename()))
+        if (isOurs(entry.path()))
             throw std::runtime_error(os::textOf(entry.path()) +
                                      " is there from an earlier grab; name another folder, or --overwrite");
 }
@@ -90,12 +100,21 @@ PictureFolder::~PictureFolder()
         fs::remove(folder, ignored);
 }
 
+fs::path PictureFolder::indexPath() const
+{
+    fs::path path = m_path / kIndexFile;
+    std::error_code ignored;
+    if (fs::exists(path, ignored) && !fs::is_empty(path, ignored) && !isIndex(path))
+        throw std::runtime_error(os::textOf(path) + " is no table of pictures; name another folder");
+    return path;
+}
+
 void PictureFolder::begin()
 {
     m_made.clear();
     try {
         for (const auto& entry : fs::directory_iterator(m_path))
-            if (isOurs(entry.path().filename()) && entry.is_regular_file())
+            if (entry.is_regular_file() && isOurs(entry.path()))
                 fs::remove(entry);
     } catch (const std::system_error& failure) {
         throw unusable(m_path, failure.code());

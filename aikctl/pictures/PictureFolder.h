@@ -11,6 +11,9 @@
 
 namespace orvo::aikctl {
 
+/// The first line of the table of the pictures. It tells our tables from other programs' files of that name.
+inline constexpr const char* kIndexTitles = "file,channel,number,timestamp,hostTime,width,height,format";
+
 /// The folder that pictures are saved in: a file each, named after channel and picture (channel0-000001.png).
 /// One at a time can use a folder; other programs' files in it are left alone.
 /// Threads: save() on any, several at a time.
@@ -25,8 +28,10 @@ public:
     ~PictureFolder();
 
     const std::filesystem::path& path() const { return m_path; }
+    /// The file for the table of the pictures. Throws runtime_error if another program's file has its name.
+    std::filesystem::path indexPath() const;
 
-    /// Removes the pictures of an earlier grab. Before the first save(). Throws runtime_error.
+    /// Removes the pictures of an earlier grab, and their table. Before the first save(). Throws runtime_error.
     void begin();
 
     /// Writes a file completely or not at all, and returns its name without the folder. `number` counts from 1,

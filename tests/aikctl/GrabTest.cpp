@@ -4,6 +4,8 @@
 
 #include <stb/stb_image.h>
 
+#include "aikctl/grab/PictureIndex.h"
+#include "aikctl/grab/PictureSaver.h"
 #include "tests/aikctl/AikctlTest.h"
 
 namespace orvo::aikctl {
@@ -295,7 +297,7 @@ TEST_F(Grab, KeepsOlderPicturesAndLeavesNoHalfFile)
 
 TEST_F(Grab, OverwritesOnceItIsSureToStart)
 {
-    EXPECT_EQ(grab("0 --count 3").exitCode, 0);
+    EXPECT_EQ(grab("0 --count 3 --index").exitCode, 0);
     noApplet(1);
     for (const std::string refused : {"99", "0 --set Gain=99", "0 --roi 322x240", "2"}) {
         EXPECT_EQ(grab(refused + " --count 1 --overwrite").exitCode, 1);
@@ -305,6 +307,40 @@ TEST_F(Grab, OverwritesOnceItIsSureToStart)
     }
     EXPECT_EQ(grab("0 --count 1 --overwrite").exitCode, 0);
     EXPECT_FALSE(fs::exists(pictures() / "channel0-000002.png"));
+    EXPECT_FALSE(fs::exists(pictures() / "index.csv"));   // it named pictures that are gone
+
+    const std::string index = (pictures() / "index.csv").string();
+    std::ofstream(index) << "from somebody else";
+    EXPECT_EQ(grab("0 --count 1 --overwrite").exitCode, 0);
+    EXPECT_THAT(grab("0 --count 1 --overwrite --index").err, HasSubstr(index + " is no table of pictures"));
+    EXPECT_EQ(textOf(index.c_str()), "from somebody else");
+}
+
+TEST_F(Grab, SaysThatTheTableOfThePicturesIsNotWhole)
+{
+    const fs::path full = "/dev/full";
+    if (!fs::exists(full))
+        GTEST_SKIP() << "no disk is full here";
+    PictureIndex index(full);
+    EXPECT_THROW(index.open(), std::runtime_error);
+    SavedPictures saved;
+    PictureSaver saver({.format = FileFormat::Raw},
+                       {.save = [](const auto&, const auto&) { return std::string("one.raw"); },
+                        .record = [&](const auto& name, const auto& queued) { index.add(name, queued); }},
+                       1, 1);
+    auto queued = saver.queue().room(1, std::chrono::milliseconds(0));
+    queued->picture = {.bytes = {queued->memory.get(), 1},
+                       .width = 1,
+                       .height = 1,
+                       .bytesPerPixel = 1,
+                       .format = {},
+                       .timestamp = {}};
+    queued->number = 1;
+    queued->saved = &saved;
+    saver.queue().put(std::move(queued));
+    saver.finish();
+    EXPECT_EQ(saved.failure, "Can't write /dev/full: No space left on device");
+    EXPECT_EQ(saved.count, 1U);   // it is on the disk
 }
 
 TEST_F(Grab, RefusesChannelsThatAreNotThere)
