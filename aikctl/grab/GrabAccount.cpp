@@ -67,9 +67,10 @@ std::optional<double> picturePeriod(const std::vector<double>& intervals, double
                                     uint64_t arrivals)
 {
     const double least = std::max(1.0, std::round(median * static_cast<double>(arrivals) / whole));
-    for (double multiple = least; multiple <= kMostMultiple * least; ++multiple)
-        if (isSteady(intervals, median / multiple))
-            return median / multiple;
+    const auto last = static_cast<uint64_t>(kMostMultiple * least);
+    for (auto multiple = static_cast<uint64_t>(least); multiple <= last; ++multiple)
+        if (const double period = median / static_cast<double>(multiple); isSteady(intervals, period))
+            return period;
     return std::nullopt;
 }
 

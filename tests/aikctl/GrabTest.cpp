@@ -328,7 +328,7 @@ TEST_F(Grab, SaysThatTheTableOfThePicturesIsNotWhole)
                        {.save = [](const auto&, const auto&) { return std::string("one.raw"); },
                         .record = [&](const auto& name, const auto& queued) { index.add(name, queued); }},
                        1, 1);
-    auto queued = saver.queue().room(1, std::chrono::milliseconds(0));
+    auto queued = saver.queue().room(1, [] { return true; });
     queued->picture = {.bytes = {queued->memory.get(), 1},
                        .width = 1,
                        .height = 1,
