@@ -23,6 +23,19 @@ std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint
     };
 }
 
+std::function<std::string(const std::string&)> secondsUpTo(uint64_t most)
+{
+    return [most](const std::string& text) -> std::string {
+        constexpr double kLeast = 0.001;
+        double seconds = 0;
+        // What is no number compares as false, so "nan" is refused, too.
+        if (CLI::detail::lexical_cast(text, seconds) && seconds >= kLeast &&
+            seconds <= static_cast<double>(most))
+            return "";
+        return text + " is no number of seconds from 0.001 to " + std::to_string(most);
+    };
+}
+
 void closeCameras(BoardCameras& cameras, Console& console)
 {
     try {

@@ -44,8 +44,14 @@ std::unique_ptr<Command> makeReferenceCommand();
 
 // What several commands do.
 
+/// For a picture: a day.
+constexpr uint64_t kLongestWaitSeconds = 86'400;
+
 /// A check of an option: a whole number in this range, ends included. Returns the complaint, empty for none.
 std::function<std::string(const std::string&)> wholeNumber(uint64_t lowest, uint64_t highest);
+
+/// Likewise, of a time: at least a millisecond, and at most so many seconds.
+std::function<std::string(const std::string&)> secondsUpTo(uint64_t most);
 
 /// Closes the cameras. A failure goes to the console.
 void closeCameras(BoardCameras& cameras, Console& console);

@@ -29,6 +29,7 @@ namespace {
 constexpr uint64_t kMostPictures = 1'000'000'000;
 constexpr const char* kStandardOutput = "-";   // as a folder's name
 constexpr uint64_t kMostJobs = 256;
+constexpr uint64_t kLongestGrabSeconds = 10'000'000;
 constexpr uint64_t kMostBuffers = 1'000'000;
 
 /// `grab`: pictures from chosen channels into files, all channels at the same time, and a report.
@@ -72,7 +73,7 @@ void GrabCommand::declare(CLI::App& self)
                     m_options.grab.count = kMostPictures;
             },
             "How long to fetch pictures")
-        ->check(CLI::Range(0.001, 1e7))
+        ->check(secondsUpTo(kLongestGrabSeconds))
         ->type_name("S");
     declareFileOptions(self, m_fileOptions);
     self.add_option("-j,--jobs", m_options.jobs, "Threads that encode and write pictures")
@@ -95,7 +96,7 @@ void GrabCommand::declare(CLI::App& self)
     self.add_flag("--planar", m_options.grab.isPlanar, "Have the adapter split the colours into planes");
     declareCameraOptions(self, m_options.cameras);
     self.add_option("-t,--timeout", m_timeoutSeconds, "The longest wait for one picture, in seconds")
-        ->check(CLI::Range(0.001, 86'400.0))
+        ->check(secondsUpTo(kLongestWaitSeconds))
         ->capture_default_str();
     self.add_flag("--fail-on-loss", m_options.isFailingOnLoss,
                   "Fail if a picture was skipped by the strategy, or lost on its way to the adapter");

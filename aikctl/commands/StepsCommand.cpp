@@ -65,7 +65,7 @@ void StepsCommand::declare(CLI::App& self)
             ->excludes(on);
     }
     self.add_option("-t,--timeout", m_timeoutSeconds, "The longest wait for one picture, in seconds")
-        ->check(CLI::Range(0.001, 86'400.0))
+        ->check(secondsUpTo(kLongestWaitSeconds))
         ->capture_default_str();
     self.parse_complete_callback([this] { settle(); });
 }

@@ -26,6 +26,10 @@ TEST_F(CommandLine, SaysWhatIsWrongAndOpensNothing)
         {"help grow", "grow"},
         {"grab --strategy Newest", "NewestOnly"},
         {"grab --timeout 0", "--timeout"},
+        {"grab --timeout nan", "--timeout: nan is no number of seconds from 0.001 to 86400"},
+        {"grab --seconds nan", "--seconds"},
+        {"grab --seconds inf", "--seconds"},
+        {"do 0 setup --timeout nan", "--timeout"},
         {"list --count 3", "not expected: --count 3\n"},
         {"features --wrong", "not expected: --wrong\n"},   // rather than that the channel is missing
         {"grab --set Width", "Width is no NAME=VALUE"},
