@@ -45,6 +45,7 @@ private:
         std::string place{};
     };
 
+    void refuseWhatHasNoEffect(const CLI::App& self) const;
     std::vector<aik::Channel*> choose(std::vector<aik::Channel>& channels) const;
     Output toFolder() const;
     Output toStream(Console& console);
@@ -102,6 +103,28 @@ void GrabCommand::declare(CLI::App& self)
                   "Fail if a picture was skipped by the strategy, or lost on its way to the adapter");
     self.add_flag("--progress", m_options.isAlwaysShowingProgress,
                   "Show progress even if standard error is no terminal");
+    for (const char* const option : {"--output", "--overwrite", "--format", "--raw", "--compression"})
+        discard->excludes(option);
+    self.parse_complete_callback([this, &self] { refuseWhatHasNoEffect(self); });
+}
+
+void GrabCommand::refuseWhatHasNoEffect(const CLI::App& self) const
+{
+    const bool isPiped = m_fileOptions.folder == kStandardOutput;
+    const FileFormat format = m_fileOptions.encoding.format;
+    const struct {
+        const char* option;
+        bool isWrong;
+        const char* complaint;
+    } rows[] = {
+        {"--index", isPiped, "standard output has no table of the pictures"},
+        {"--overwrite", isPiped, "standard output has no older pictures"},
+        {"--format", isPiped && format != FileFormat::Raw, "standard output takes raw pictures alone"},
+        {"--compression", isPiped || format != FileFormat::Png, "PNG files alone can be compressed"},
+    };
+    for (const auto& row : rows)
+        if (row.isWrong && self.count(row.option) > 0)
+            throw CLI::ValidationError(row.option, row.complaint);
 }
 
 void GrabCommand::run(const aik::Adapter& adapter, const CommonOptions& common, Console& console)

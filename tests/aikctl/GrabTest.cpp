@@ -200,14 +200,15 @@ TEST_F(Grab, WritesToStandardOutputOrNowhere)
     const Outcome piped = run("grab 0 --count 3 --output -");
     EXPECT_EQ(piped.out.size(), 3 * kPixels);
     EXPECT_THAT(piped.err, HasSubstr("saved 3 pictures in standard output"));
+    EXPECT_EQ(run("grab 0 --count 1 --output - --raw").out.size(), kPixels);
     EXPECT_EQ(run("grab 0 1 --output -").exitCode, 1);
 
-    const Outcome discarded = grab("2 --count 30 --discard --buffers 7");
+    const Outcome discarded = run("grab 2 --count 30 --discard --buffers 7");
     EXPECT_THAT(discarded.out, HasSubstr(" pictures/s, 0.0 MB/s, skipped 0, lost 0"));
     EXPECT_THAT(discarded.out, HasSubstr("33.333 ms"));
     EXPECT_FALSE(fs::exists(pictures()));
     EXPECT_THAT(journal("Brd_AllocMemHead").back(), HasSubstr("bufferCount=7"));
-    EXPECT_EQ(grab("2 --discard --seconds 0.1 --json").json()["exitCode"], 0);
+    EXPECT_EQ(run("grab 2 --discard --seconds 0.1 --json").json()["exitCode"], 0);
 }
 
 TEST_F(Grab, FailsOnLossIfAskedTo)

@@ -193,8 +193,7 @@ TEST_F(Folder, HoldsTheFormatThatWasAskedFor)
 {
     for (const auto& [format, ending] :
          {std::pair("PNG", "png"), {"pgm", "ppm"}, {"tiff", "tiff"}, {"raw", "raw"}}) {
-        const Outcome colour =
-            grab("2 --count 1 --overwrite --compression 9 --format " + std::string(format));
+        const Outcome colour = grab("2 --count 1 --overwrite --format " + std::string(format));
         EXPECT_EQ(colour.exitCode, 0) << colour.err;
         EXPECT_EQ(names(), std::set<std::string>{"channel2-000001." + std::string(ending)});
     }
