@@ -7,6 +7,7 @@
 int main(int argc, char** argv)
 {
     namespace os = orvo::os;
+    os::guardStandardStreams();
     os::catchInterrupts(static_cast<int>(orvo::aikctl::ExitStatus::Interrupted));
     const os::Utf8Terminal terminal;
     orvo::aikctl::Console console(

@@ -20,6 +20,11 @@ void mendEnvironmentVariable(const std::string& name);
 void catchInterrupts(int exitStatus);
 bool interrupted();
 
+/// From now on it is an error to write to a standard stream that nobody reads or that is closed, and no end of the
+/// process; nor does a file that is opened later take the place of a closed one. Before any file is opened. On
+/// Windows it is so anyway.
+void guardStandardStreams();
+
 /// Whether what is written to standard error reaches a person's terminal.
 bool standardErrorIsTerminal();
 

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -44,6 +45,15 @@ void catchInterrupts(int exitStatus)
 bool interrupted()
 {
     return g_interrupted;
+}
+
+void guardStandardStreams()
+{
+    signal(SIGPIPE, SIG_IGN);
+    // The system gives out the lowest free number. What is written to one that is only read fails.
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(descriptor, F_GETFD) < 0)
+            static_cast<void>(open("/dev/null", O_RDONLY));
 }
 
 bool standardErrorIsTerminal()

@@ -53,6 +53,8 @@ bool interrupted()
     return g_interrupted;
 }
 
+void guardStandardStreams() {}
+
 bool standardErrorIsTerminal()
 {
     DWORD mode = 0;

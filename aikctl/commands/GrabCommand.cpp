@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -178,8 +180,10 @@ GrabCommand::Output GrabCommand::toStream(Console& console)
     m_options.jobs = 1;
     const auto write = [&out = console.takeOutForData()](const QueuedPicture&, const PictureFile& file) {
         const auto size = static_cast<std::streamsize>(file.bytes.size());
+        errno = 0;
         if (!out.write(reinterpret_cast<const char*>(file.bytes.data()), size).flush())
-            throw std::runtime_error("Can't write to standard output");
+            throw std::runtime_error("Can't write to standard output: " +
+                                     std::generic_category().message(errno == 0 ? EIO : errno));
         return std::string();
     };
     return {{.save = write}, "standard output"};

@@ -142,6 +142,11 @@ TEST_F(CommandLine, NoticesOutputThatFails)
     const char* const argv[] = {"aikctl", "list"};
     EXPECT_EQ(runCommandLine(2, argv, console), ExitStatus::Failed);
     EXPECT_THAT(err.str(), HasSubstr("Can't write the results to " + reason));
+
+    const char* const grab[] = {"aikctl", "grab", "0", "--output", "-"};
+    full.clear();
+    EXPECT_EQ(runCommandLine(5, grab, console), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("Can't write to standard output: "));
 }
 
 }   // namespace

@@ -1,6 +1,6 @@
 #!/bin/bash
 # interrupt.sh <folder> <aikctl...>: starts a grab, presses Ctrl-C once pictures come, and checks how it ends. Then
-# presses it twice.
+# presses it twice. Then takes its reader or its standard output away.
 set -u
 folder=$1
 shift
@@ -41,4 +41,17 @@ kill -INT $job 2>/dev/null
 wait $job
 code=$?
 expect '((code == 130))'
+
+# So does a reader that has had enough, in order, and a closed standard output is no success.
+ORVO_COGNEX_APPLET_0=applet.hap "$@" grab 0 --count 1000000 --output - 2>err | head -c 100 >out
+code=${PIPESTATUS[0]}
+expect '((code == 1))'
+expect "grep -q \"Can't write to standard output: \" err"
+expect 'grep -q "^saved [0-9]* pictures* in standard output" err'
+if (($# == 1)); then   # an emulator has descriptors of its own
+    "$@" list >&- 2>err
+    code=$?
+    expect '((code == 1))'
+    expect "grep -q \"Can't write the results to standard output: \" err"
+fi
 exit $failed
