@@ -169,7 +169,7 @@ TEST_F(Grab, TakesPicturesAtTheSameMomentByActionCommands)
     EXPECT_THAT(lastTrigger, testing::AllOf(HasSubstr("TriggerMode"), HasSubstr("Off")));
 
     const Outcome timed =
-        grab("0 1 --action --seconds 0.2 --discard --json");   // ends between command and picture
+        grab("0 1 --action --seconds 0.2 --overwrite --json");   // ends between command and picture
     EXPECT_EQ(timed.exitCode, 0) << timed.err;
 }
 
