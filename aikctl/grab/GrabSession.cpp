@@ -142,9 +142,16 @@ void GrabSession::awaitPictures(PictureQueue* queue)
     const JoinAtEnd joining(m_grabs);
     const auto allAre = [&](auto&& state) { return std::all_of(m_grabs.begin(), m_grabs.end(), state); };
     const auto areDone = [&] { return allAre([](const ChannelGrab& grab) { return grab.isDone(); }); };
+    // Time ends all channels, if not at the same moment: no further command could reach all of them.
+    const auto isTimeOver = [&] {
+        return m_options.grab.duration &&
+               std::any_of(m_grabs.begin(), m_grabs.end(), [](const ChannelGrab& grab) {
+                   return grab.isDone() && grab.result().failure.empty();
+               });
+    };
     const auto isShotDue = [&] {
         return m_options.cameras.isByActionCommand && shots < m_options.grab.count && !areDone() &&
-               !m_console.interrupted() &&
+               !m_console.interrupted() && !isTimeOver() &&
                allAre([&](const ChannelGrab& grab) { return grab.isDone() || grab.fetched() >= shots; });
     };
     std::unique_lock lock(mutex);
