@@ -37,6 +37,11 @@ orvo_header_only(orvo_json nlohmann/json.hpp)
 orvo_header_only(orvo_spdlog spdlog/spdlog.h)
 target_compile_definitions(orvo_spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
 target_link_libraries(orvo_spdlog INTERFACE Threads::Threads)
+if(ORVO_SANITIZERS)
+    # The thread sanitizer takes the size of a loaded library's thread-local memory from the wrong place, and now
+    # and then ends the process.
+    target_compile_definitions(orvo_spdlog INTERFACE SPDLOG_NO_TLS)
+endif()
 
 # stb's headers hold their own implementations: compiled here once, so that nobody else defines them.
 orvo_header_only(orvo_stb_headers stb/stb_image.h)
