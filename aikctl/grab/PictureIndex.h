@@ -20,7 +20,7 @@ public:
     void open();
 
     /// `file`: the name of the picture's. Throws runtime_error.
-    void add(const std::string& file, const QueuedPicture& picture);
+    void add(const std::string& file, const QueuedPicture& queued);
 
 private:
     void flush();
