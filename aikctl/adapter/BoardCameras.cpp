@@ -97,12 +97,32 @@ void BoardCameras::close()
 {
     if (!std::exchange(m_isOpen, false))
         return;
+    const std::string failure = restoreTriggers();
     try {
         m_channel->execute("CloseCameraConnector");
-    } catch (const aik::Error& failure) {
-        if (!failure.isFeatureUnavailable())   // otherwise it was closed before
+    } catch (const aik::Error& refusal) {
+        if (!refusal.isFeatureUnavailable())   // otherwise it was closed before
             throw;
     }
+    if (!failure.empty())
+        throw std::runtime_error(failure);
+}
+
+/// Returns what was refused last; empty for nothing.
+std::string BoardCameras::restoreTriggers()
+{
+    std::string failure;
+    for (const Setting& setting : std::ranges::reverse_view(m_before)) {
+        try {
+            select(setting.port);
+            setParameter(setting.name, setting.value);
+        } catch (const std::exception& refusal) {
+            failure = "port " + std::to_string(setting.port) + ": " + setting.name + "=" + setting.value +
+                      ": " + refusal.what();
+        }
+    }
+    m_before.clear();
+    return failure;
 }
 
 void BoardCameras::findCameras()
@@ -232,14 +252,6 @@ void BoardCameras::armForActionCommands()
     }
     m_channel->write("EthActionCommand_GroupIndexRemote", kGroup);
     m_channel->execute("EthActionCommand_ApplyGroupRemote");
-}
-
-void BoardCameras::disarm()
-{
-    const auto port = m_channel->read<int32_t>("PortIndex");
-    for (const Setting& setting : std::ranges::reverse_view(m_before))
-        if (setting.port == port)
-            setParameter(setting.name, setting.value);
 }
 
 bool BoardCameras::sendActionCommand()

@@ -47,6 +47,7 @@ public:
     /// searched to what the adapter says.
     bool open();
     void detect();
+    /// Throws runtime_error, after closing, if a camera does not take its trigger back.
     void close();
 
     /// The ports that have a camera, in rising order.
@@ -70,16 +71,16 @@ public:
 
     /// Whether the cameras of this board know action commands. They are the GigE Vision ones.
     bool knowsActionCommands() const;
-    /// Has the selected camera take a picture at each action command, and only then.
+    /// Has the selected camera take a picture at each action command, and only then, until close() gives it back
+    /// the trigger that it had.
     void armForActionCommands();
-    /// Gives the selected camera back the trigger that it had before.
-    void disarm();
     /// Has all cameras of the board take a picture at the same moment. False, with nothing sent, if there is no
     /// camera, or none that knows action commands.
     bool sendActionCommand();
 
 private:
     void findCameras();
+    std::string restoreTriggers();
     bool waitForPicture(std::chrono::duration<double> patience);
     std::string portsNotSearched() const;
 

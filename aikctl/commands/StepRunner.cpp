@@ -178,7 +178,7 @@ std::string StepRunner::place(const Step& step, size_t number) const
     if (const auto port = concernsSelectedCamera(step.feature) ? tryToRead("PortIndex") : std::nullopt)
         all += ", port " + *port;
     const std::string keyFeature = keyFeatureOf(step.feature);
-    if (const auto key = keyFeature.empty() ? std::nullopt : tryToRead(keyFeature))
+    if (const auto key = keyFeature.empty() ? std::nullopt : tryToRead(keyFeature); key && !key->empty())
         all += ", key " + *key;
     return all + ": " + step.text() + ": ";
 }

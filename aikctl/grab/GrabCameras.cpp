@@ -206,8 +206,6 @@ void GrabCameras::stop()
 
 void GrabCameras::close()
 {
-    if (m_options.isByActionCommand)
-        forEachCamera("trigger", &BoardCameras::disarm);
     for (Board& board : m_boards) {
         try {
             board.cameras.close();

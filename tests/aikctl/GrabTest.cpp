@@ -180,6 +180,7 @@ TEST_F(Grab, AdmitsThatActionCommandsDidNotWork)
     EXPECT_THAT(unable.err, HasSubstr("channel 2: the cameras of this board know no action commands"));
     EXPECT_FALSE(fs::exists(pictures()));
     EXPECT_TRUE(journal("Brd_AcquireEx").empty());
+    EXPECT_THAT(journal("Eth_set*").back(), HasSubstr("name=\"TriggerMode\" text=\"Off\""));   // as before
 
     OrvoSim_answer("Eth_sendActionCommand", 2, 0);   // claims success
     const Outcome missed = grab("0 1 --action --count 3 --timeout 0.2 --json");

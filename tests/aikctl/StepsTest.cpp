@@ -87,6 +87,7 @@ TEST_F(Steps, SayWhatBecameOfAWrittenValue)
         {"CameraBooleanValue=True" + ofReverse, "False\n", "\"True\" switches off"},
         {"CameraBooleanValue --on" + ofReverse, "True\n", ""},
         {"BrdIntValue --off -k BRD_WIDTH", "", "BrdIntValue is no boolean feature"},
+        {"BrdIntValue=5", "", "channel 0: set BrdIntValue=5: "},   // without a key
     };
     for (const auto& [write, value, remark] : writes) {
         const Outcome done = run("set 0 " + write);
